@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/desktop/Applications.h"
+#include "platform/desktop/HotKeys.h"
+#include "platform/desktop/PanelWindow.h"
+#include "platform/desktop/WindowCapture.h"
+#include "platform/desktop/WindowList.h"
+#include "platform/desktop/WindowPresenter.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace mirrolet::platform::desktop {
+
+/// What the layer asks of the desktop it runs on. One object per process, set at start and before any other part of
+/// the layer is used; tests set the scripted one.
+class Desktop {
+  public:
+    virtual ~Desktop() = default;
+    virtual WindowList& windowList() = 0;
+    virtual Applications& applications() = 0;
+    virtual WindowCapture& capture() = 0;
+    virtual HotKeys& hotKeys() = 0;
+    /// nullptr where the server cannot compose: the caller then draws the window itself from read-back pictures.
+    virtual std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) = 0;
+    virtual std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) = 0;
+
+    /// The process's desktop. Setting takes ownership; nullptr at shutdown.
+    static Desktop& current();
+    static void setCurrent(std::unique_ptr<Desktop> desktop);
+};
+
+} // namespace mirrolet::platform::desktop

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/desktop/Pixels.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mirrolet::platform::desktop {
+
+/// The window server's number of a window. 0 is no window.
+using WindowNumber = std::uint32_t;
+
+/// One window on screen, as the list gives it.
+struct WindowRow {
+    WindowNumber number = 0;
+    PixelRect bounds; ///< The visible part (an invisible client-side shadow left out), root coordinates.
+    int layer = 0;    ///< 0 for ordinary windows, above 0 for keep-above, notification and similar ones.
+    std::int32_t ownerPid = 0; ///< The application number (see Applications), not always a kernel PID.
+    std::string ownerName;     ///< UTF-8.
+    std::optional<std::string> title; ///< UTF-8; none where the window has no title.
+};
+
+class WindowList {
+  public:
+    virtual ~WindowList() = default;
+    /// The viewable windows of every application but docks and desktops, front to back. None if the list cannot
+    /// be read. Any thread.
+    virtual std::optional<std::vector<WindowRow>> onScreenWindows() = 0;
+};
+
+} // namespace mirrolet::platform::desktop

@@ -1,0 +1,75 @@
+#include "platform/desktop/x11/X11Desktop.h"
+
+#include "platform/desktop/x11/CompositingManager.h"
+#include "platform/desktop/x11/KeyboardLoan.h"
+#include "platform/desktop/x11/PanelStack.h"
+#include "platform/desktop/x11/X11Applications.h"
+#include "platform/desktop/x11/X11Connection.h"
+#include "platform/desktop/x11/X11HotKeys.h"
+#include "platform/desktop/x11/X11PanelWindow.h"
+#include "platform/desktop/x11/X11WindowCapture.h"
+#include "platform/desktop/x11/X11WindowList.h"
+#include "platform/desktop/x11/X11WindowPresenter.h"
+#include "platform/foundation/NSLog.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include <unistd.h>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+class X11Desktop final : public Desktop {
+  public:
+    explicit X11Desktop(std::unique_ptr<X11Connection> opened)
+        : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
+          theApplications(*connection, loan), theWindowList(*connection, theApplications),
+          theCapture(*connection), theHotKeys(*connection) {}
+
+    void start() { connection->start(); }
+
+    WindowList& windowList() override { return theWindowList; }
+    Applications& applications() override { return theApplications; }
+    WindowCapture& capture() override { return theCapture; }
+    HotKeys& hotKeys() override { return theHotKeys; }
+
+    std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override {
+        return X11WindowPresenter::make(*connection, window);
+    }
+
+    std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override {
+        return std::make_unique<X11PanelWindow>(*connection, panelStack, compositingManager, loan, window,
+                                                stacking);
+    }
+
+  private:
+    // Destroyed from the bottom up: the connection, on whose thread the others' handlers run, last.
+    std::unique_ptr<X11Connection> connection;
+    KeyboardLoan loan;
+    CompositingManager compositingManager;
+    PanelStack panelStack;
+    X11Applications theApplications;
+    X11WindowList theWindowList;
+    X11WindowCapture theCapture;
+    X11HotKeys theHotKeys;
+};
+
+} // namespace
+
+std::unique_ptr<Desktop> makeX11Desktop(std::string& problem, std::function<void()> beforeExit) {
+    auto connection = X11Connection::open({}, problem);
+    if (!connection)
+        return nullptr;
+    connection->setLost([beforeExit = std::move(beforeExit)] {
+        NSLog("Mirrolet: the connection to the X server was lost");
+        beforeExit();
+        _exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
+    });
+    auto desktop = std::make_unique<X11Desktop>(std::move(connection));
+    desktop->start();
+    return desktop;
+}
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace mirrolet::platform {
+
+namespace dispatch {
+class Executor;
+}
+
+enum class DispatchQoS { unspecified, userInitiated, userInteractive };
+
+/// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one thread that
+/// carries the queue's label as its name; main() is the application's event loop.
+class DispatchQueue {
+  public:
+    /// Starts the queue's thread. Destroying the queue lets the running task end, drops what was not started, and
+    /// joins the thread (or leaves it to end by itself if the last owner is one of the queue's own tasks).
+    explicit DispatchQueue(std::string label, DispatchQoS qos = DispatchQoS::unspecified);
+    ~DispatchQueue();
+    DispatchQueue(const DispatchQueue&) = delete;
+    DispatchQueue& operator=(const DispatchQueue&) = delete;
+
+    static DispatchQueue& main();
+
+    /// Posts a task; never waits for it. Any thread.
+    void async(std::function<void()> task);
+    [[nodiscard]] const std::string& label() const { return name; }
+    [[nodiscard]] const std::shared_ptr<dispatch::Executor>& executor() const { return runner; }
+
+  private:
+    DispatchQueue(std::string label, std::shared_ptr<dispatch::Executor> runner);
+
+    std::string name;
+    std::shared_ptr<dispatch::Executor> runner;
+};
+
+} // namespace mirrolet::platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace mirrolet::platform {
+
+/// A one-shot timer on the main run loop. Main thread only. Keeps running when its last owner lets it go, as the run
+/// loop holds it; invalidate() stops it.
+class NSTimer {
+  public:
+    static std::shared_ptr<NSTimer> scheduledTimer(double seconds, std::function<void()> block);
+    void invalidate();
+
+  private:
+    struct State;
+    explicit NSTimer(std::shared_ptr<State> state);
+    std::shared_ptr<State> state;
+};
+
+} // namespace mirrolet::platform

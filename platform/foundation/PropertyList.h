@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace mirrolet::platform {
+
+/// One typed value: what window-list entries, user defaults and bundle information are made of. A plain value,
+/// copied freely between threads.
+class PropertyList {
+  public:
+    using Array = std::vector<PropertyList>;
+    using Dictionary = std::map<std::string, PropertyList>;
+
+    PropertyList() = default;
+    PropertyList(bool value) : value(value) {}
+    PropertyList(int value) : value(std::int64_t{value}) {}
+    PropertyList(std::int64_t value) : value(value) {}
+    PropertyList(std::uint32_t value) : value(std::int64_t{value}) {}
+    PropertyList(double value) : value(value) {}
+    PropertyList(const char* value) : value(std::string(value)) {}
+    PropertyList(std::string value) : value(std::move(value)) {}
+    PropertyList(Array value) : value(std::move(value)) {}
+    PropertyList(Dictionary value) : value(std::move(value)) {}
+
+    [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(value); }
+
+    // Conversions. Strict, and in this one place: each gives no value where the stored one does not fit.
+    /// A boolean, or a number that is exactly 0 or 1.
+    [[nodiscard]] std::optional<bool> asBool() const;
+    /// A whole number in range; never from a string or a boolean.
+    [[nodiscard]] std::optional<std::int32_t> asInt32() const;
+    [[nodiscard]] std::optional<std::uint32_t> asUInt32() const;
+    /// Any finite number; never from a string or a boolean.
+    [[nodiscard]] std::optional<double> asDouble() const;
+    // The pointers live as long as this value is unchanged; nullptr for another type.
+    [[nodiscard]] const std::string* asString() const { return std::get_if<std::string>(&value); }
+    [[nodiscard]] const Array* asArray() const { return std::get_if<Array>(&value); }
+    [[nodiscard]] const Dictionary* asDictionary() const { return std::get_if<Dictionary>(&value); }
+
+    using Storage = std::variant<std::monostate, bool, std::int64_t, double, std::string, Array, Dictionary>;
+    [[nodiscard]] const Storage& storage() const { return value; }
+
+    friend bool operator==(const PropertyList&, const PropertyList&) = default;
+
+  private:
+    Storage value;
+};
+
+} // namespace mirrolet::platform
