@@ -7,6 +7,18 @@ namespace mirrolet::platform::desktop {
 
 namespace {
 std::unique_ptr<Desktop> theDesktop;
+
+class NoTrayHosts final : public TrayHosts {
+  public:
+    bool present() override { return false; }
+    AnyCancellable subscribe(std::function<void(bool)>) override { return {}; }
+};
+
+} // namespace
+
+TrayHosts& Desktop::trayHosts() {
+    static NoTrayHosts none;
+    return none;
 }
 
 Desktop& Desktop::current() {

@@ -3,6 +3,7 @@
 #include "platform/desktop/Applications.h"
 #include "platform/desktop/HotKeys.h"
 #include "platform/desktop/PanelWindow.h"
+#include "platform/desktop/TrayHosts.h"
 #include "platform/desktop/WindowCapture.h"
 #include "platform/desktop/WindowList.h"
 #include "platform/desktop/WindowPresenter.h"
@@ -12,8 +13,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// What the layer asks of the desktop it runs on. One object per process, set at start and before any other part of
-/// the layer is used; tests set the scripted one.
+/// What the layer asks of the desktop it runs on. One object per process, set at start and before any other
+/// part of the layer is used; tests set the scripted one.
 class Desktop {
   public:
     virtual ~Desktop() = default;
@@ -21,7 +22,10 @@ class Desktop {
     virtual Applications& applications() = 0;
     virtual WindowCapture& capture() = 0;
     virtual HotKeys& hotKeys() = 0;
-    /// nullptr where the server cannot compose: the caller then draws the window itself from read-back pictures.
+    /// By default none ever: a desktop whose status icons all go by the session bus.
+    virtual TrayHosts& trayHosts();
+    /// nullptr where the server cannot compose: the caller then draws the window itself from read-back
+    /// pictures.
     virtual std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) = 0;
     virtual std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) = 0;
 

@@ -7,6 +7,7 @@
 #include "platform/desktop/x11/X11Connection.h"
 #include "platform/desktop/x11/X11HotKeys.h"
 #include "platform/desktop/x11/X11PanelWindow.h"
+#include "platform/desktop/x11/X11TrayHosts.h"
 #include "platform/desktop/x11/X11WindowCapture.h"
 #include "platform/desktop/x11/X11WindowList.h"
 #include "platform/desktop/x11/X11WindowPresenter.h"
@@ -26,7 +27,7 @@ class X11Desktop final : public Desktop {
     explicit X11Desktop(std::unique_ptr<X11Connection> opened)
         : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
           theApplications(*connection, loan), theWindowList(*connection, theApplications),
-          theCapture(*connection), theHotKeys(*connection) {}
+          theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection) {}
 
     void start() { connection->start(); }
 
@@ -34,6 +35,7 @@ class X11Desktop final : public Desktop {
     Applications& applications() override { return theApplications; }
     WindowCapture& capture() override { return theCapture; }
     HotKeys& hotKeys() override { return theHotKeys; }
+    TrayHosts& trayHosts() override { return theTrayHosts; }
 
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override {
         return X11WindowPresenter::make(*connection, window);
@@ -54,6 +56,7 @@ class X11Desktop final : public Desktop {
     X11WindowList theWindowList;
     X11WindowCapture theCapture;
     X11HotKeys theHotKeys;
+    X11TrayHosts theTrayHosts;
 };
 
 } // namespace

@@ -1,0 +1,112 @@
+#include "platform/appkit/ImageDrawing.h"
+
+#include <QFileInfo>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <algorithm>
+
+// Has to stand outside any namespace. The library is linked statically: nothing else would pull the drawings
+// in.
+static void loadSymbols() {
+    Q_INIT_RESOURCE(symbols);
+}
+
+namespace mirrolet::platform {
+
+namespace {
+
+constexpr qint64 largestIconFile = 8 << 20;
+
+QImage emptyImage(QSize pixels) {
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+QImage renderedSvg(const std::string& name, QSize pixels) {
+    loadSymbols();
+    QImage image = emptyImage(pixels);
+    QSvgRenderer renderer(QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name) +
+                          QStringLiteral(".svg"));
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
+}
+
+QImage tinted(QImage shape, const QColor& tint) {
+    QPainter painter(&shape);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(shape.rect(), tint);
+    return shape;
+}
+
+/// A desktop entry may name anything: a device or a FIFO would hold the reader up for ever.
+bool isReadablePicture(const QString& path) {
+    const QFileInfo file(path);
+    return file.isFile() && file.isReadable() && file.size() <= largestIconFile;
+}
+
+/// Old entries write the file's ending after a name that is looked up in the theme.
+QString themeName(QString name) {
+    for (const auto* ending : {".png", ".svg", ".xpm"})
+        if (name.endsWith(QLatin1String(ending)))
+            name.chop(4);
+    return name;
+}
+
+QIcon applicationIcon(const std::string& nameOrPath) {
+    const QString name = QString::fromStdString(nameOrPath);
+    if (name.startsWith(QLatin1Char('/')))
+        return isReadablePicture(name) ? QIcon(name) : QIcon();
+    return name.isEmpty() ? QIcon() : QIcon::fromTheme(themeName(name));
+}
+
+QImage centred(const QImage& picture, QSize pixels) {
+    QImage image = emptyImage(pixels);
+    const QImage scaled = picture.size() == pixels
+                              ? picture
+                              : picture.scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QPainter painter(&image);
+    painter.drawImage((pixels.width() - scaled.width()) / 2, (pixels.height() - scaled.height()) / 2, scaled);
+    return image;
+}
+
+QImage renderedIcon(const std::string& nameOrPath, QSize pixels) {
+    // Scale 1: the size asked for is in device pixels already.
+    const QImage picture = applicationIcon(nameOrPath).pixmap(pixels, 1.0).toImage();
+    return picture.isNull() ? renderedSvg("application", pixels) : centred(picture, pixels);
+}
+
+QImage renderedWindow(const desktop::WindowImage& window, QSize pixels) {
+    const auto bitmap = window.readBack();
+    if (bitmap.pixels.empty())
+        return emptyImage(pixels);
+    const QImage picture(reinterpret_cast<const uchar*>(bitmap.pixels.data()), bitmap.size.width,
+                         bitmap.size.height, QImage::Format_ARGB32_Premultiplied);
+    return centred(picture, pixels);
+}
+
+} // namespace
+
+QImage renderedImage(const NSImage& image, QSize pixels, const QColor& tint) {
+    const auto& content = image.drawnContent();
+    if (pixels.isEmpty())
+        return {};
+    if (content.window)
+        return renderedWindow(*content.window, pixels);
+    if (content.symbol.empty())
+        return renderedIcon(content.icon, pixels);
+    const QImage shape = renderedSvg(content.symbol, pixels);
+    return image.isTemplate() ? tinted(shape, tint) : shape;
+}
+
+QIcon toQIcon(const NSImage& image, const QColor& tint) {
+    QIcon icon;
+    for (const int side : {16, 18, 20, 22, 24, 32, 36, 48, 64})
+        icon.addPixmap(QPixmap::fromImage(renderedImage(image, {side, side}, tint)));
+    return icon;
+}
+
+} // namespace mirrolet::platform
