@@ -1,0 +1,57 @@
+#include "platform/combine/ObservableObjectPublisher.h"
+
+#include "platform/dispatch/DispatchQueue.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace mirrolet::platform {
+
+struct ObservableObjectPublisher::State {
+    using Receiver = std::shared_ptr<const std::function<void()>>;
+
+    std::map<std::uint64_t, Receiver> subscribers; ///< By number, thus in the order they subscribed.
+    std::uint64_t lastNumber = 0;
+};
+
+ObservableObjectPublisher::ObservableObjectPublisher() : state(std::make_shared<State>()) {}
+
+void ObservableObjectPublisher::send() {
+    // A subscriber may cancel, subscribe, or let this publisher go: everything is looked up anew by its
+    // number.
+    const auto kept = state;
+    std::vector<std::uint64_t> numbers;
+    for (const auto& [number, receiver] : kept->subscribers)
+        numbers.push_back(number);
+    for (const auto number : numbers) {
+        const auto found = kept->subscribers.find(number);
+        if (found == kept->subscribers.end())
+            continue;
+        const auto receiver = found->second;
+        (*receiver)();
+    }
+}
+
+AnyCancellable ObservableObjectPublisher::sink(std::function<void()> receive) {
+    const auto number = ++state->lastNumber;
+    state->subscribers.emplace(number, std::make_shared<const std::function<void()>>(std::move(receive)));
+    return AnyCancellable([weakState = std::weak_ptr(state), number] {
+        if (const auto alive = weakState.lock())
+            alive->subscribers.erase(number);
+    });
+}
+
+AnyCancellable ObservableObjectPublisher::sinkOn(DispatchQueue& queue, std::function<void()> receive) {
+    // What was posted before the cancellation must not run after it.
+    auto shared = std::make_shared<const std::function<void()>>(std::move(receive));
+    std::weak_ptr<const std::function<void()>> weak = shared;
+    return sink([&queue, shared = std::move(shared), weak = std::move(weak)] {
+        queue.async([weak] {
+            if (const auto alive = weak.lock())
+                (*alive)();
+        });
+    });
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/dispatch/Executor.h"
+
+#include <memory>
+
+namespace mirrolet::platform::dispatch {
+
+/// Runs its tasks on the application's event loop. A burst of posts wakes the loop once; a task that opens a
+/// loop of its own (a modal alert) does not hold up those behind it. Tasks posted by a task run on a later
+/// turn.
+class MainExecutor final : public Executor {
+  public:
+    MainExecutor();
+    ~MainExecutor() override;
+
+    void post(Task task) override;
+    TimerNumber callAt(TimePoint deadline, Task task) override;
+    void cancel(TimerNumber number) override;
+    /// The main queue lives as long as the process: nothing to do.
+    void shutDown() override {}
+
+  private:
+    class Receiver;
+    std::unique_ptr<Receiver> receiver;
+};
+
+} // namespace mirrolet::platform::dispatch

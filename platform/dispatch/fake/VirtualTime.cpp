@@ -1,0 +1,113 @@
+#include "platform/dispatch/fake/VirtualTime.h"
+
+#include <optional>
+#include <utility>
+
+namespace mirrolet::platform::dispatch {
+
+/// Everything still to run, on all queues, by deadline and then by the order it came in.
+struct VirtualTime::Agenda {
+    struct Entry {
+        int lane = 0;
+        Task task;
+    };
+    using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
+
+    Executor::TimePoint now{std::chrono::hours(1)};
+    std::map<Place, Entry> entries;
+    Executor::TimerNumber lastNumber = 0;
+    std::vector<std::string> laneNames;
+    std::string running;
+
+    Executor::TimerNumber add(int lane, Executor::TimePoint deadline, Task task) {
+        entries.emplace(Place{std::max(deadline, now), ++lastNumber}, Entry{lane, std::move(task)});
+        return lastNumber;
+    }
+
+    template <class Condition> void drop(const Condition& condition) {
+        std::vector<Task> dropped; // Let go at the end: that may add or drop others.
+        for (auto entry = entries.begin(); entry != entries.end();) {
+            if (!condition(entry->first, entry->second)) {
+                ++entry;
+                continue;
+            }
+            dropped.push_back(std::move(entry->second.task));
+            entry = entries.erase(entry);
+        }
+    }
+
+    bool runNext(Executor::TimePoint until) {
+        if (entries.empty() || entries.begin()->first.first > until)
+            return false;
+        auto node = entries.extract(entries.begin());
+        now = node.key().first;
+        const auto outer = std::exchange(running, laneNames[static_cast<std::size_t>(node.mapped().lane)]);
+        node.mapped().task();
+        node.mapped().task = nullptr;
+        running = outer;
+        return true;
+    }
+};
+
+class VirtualTime::Lane final : public Executor {
+  public:
+    Lane(std::shared_ptr<Agenda> agenda, const std::string& label)
+        : agenda(std::move(agenda)), number(static_cast<int>(this->agenda->laneNames.size())) {
+        this->agenda->laneNames.push_back(label);
+    }
+
+    void post(Task task) override { callAt(agenda->now, std::move(task)); }
+    [[nodiscard]] TimePoint now() const override { return agenda->now; }
+    TimerNumber callAt(TimePoint deadline, Task task) override {
+        return stopped ? 0 : agenda->add(number, deadline, std::move(task));
+    }
+    void cancel(TimerNumber cancelled) override {
+        agenda->drop([cancelled](const auto& place, const auto&) { return place.second == cancelled; });
+    }
+    void shutDown() override {
+        stopped = true;
+        agenda->drop([this](const auto&, const auto& entry) { return entry.lane == number; });
+    }
+
+  private:
+    std::shared_ptr<Agenda> agenda;
+    int number;
+    bool stopped = false;
+};
+
+VirtualTime::VirtualTime()
+    : agenda(std::make_shared<Agenda>()), mainLane(std::make_shared<Lane>(agenda, "main")) {
+    setCurrent(this);
+}
+
+VirtualTime::~VirtualTime() {
+    agenda->drop([](const auto&, const auto&) { return true; });
+    setCurrent(nullptr);
+}
+
+void VirtualTime::advance(double seconds) {
+    const auto until = agenda->now + spanOf(seconds);
+    while (agenda->runNext(until)) {
+    }
+    agenda->now = std::max(agenda->now, until);
+}
+
+const std::string& VirtualTime::runningQueue() const {
+    return agenda->running;
+}
+
+int VirtualTime::queuesMade(const std::string& label) const {
+    const auto found = made.find(label);
+    return found == made.end() ? 0 : found->second;
+}
+
+std::shared_ptr<Executor> VirtualTime::makeSerial(const std::string& label, DispatchQoS) {
+    ++made[label];
+    return std::make_shared<Lane>(agenda, label);
+}
+
+std::shared_ptr<Executor> VirtualTime::main() {
+    return mainLane;
+}
+
+} // namespace mirrolet::platform::dispatch

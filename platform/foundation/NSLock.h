@@ -1,0 +1,9 @@
+#pragma once
+
+#include <mutex>
+
+namespace mirrolet::platform {
+
+using NSLock = std::mutex;
+
+} // namespace mirrolet::platform
