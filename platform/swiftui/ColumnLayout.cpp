@@ -1,0 +1,131 @@
+#include "platform/swiftui/ColumnLayout.h"
+
+#include <QVariant>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace mirrolet::platform::swiftui {
+namespace {
+
+constexpr const char* precedenceProperty = "mirrolet.precedence";
+
+int precedenceOf(const QLayoutItem& item) {
+    auto& mutableItem =
+        const_cast<QLayoutItem&>(item); // widget() is const only from Qt 6.5 on for some items
+    const auto* widget = mutableItem.widget();
+    return widget ? widget->property(precedenceProperty).toInt() : 0;
+}
+
+bool fillsWidth(const QLayoutItem& item) {
+    return item.expandingDirections().testFlag(Qt::Horizontal);
+}
+
+int widthOf(const QLayoutItem& item, int available) {
+    return fillsWidth(item) ? available : std::min(item.sizeHint().width(), available);
+}
+
+int heightOf(const QLayoutItem& item, int available) {
+    if (item.hasHeightForWidth())
+        return item.heightForWidth(widthOf(item, available));
+    return item.sizeHint().height();
+}
+
+} // namespace
+
+ColumnLayout::ColumnLayout(double spacing) {
+    setSpacing(static_cast<int>(std::lround(spacing)));
+    setContentsMargins(0, 0, 0, 0);
+}
+
+ColumnLayout::~ColumnLayout() = default;
+
+void ColumnLayout::setPrecedence(QWidget& widget, int precedence) {
+    widget.setProperty(precedenceProperty, precedence);
+}
+
+void ColumnLayout::addItem(QLayoutItem* item) {
+    items.emplace_back(item);
+    invalidate();
+}
+
+QLayoutItem* ColumnLayout::itemAt(int index) const {
+    return index >= 0 && index < count() ? items[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+QLayoutItem* ColumnLayout::takeAt(int index) {
+    if (index < 0 || index >= count())
+        return nullptr;
+    auto item = std::move(items[static_cast<std::size_t>(index)]);
+    items.erase(items.begin() + index);
+    invalidate();
+    return item.release();
+}
+
+int ColumnLayout::totalSpacing() const {
+    return items.empty() ? 0 : spacing() * (count() - 1);
+}
+
+std::vector<int> ColumnLayout::idealHeights(int width) const {
+    std::vector<int> heights;
+    for (const auto& item : items)
+        heights.push_back(heightOf(*item, width));
+    return heights;
+}
+
+int ColumnLayout::heightForWidth(int width) const {
+    const QMargins margins = contentsMargins();
+    const auto heights = idealHeights(width - margins.left() - margins.right());
+    return std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing() + margins.top() +
+           margins.bottom();
+}
+
+QSize ColumnLayout::sizeHint() const {
+    const QMargins margins = contentsMargins();
+    QSize size(0, totalSpacing());
+    for (const auto& item : items)
+        size = {std::max(size.width(), item->sizeHint().width()), size.height() + item->sizeHint().height()};
+    return size.grownBy(margins);
+}
+
+QSize ColumnLayout::minimumSize() const {
+    QSize size(0, totalSpacing());
+    for (const auto& item : items)
+        size = {std::max(size.width(), item->minimumSize().width()),
+                size.height() + item->minimumSize().height()};
+    return size.grownBy(contentsMargins());
+}
+
+void ColumnLayout::compress(std::vector<int>& heights, int excess) const {
+    std::vector<std::size_t> order(items.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+        return precedenceOf(*items[a]) < precedenceOf(*items[b]);
+    });
+    for (const std::size_t index : order) {
+        const int given = std::clamp(heights[index] - items[index]->minimumSize().height(), 0, excess);
+        heights[index] -= given;
+        excess -= given;
+    }
+}
+
+void ColumnLayout::setGeometry(const QRect& bounds) {
+    QLayout::setGeometry(bounds);
+    const QRect room = bounds.marginsRemoved(contentsMargins());
+    auto heights = idealHeights(room.width());
+    int total = std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing();
+    if (total > room.height()) {
+        compress(heights, total - room.height());
+        total = std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing();
+    }
+    int top = room.top() + std::max(0, (room.height() - total) / 2);
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const int width = widthOf(*items[index], room.width());
+        items[index]->setGeometry({room.left() + (room.width() - width) / 2, top, width, heights[index]});
+        top += heights[index] + spacing();
+    }
+}
+
+} // namespace mirrolet::platform::swiftui

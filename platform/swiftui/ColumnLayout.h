@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QLayout>
+
+#include <memory>
+#include <vector>
+
+namespace mirrolet::platform::swiftui {
+
+/// Items below one another, each as wide as it likes and centred, all together centred vertically. Where the
+/// height does not suffice, items give way down to their minimum: those of low precedence first, the upper
+/// before the lower.
+class ColumnLayout : public QLayout {
+  public:
+    explicit ColumnLayout(double spacing);
+    ~ColumnLayout() override;
+
+    /// Precedence of a widget's ideal height; 0 unless set.
+    static void setPrecedence(QWidget& widget, int precedence);
+
+    void addItem(QLayoutItem* item) override;
+    [[nodiscard]] int count() const override { return static_cast<int>(items.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+    [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSize() const override;
+    void setGeometry(const QRect& bounds) override;
+
+  private:
+    [[nodiscard]] int totalSpacing() const;
+    [[nodiscard]] std::vector<int> idealHeights(int width) const;
+    void compress(std::vector<int>& heights, int excess) const;
+
+    std::vector<std::unique_ptr<QLayoutItem>> items;
+};
+
+} // namespace mirrolet::platform::swiftui

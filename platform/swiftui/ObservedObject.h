@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/combine/ObservableObjectPublisher.h"
+#include "platform/dispatch/DispatchQueue.h"
+#include "platform/swiftui/Binding.h"
+
+#include <functional>
+
+namespace mirrolet::platform::swiftui {
+
+/// A reference to an observable object that outlives every view. It announces a change before it makes it, so
+/// views look at it on a later turn of the main loop.
+template <class Object> class ObservedObject {
+  public:
+    explicit ObservedObject(Object& observed) : object(&observed) {}
+
+    Object* operator->() const { return object; }
+
+    [[nodiscard]] Observation changes() const {
+        return [observed = object](std::function<void()> changed) {
+            return observed->objectWillChange().sinkOn(DispatchQueue::main(), std::move(changed));
+        };
+    }
+    template <class Value, class Get, class Set>
+    [[nodiscard]] Binding<Value> binding(Get getter, Set setter) const {
+        return {
+            [observed = object, getter] { return std::invoke(getter, *observed); },
+            [observed = object, setter](Value value) { std::invoke(setter, *observed, std::move(value)); },
+            changes()};
+    }
+
+  private:
+    Object* object;
+};
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/combine/ObservableObjectPublisher.h"
+#include "platform/swiftui/Binding.h"
+
+#include <memory>
+#include <utility>
+
+namespace mirrolet::platform::swiftui {
+
+/// A value that a view owns. Copies of the view share it; it lives as long as one of them, or a widget built
+/// from one, does. Observers hear of a change at once, after it. Main thread only.
+template <class Value> class State {
+    struct Cell {
+        Value value;
+        ObservableObjectPublisher didChange;
+    };
+
+  public:
+    /// The same value, without keeping it alive: for results that arrive later.
+    class Weak {
+      public:
+        explicit Weak(const std::shared_ptr<Cell>& cell) : cell(cell) {}
+        /// Does nothing once the view is gone.
+        void set(Value value) const {
+            if (const auto alive = cell.lock())
+                assign(*alive, std::move(value));
+        }
+
+      private:
+        std::weak_ptr<Cell> cell;
+    };
+
+    explicit State(Value initial) : cell(std::make_shared<Cell>(Cell{std::move(initial), {}})) {}
+
+    [[nodiscard]] const Value& get() const { return cell->value; }
+    /// Setting the value it has is no change.
+    void set(Value value) const { assign(*cell, std::move(value)); }
+    [[nodiscard]] Weak weak() const { return Weak(cell); }
+
+    [[nodiscard]] Observation changes() const {
+        return
+            [cell = cell](std::function<void()> changed) { return cell->didChange.sink(std::move(changed)); };
+    }
+    [[nodiscard]] Binding<Value> binding() const {
+        return {[cell = cell] { return cell->value; },
+                [cell = cell](Value value) { assign(*cell, std::move(value)); }, changes()};
+    }
+
+  private:
+    static void assign(Cell& cell, Value value) {
+        if (cell.value == value)
+            return;
+        cell.value = std::move(value);
+        auto publisher = cell.didChange; // an observer may end the view, and the cell with it
+        publisher.send();
+    }
+
+    std::shared_ptr<Cell> cell;
+};
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/swiftui/Text.h"
+
+#include <QLabel>
+#include <QSize>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace mirrolet::platform::swiftui {
+
+/// Shows a Text. Its label text is the whole text, whatever part of it is drawn.
+class TextWidget : public QLabel {
+  public:
+    TextWidget(const std::vector<Text::Run>& runs, Font font, ForegroundStyle style, TextAlignment alignment);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    struct Piece {
+        QString text;
+        bool elidable;
+    };
+    /// What is drawn: the text with its elidable parts shortened to a number of characters, at a share of the
+    /// size.
+    struct Fit {
+        QString text;
+        double scale = 1;
+    };
+
+    [[nodiscard]] QFont scaledFont(double scale) const;
+    [[nodiscard]] double heightOf(const QString& text, double width, double scale) const;
+    [[nodiscard]] bool fits(const QString& text, double scale) const;
+    [[nodiscard]] QString shortened(qsizetype charactersKept) const;
+    [[nodiscard]] std::optional<QString> longestThatFits(double scale) const;
+    [[nodiscard]] Fit fitted() const;
+
+    std::vector<Piece> pieces;
+    qsizetype longestElidable = 0;
+    Font role;
+    ForegroundStyle style;
+    TextAlignment textAlignment;
+    std::optional<Fit> fit; ///< Of the present size and font; none until it is asked for.
+};
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,113 @@
+#include "platform/swiftui/View.h"
+
+#include "platform/swiftui/ColumnLayout.h"
+#include "platform/swiftui/MaterialWidget.h"
+
+#include <QEvent>
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include <cmath>
+
+namespace mirrolet::platform::swiftui {
+namespace {
+
+int pixels(double points) {
+    return static_cast<int>(std::lround(points));
+}
+
+/// A widget around the content, with a column layout of its own.
+QWidget* wrapped(QWidget* container, QWidget* content) {
+    auto* layout = new ColumnLayout(0);
+    container->setLayout(layout);
+    layout->addWidget(content);
+    return container;
+}
+
+/// A widget around the content that gives it all of its room.
+QWidget* stretched(QWidget* container, QWidget* content, QMargins margins) {
+    auto* layout = new QVBoxLayout(container);
+    layout->setContentsMargins(margins);
+    layout->addWidget(content);
+    return container;
+}
+
+/// Tells when a widget comes on screen.
+class AppearanceFilter : public QObject {
+  public:
+    AppearanceFilter(QWidget* watched, std::function<void()> appeared)
+        : QObject(watched), appeared(std::move(appeared)) {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show && !event->spontaneous())
+            appeared();
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    std::function<void()> appeared;
+};
+
+} // namespace
+
+View View::padding(double points) const {
+    return View([view = *this, edge = pixels(points)](const BuildContext& context) {
+        return stretched(new QWidget, view.build(context), QMargins(edge, edge, edge, edge));
+    });
+}
+
+View View::verticalPadding(double points) const {
+    return View([view = *this, edge = pixels(points)](const BuildContext& context) {
+        return stretched(new QWidget, view.build(context), QMargins(0, edge, 0, edge));
+    });
+}
+
+View View::frame(double width, double height) const {
+    return View([view = *this, size = QSize(pixels(width), pixels(height))](const BuildContext& context) {
+        QWidget* framed = wrapped(new QWidget, view.build(context));
+        framed->setFixedSize(size);
+        return framed;
+    });
+}
+
+View View::minHeight(double height) const {
+    return View([view = *this, height](const BuildContext& context) {
+        QWidget* widget = view.build(context);
+        widget->setMinimumHeight(pixels(height));
+        return widget;
+    });
+}
+
+View View::fullWidth() const {
+    return View([view = *this](const BuildContext& context) {
+        QWidget* wide = wrapped(new QWidget, view.build(context));
+        wide->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+        return wide;
+    });
+}
+
+View View::background(Material /*material*/, double cornerRadius) const {
+    return View([view = *this, cornerRadius](const BuildContext& context) {
+        return stretched(new MaterialWidget(cornerRadius), view.build(context), QMargins());
+    });
+}
+
+View View::accessibilityLabel(std::string label) const {
+    return View([view = *this, label = std::move(label)](const BuildContext& context) {
+        QWidget* widget = view.build(context);
+        widget->setAccessibleName(QString::fromStdString(label));
+        return widget;
+    });
+}
+
+View View::task(std::function<void()> action) const {
+    return View([view = *this, action = std::move(action)](const BuildContext& context) {
+        QWidget* widget = view.build(context);
+        new AppearanceFilter(widget, action); // owned by the widget
+        return widget;
+    });
+}
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+
+class QWidget;
+
+namespace mirrolet::platform::swiftui {
+
+/// What a view is built into: a container may ask its content for another look.
+struct BuildContext {
+    bool inForm = false; ///< A row of a grouped form: label at the left, control at the right.
+};
+
+enum class Material { ultraThin };
+
+/// A piece of user interface, as a value: copying it copies the description. Building makes a widget, once;
+/// from then on the widget follows the bindings that the description names. Main thread only.
+class View {
+  public:
+    /// Makes the widget, without a parent; the caller gives it one (or deletes it).
+    using Builder = std::function<QWidget*(const BuildContext&)>;
+
+    explicit View(Builder builder) : builder(std::move(builder)) {}
+    /// Any value with a body() is a view.
+    template <class Value>
+    requires requires(const Value& value) { {value.body()}; }
+    View(const Value& value) : View(View::erased(value.body())) {}
+
+    [[nodiscard]] QWidget* build(const BuildContext& context) const { return builder(context); }
+
+    [[nodiscard]] View padding(double points) const;
+    [[nodiscard]] View verticalPadding(double points) const;
+    /// A fixed size, the content centred in it.
+    [[nodiscard]] View frame(double width, double height) const;
+    [[nodiscard]] View minHeight(double height) const;
+    /// As wide as there is room, the content centred in it.
+    [[nodiscard]] View fullWidth() const;
+    /// Fills a rounded rectangle with continuous corners behind the content and draws a hairline around it.
+    [[nodiscard]] View background(Material material, double cornerRadius) const;
+    /// What assistive software calls it.
+    [[nodiscard]] View accessibilityLabel(std::string label) const;
+    /// Runs each time the view comes on screen (not when its window is restored from the task list).
+    [[nodiscard]] View task(std::function<void()> action) const;
+
+  private:
+    static const View& erased(const View& view) { return view; }
+    template <class Value> static View erased(const Value& value) { return View(value); }
+
+    Builder builder;
+};
+
+/// Gives a view value the modifiers of View.
+template <class Self> class Modifiable {
+  public:
+    [[nodiscard]] View padding(double points) const { return view().padding(points); }
+    [[nodiscard]] View verticalPadding(double points) const { return view().verticalPadding(points); }
+    [[nodiscard]] View frame(double width, double height) const { return view().frame(width, height); }
+    [[nodiscard]] View minHeight(double height) const { return view().minHeight(height); }
+    [[nodiscard]] View fullWidth() const { return view().fullWidth(); }
+    [[nodiscard]] View accessibilityLabel(std::string label) const {
+        return view().accessibilityLabel(std::move(label));
+    }
+    [[nodiscard]] View task(std::function<void()> action) const { return view().task(std::move(action)); }
+
+  private:
+    [[nodiscard]] View view() const { return View(static_cast<const Self&>(*this)); }
+};
+
+} // namespace mirrolet::platform::swiftui

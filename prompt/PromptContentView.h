@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/swiftui/View.h"
+
+#include <functional>
+#include <string>
+
+namespace mirrolet {
+
+/// What the prompt shows: the question and its two answers.
+struct PromptContentView {
+    std::string appName;
+    bool isLikelyCall = false;
+    std::function<void()> onAccept;
+    std::function<void()> onDecline;
+
+    [[nodiscard]] platform::swiftui::View body() const;
+};
+
+} // namespace mirrolet
