@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/appkit/NSStatusItem.h"
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+constexpr double NSSquareStatusItemLength = -2;
+
+/// The desktop's status bar. Main thread, with the application object and the desktop there.
+class NSStatusBar {
+  public:
+    static NSStatusBar& system();
+    /// An item that is shown until it is destroyed. The length is the desktop's to choose; square is what it
+    /// gives.
+    [[nodiscard]] std::shared_ptr<NSStatusItem> statusItem(double withLength);
+};
+
+} // namespace mirrolet::platform

@@ -1,0 +1,65 @@
+#include "platform/appkit/NSStatusItem.h"
+
+#include "platform/appkit/ImageDrawing.h"
+#include "platform/appkit/StatusTray.h"
+
+#include <QFont>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+/// The status bar takes pictures only. Light letters with a dark edge: the panel may be of any colour.
+QIcon titleIcon(const std::string& title) {
+    constexpr int side = 64;
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QFont font;
+    font.setBold(true);
+    font.setPixelSize(side / 2);
+    QPainterPath letters;
+    letters.addText({}, font, QString::fromStdString(title));
+    const QRectF bounds = letters.boundingRect();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(QRectF(0, 0, side, side).center() - bounds.center());
+    painter.strokePath(letters, QPen(QColor(0x23272e), 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.fillPath(letters, QColor(0xf5f6f8));
+    return picture;
+}
+
+} // namespace
+
+void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
+    shown = std::move(image);
+    if (changed)
+        changed();
+}
+
+void NSStatusBarButton::setTitle(std::string title) {
+    text = std::move(title);
+    if (changed)
+        changed();
+}
+
+NSStatusItem::NSStatusItem() : tray(std::make_shared<Tray>()) {
+    theButton.changed = [this] {
+        const auto& image = theButton.shown;
+        tray->setLook(image ? toQIcon(*image, Qt::white) : titleIcon(theButton.text),
+                      QString::fromStdString(image ? image->accessibilityDescription() : theButton.text));
+    };
+    tray->watch();
+}
+
+NSStatusItem::~NSStatusItem() = default;
+
+void NSStatusItem::setMenu(std::shared_ptr<NSMenu> menu) {
+    attachedMenu = std::move(menu);
+    tray->setMenu(attachedMenu);
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,116 @@
+#include "platform/appkit/StatusNotifierHosts.h"
+
+#include "platform/dispatch/DispatchQueue.h"
+#include "platform/foundation/SessionBus.h"
+
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+constexpr auto watcherPath = "/StatusNotifierWatcher";
+
+} // namespace
+
+// Used on the bus's thread only, but for `changed`, which the main thread uses.
+struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
+    std::function<void(bool)> changed; ///< Empty once the owner is gone.
+    GDBusConnection* connection = nullptr;
+    guint nameWatch = 0;
+    guint signalWatch = 0;
+
+    void begin(GDBusConnection* bus);
+    void end() const;
+    void ask();
+    void report(bool present);
+
+    // What GLib holds as user data is a weak pointer of its own: answers may come after the owner has gone.
+    using Weak = std::weak_ptr<Watch>;
+    static gpointer hold(const std::shared_ptr<Watch>& watch) { return new Weak(watch); }
+    static void drop(gpointer data) { delete static_cast<Weak*>(data); }
+    static std::shared_ptr<Watch> held(gpointer data) { return static_cast<Weak*>(data)->lock(); }
+    static void onAnswer(GObject* connection, GAsyncResult* result, gpointer data);
+};
+
+void StatusNotifierHosts::Watch::report(bool present) {
+    DispatchQueue::main().async([weak = weak_from_this(), present] {
+        if (const auto self = weak.lock(); self && self->changed)
+            self->changed(present);
+    });
+}
+
+void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
+    connection = bus;
+    if (!bus) {
+        report(false);
+        return;
+    }
+    nameWatch = g_bus_watch_name_on_connection(
+        bus, watcherName, G_BUS_NAME_WATCHER_FLAGS_NONE,
+        [](GDBusConnection*, const char*, const char*, gpointer data) {
+            if (const auto self = held(data))
+                self->ask();
+        },
+        [](GDBusConnection*, const char*, gpointer data) {
+            if (const auto self = held(data))
+                self->report(false);
+        },
+        hold(shared_from_this()), drop);
+    // Any signal of the registry: hosts come and go, and not every registry tells both.
+    signalWatch = g_dbus_connection_signal_subscribe(
+        bus, watcherName, watcherName, nullptr, watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
+        [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, gpointer data) {
+            if (const auto self = held(data))
+                self->ask();
+        },
+        hold(shared_from_this()), drop);
+}
+
+void StatusNotifierHosts::Watch::end() const {
+    if (nameWatch)
+        g_bus_unwatch_name(nameWatch);
+    if (signalWatch)
+        g_dbus_connection_signal_unsubscribe(connection, signalWatch);
+}
+
+void StatusNotifierHosts::Watch::ask() {
+    // No time limit: a registry that hangs is neither a yes nor a no, and if it dies the bus says so.
+    g_dbus_connection_call(connection, watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
+                           g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"),
+                           G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr,
+                           onAnswer, hold(shared_from_this()));
+}
+
+void StatusNotifierHosts::Watch::onAnswer(GObject* connection, GAsyncResult* result, gpointer data) {
+    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr);
+    GVariant* value = nullptr;
+    if (answer)
+        g_variant_get(answer, "(v)", &value);
+    const bool present =
+        value && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) && g_variant_get_boolean(value);
+    if (value)
+        g_variant_unref(value);
+    if (answer)
+        g_variant_unref(answer);
+    if (const auto self = held(data))
+        self->report(present);
+    drop(data);
+}
+
+StatusNotifierHosts::StatusNotifierHosts(std::function<void(bool)> changed)
+    : watch(std::make_shared<Watch>()) {
+    watch->changed = std::move(changed);
+    SessionBus::shared().whenKnown([weak = std::weak_ptr(watch)](GDBusConnection* connection) {
+        if (const auto self = weak.lock())
+            self->begin(connection);
+    });
+}
+
+StatusNotifierHosts::~StatusNotifierHosts() {
+    watch->changed = nullptr;
+    SessionBus::shared().whenKnown([ended = std::move(watch)](GDBusConnection*) { ended->end(); });
+}
+
+} // namespace mirrolet::platform
