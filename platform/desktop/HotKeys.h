@@ -22,15 +22,16 @@ enum class GrabResult {
 class HotKeys {
   public:
     virtual ~HotKeys() = default;
-    /// Where presses go: called with the grab's number, on the backend's own thread, once for each press (not for
-    /// auto-repeat). Set once, before the first grab.
+    /// Where presses go: called with the grab's number, on the backend's own thread, once for each press (not
+    /// for auto-repeat). Set once, before the first grab.
     virtual void setPressed(std::function<void(std::uint32_t grab)> pressed) = 0;
-    /// Grabs the key at a place (evdev key code) with exactly these modifiers, whatever the locks and the layout.
-    /// The number is the caller's and not in use. Main thread.
+    /// Grabs the key at a place (evdev key code) with exactly these modifiers, whatever the locks and the
+    /// layout. The number is the caller's and not in use. Main thread.
     virtual GrabResult grab(std::uint32_t number, std::uint32_t evdevCode, std::uint32_t modifiers) = 0;
     /// Unknown numbers are ignored. Main thread.
     virtual void release(std::uint32_t number) = 0;
-    /// While suspended the grabs let every key through to the focused window (a recorder listens). Main thread.
+    /// While suspended the grabs let every key through to the focused window (a recorder listens). Main
+    /// thread.
     virtual void suspend(bool suspended) = 0;
 };
 

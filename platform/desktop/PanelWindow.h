@@ -13,24 +13,27 @@ enum class PanelStacking {
     floating,    ///< Above everything, full-screen windows too; the window manager has no part in it.
 };
 
-/// The desktop's side of one panel: stacking, all desktops, no task list, the keyboard, the corners. Made after the
-/// native window exists and before it is first shown; destroyed before the native window is. Main thread only.
+/// The desktop's side of one panel: stacking, all desktops, no task list, the keyboard, the corners. Made
+/// after the native window exists and before it is first shown; destroyed before the native window is. Main
+/// thread only.
 class PanelWindow {
   public:
     virtual ~PanelWindow() = default;
     /// Just before the native window is mapped: properties that a window manager reads once.
     virtual void willShow() = 0;
-    /// Just after it was mapped: requests that a window manager takes only then. Floating: to the front of its
-    /// level, and kept above every other application's windows but menus and tooltips until didHide().
+    /// Just after it was mapped: requests that a window manager takes only then. Floating: to the front of
+    /// its level, and kept above every other application's windows but menus and tooltips until didHide().
     virtual void didShow() = 0;
     virtual void didHide() = 0;
     /// Among panels of this process, the higher level is in front.
     virtual void setLevel(int level) = 0;
-    /// Gives this window the keyboard, once, and remembers who had it. A window that the user then chooses keeps it.
+    /// Gives this window the keyboard, once, and remembers who had it. A window that the user then chooses
+    /// keeps it.
     virtual void takeKeyboard() = 0;
     /// If this window still has the keyboard, gives it back to the window that had it.
     virtual void returnKeyboard() = 0;
-    /// Size and corner radius in device pixels: where no compositing manager runs, the corners are cut by shape.
+    /// Size and corner radius in device pixels: where no compositing manager runs, the corners are cut by
+    /// shape.
     virtual void setCorners(PixelSize size, double radius) = 0;
 };
 

@@ -5,7 +5,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Device pixels. Origin top-left, y grows downwards; a rectangle on the desktop is in root-window coordinates.
+/// Device pixels. Origin top-left, y grows downwards; a rectangle on the desktop is in root-window
+/// coordinates.
 struct PixelSize {
     int width = 0;
     int height = 0;
@@ -20,7 +21,8 @@ struct PixelRect {
     friend bool operator==(const PixelRect&, const PixelRect&) = default;
 };
 
-/// Pixels in memory: premultiplied ARGB, 32 bits each in native byte order, rows top to bottom without padding.
+/// Pixels in memory: premultiplied ARGB, 32 bits each in native byte order, rows top to bottom without
+/// padding.
 struct Bitmap {
     PixelSize size;
     std::vector<std::uint32_t> pixels;

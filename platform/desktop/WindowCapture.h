@@ -14,8 +14,8 @@ class WindowImage {
     virtual ~WindowImage() = default;
     /// Size in device pixels, both above 0.
     [[nodiscard]] virtual PixelSize size() const = 0;
-    /// Reads the pixels back, opaque. Slow: for servers that cannot compose, for tests and tools. Empty if the
-    /// server no longer has them. Any thread.
+    /// Reads the pixels back, opaque. Slow: for servers that cannot compose, for tests and tools. Empty if
+    /// the server no longer has them. Any thread.
     [[nodiscard]] virtual Bitmap readBack() const = 0;
 };
 
@@ -24,9 +24,9 @@ class WindowCapture {
     virtual ~WindowCapture() = default;
     /// Whether windows can be captured here at all (the Screen Recording permission). Constant for a process.
     [[nodiscard]] virtual bool permitted() const = 0;
-    /// The window's own picture, without frame and shadow, whether it is covered or not. A window that exists but
-    /// cannot be seen gives its last picture. None once the window is gone, for good: a number that the server
-    /// uses again is another window. Any thread; a capture of an unchanged window costs no request.
+    /// The window's own picture, without frame and shadow, whether it is covered or not. A window that exists
+    /// but cannot be seen gives its last picture. None once the window is gone, for good: a number that the
+    /// server uses again is another window. Any thread; a capture of an unchanged window costs no request.
     virtual std::shared_ptr<const WindowImage> image(WindowNumber window) = 0;
 };
 

@@ -17,16 +17,16 @@ struct WindowRow {
     WindowNumber number = 0;
     PixelRect bounds; ///< The visible part (an invisible client-side shadow left out), root coordinates.
     int layer = 0;    ///< 0 for ordinary windows, above 0 for keep-above, notification and similar ones.
-    std::int32_t ownerPid = 0; ///< The application number (see Applications), not always a kernel PID.
-    std::string ownerName;     ///< UTF-8.
+    std::int32_t ownerPid = 0;        ///< The application number (see Applications), not always a kernel PID.
+    std::string ownerName;            ///< UTF-8.
     std::optional<std::string> title; ///< UTF-8; none where the window has no title.
 };
 
 class WindowList {
   public:
     virtual ~WindowList() = default;
-    /// The viewable windows of every application but docks and desktops, front to back. None if the list cannot
-    /// be read. Any thread.
+    /// The viewable windows of every application but docks and desktops, front to back. None if the list
+    /// cannot be read. Any thread.
     virtual std::optional<std::vector<WindowRow>> onScreenWindows() = 0;
 };
 

@@ -9,12 +9,13 @@
 namespace mirrolet::platform::desktop {
 
 /// Puts one native window together on the server: background, picture, overlay, rounded mask, in this order.
-/// Main thread only. Nothing is drawn before the first resize(). Setters only note what changed; present() draws.
+/// Main thread only. Nothing is drawn before the first resize(). Setters only note what changed; present()
+/// draws.
 class WindowPresenter {
   public:
     virtual ~WindowPresenter() = default;
-    /// Size of the window and radius of its corners, in device pixels. The overlay and picture rectangle are void
-    /// afterwards and have to be set again.
+    /// Size of the window and radius of its corners, in device pixels. The overlay and picture rectangle are
+    /// void afterwards and have to be set again.
     virtual void resize(PixelSize size, double cornerRadius) = 0;
     /// Opaque colour under everything, 0xAARRGGBB.
     virtual void setBackground(std::uint32_t colour) = 0;

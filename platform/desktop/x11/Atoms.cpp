@@ -10,7 +10,10 @@ namespace mirrolet::platform::desktop::x11 {
 
 Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
     const std::string screen = std::to_string(screenNumber);
-#define ATOM(name) std::pair<xcb_atom_t*, std::string>{&(name), #name}
+#define ATOM(name)                                                                                           \
+    std::pair<xcb_atom_t*, std::string> {                                                                    \
+        &(name), #name                                                                                       \
+    }
     const std::array wanted = {
         ATOM(UTF8_STRING),
         ATOM(WM_STATE),
@@ -62,8 +65,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         cookies[i] = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(wanted[i].second.size()),
                                      wanted[i].second.c_str());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
-        const XcbReply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection, cookies[i], nullptr));
+        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookies[i], nullptr));
         *wanted[i].first = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     }
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <xcb/xcb.h>
+
 #include <map>
 #include <string>
 #include <string_view>
-
-#include <xcb/xcb.h>
 
 namespace mirrolet::platform::desktop::x11 {
 

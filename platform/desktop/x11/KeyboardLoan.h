@@ -1,13 +1,13 @@
 #pragma once
 
-#include <atomic>
-
 #include <xcb/xcb.h>
+
+#include <atomic>
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Which application window had the keyboard before a panel of ours took it: that window's application stays the
-/// frontmost one while the panel has it. Any thread.
+/// Which application window had the keyboard before a panel of ours took it: that window's application stays
+/// the frontmost one while the panel has it. Any thread.
 class KeyboardLoan {
   public:
     void begin(xcb_window_t activeWindow) { lender = activeWindow; }

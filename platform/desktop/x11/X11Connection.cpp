@@ -3,13 +3,6 @@
 #include "platform/desktop/x11/XcbReply.h"
 #include "platform/foundation/NSLog.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <cstring>
-#include <utility>
-
-#include <pthread.h>
 #include <xcb/composite.h>
 #include <xcb/damage.h>
 #include <xcb/randr.h>
@@ -18,6 +11,13 @@
 #include <xcb/shape.h>
 #include <xcb/xcbext.h>
 #include <xcb/xfixes.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <pthread.h>
+#include <utility>
 #define explicit explicitActions // xkb.h names a member so.
 #include <xcb/xkb.h>
 #undef explicit
@@ -77,7 +77,8 @@ std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, s
 }
 
 X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber)
-    : connection(connection), defaultScreenNumber(screenNumber), defaultScreen(screenOf(connection, screenNumber)) {
+    : connection(connection), defaultScreenNumber(screenNumber),
+      defaultScreen(screenOf(connection, screenNumber)) {
     for (auto* extension : {&xcb_composite_id, &xcb_damage_id, &xcb_render_id, &xcb_xfixes_id, &xcb_shape_id,
                             &xcb_randr_id, &xcb_res_id, &xcb_xkb_id})
         xcb_prefetch_extension_data(connection, extension);

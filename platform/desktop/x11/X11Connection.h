@@ -2,6 +2,8 @@
 
 #include "platform/desktop/x11/Atoms.h"
 
+#include <xcb/xcb.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -10,18 +12,17 @@
 #include <thread>
 #include <vector>
 
-#include <xcb/xcb.h>
-
 namespace mirrolet::platform::desktop::x11 {
 
-/// The backend's own connection to the X server, never the toolkit's, so that every error is ours to read. Requests
-/// may be made from any thread; events are read by one thread of the connection and handed to who subscribed.
+/// The backend's own connection to the X server, never the toolkit's, so that every error is ours to read.
+/// Requests may be made from any thread; events are read by one thread of the connection and handed to who
+/// subscribed.
 class X11Connection {
   public:
     using EventHandler = std::function<void(const xcb_generic_event_t&)>;
 
-    /// Ends a subscription when destroyed; waits for a handler that is running, unless called from it. Must not be
-    /// destroyed while holding a lock that the handler takes.
+    /// Ends a subscription when destroyed; waits for a handler that is running, unless called from it. Must
+    /// not be destroyed while holding a lock that the handler takes.
     class Subscription {
       public:
         Subscription() = default;
@@ -31,7 +32,8 @@ class X11Connection {
 
       private:
         friend class X11Connection;
-        Subscription(X11Connection* connection, std::uint64_t number) : connection(connection), number(number) {}
+        Subscription(X11Connection* connection, std::uint64_t number)
+            : connection(connection), number(number) {}
         X11Connection* connection = nullptr;
         std::uint64_t number = 0;
     };
@@ -50,7 +52,8 @@ class X11Connection {
         std::uint8_t randrFirstEvent = 0;
     };
 
-    /// Connects to a display (empty: $DISPLAY). On failure returns nothing and says why in `problem`, one line.
+    /// Connects to a display (empty: $DISPLAY). On failure returns nothing and says why in `problem`, one
+    /// line.
     static std::unique_ptr<X11Connection> open(const std::string& display, std::string& problem);
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -76,11 +79,12 @@ class X11Connection {
     void start();
 
     void flush() const { xcb_flush(connection); }
-    /// Waits for a checked request. True if it went well; what the error was is the caller's business. For requests
-    /// whose failure is expected (a window that died).
+    /// Waits for a checked request. True if it went well; what the error was is the caller's business. For
+    /// requests whose failure is expected (a window that died).
     bool succeeds(xcb_void_cookie_t checked, std::uint8_t* errorCode = nullptr) const;
-    /// An unchecked request's error arrives as an event and is ignored when it only says that a window, drawable,
-    /// damage or pixmap is gone, or a match failed because of it; anything else is a bug of ours and is logged once.
+    /// An unchecked request's error arrives as an event and is ignored when it only says that a window,
+    /// drawable, damage or pixmap is gone, or a match failed because of it; anything else is a bug of ours
+    /// and is logged once.
   private:
     X11Connection(xcb_connection_t* connection, int screenNumber);
     void queryExtensions();

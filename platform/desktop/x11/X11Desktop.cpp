@@ -11,12 +11,8 @@
 #include "platform/desktop/x11/X11WindowCapture.h"
 #include "platform/desktop/x11/X11WindowList.h"
 #include "platform/desktop/x11/X11WindowPresenter.h"
-#include "platform/foundation/NSLog.h"
 
-#include <cstdlib>
 #include <utility>
-
-#include <unistd.h>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -61,15 +57,11 @@ class X11Desktop final : public Desktop {
 
 } // namespace
 
-std::unique_ptr<Desktop> makeX11Desktop(std::string& problem, std::function<void()> beforeExit) {
+std::unique_ptr<Desktop> makeX11Desktop(std::string& problem, std::function<void()> serverLost) {
     auto connection = X11Connection::open({}, problem);
     if (!connection)
         return nullptr;
-    connection->setLost([beforeExit = std::move(beforeExit)] {
-        NSLog("Mirrolet: the connection to the X server was lost");
-        beforeExit();
-        _exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
-    });
+    connection->setLost(std::move(serverLost));
     auto desktop = std::make_unique<X11Desktop>(std::move(connection));
     desktop->start();
     return desktop;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/appkit/NSView.h"
+
+#include <functional>
+
+namespace mirrolet {
+
+/// The panel's content view: hands the pointer's presses and drags on the body to the panel.
+class PiPContainerView : public platform::NSView {
+  public:
+    using NSView::NSView;
+
+    std::function<void(const platform::NSEvent&)> onMouseDown;
+    std::function<void(const platform::NSEvent&)> onMouseDragged;
+    std::function<void(const platform::NSEvent&)> onMouseUp;
+
+    void mouseDown(const platform::NSEvent& event) override;
+    void mouseDragged(const platform::NSEvent& event) override;
+    void mouseUp(const platform::NSEvent& event) override;
+};
+
+} // namespace mirrolet

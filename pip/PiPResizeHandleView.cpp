@@ -1,0 +1,49 @@
+#include "pip/PiPResizeHandleView.h"
+
+#include "platform/appkit/NSBezierPath.h"
+
+namespace mirrolet {
+
+using namespace platform;
+
+void PiPResizeHandleView::mouseDown(const NSEvent& /*event*/) {
+    lastLocation = NSEvent::mouseLocation();
+}
+
+void PiPResizeHandleView::mouseDragged(const NSEvent& /*event*/) {
+    if (!lastLocation)
+        return;
+    const NSPoint before = *lastLocation;
+    const NSPoint now = NSEvent::mouseLocation();
+    lastLocation = now;
+    if (onResizeDrag)
+        onResizeDrag(now.x - before.x, now.y - before.y);
+}
+
+void PiPResizeHandleView::mouseUp(const NSEvent& /*event*/) {
+    lastLocation.reset();
+}
+
+void PiPResizeHandleView::resetCursorRects() {
+    addCursorRect(bounds(), NSCursor::crosshair);
+}
+
+void PiPResizeHandleView::draw(NSRect dirtyRect) {
+    NSView::draw(dirtyRect);
+    const CGFloat right = bounds().maxX();
+    const CGFloat bottom = bounds().minY();
+    NSBezierPath path;
+    // The first segment has no length, and with butt caps it draws nothing. It is the corner of the pattern,
+    // meant to stay as it is: two strokes are the look that is wanted, and a dot or a third one is not.
+    path.move({right - 5, bottom + 5});
+    path.line({right - 5, bottom + 5});
+    path.move({right - 10, bottom + 5});
+    path.line({right - 5, bottom + 10});
+    path.move({right - 15, bottom + 5});
+    path.line({right - 5, bottom + 15});
+    path.lineWidth = 1.5;
+    NSColor::white().withAlphaComponent(0.7).setStroke();
+    path.stroke();
+}
+
+} // namespace mirrolet

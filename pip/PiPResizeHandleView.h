@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/appkit/NSView.h"
+
+#include <functional>
+#include <optional>
+
+namespace mirrolet {
+
+/// The grip in the panel's bottom-right corner.
+class PiPResizeHandleView : public platform::NSView {
+  public:
+    using NSView::NSView;
+
+    /// How far the pointer has moved since the event before, in screen coordinates (y upwards).
+    std::function<void(platform::CGFloat dx, platform::CGFloat dy)> onResizeDrag;
+    std::optional<platform::NSPoint> lastLocation;
+
+    void mouseDown(const platform::NSEvent& event) override;
+    void mouseDragged(const platform::NSEvent& event) override;
+    void mouseUp(const platform::NSEvent& event) override;
+    void resetCursorRects() override;
+    void draw(platform::NSRect dirtyRect) override;
+};
+
+} // namespace mirrolet

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QVariantAnimation>
+
+#include <functional>
+
+namespace mirrolet::platform {
+
+/// Moves an alpha value over time, from wherever it is: the engine of NSView::animateAlphaValue.
+class AlphaAnimation {
+  public:
+    explicit AlphaAnimation(std::function<void(double)> apply);
+
+    void run(double from, double target, double seconds);
+    void stop() { animation.stop(); }
+
+  private:
+    QVariantAnimation animation;
+};
+
+} // namespace mirrolet::platform

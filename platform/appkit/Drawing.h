@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/appkit/NSColor.h"
+#include "platform/coregraphics/Geometry.h"
+
+#include <QColor>
+#include <QPainter>
+#include <QRectF>
+
+namespace mirrolet::platform {
+
+/// The drawing that goes on: a painter in the coordinates of the view being drawn, y upwards. Set by the view
+/// tree around each NSView::draw. Main thread.
+class Drawing {
+  public:
+    /// Makes `painter` the current one until this object goes.
+    explicit Drawing(QPainter& painter);
+    ~Drawing();
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+    /// nullptr outside a drawing: what is drawn then is lost, as it has nowhere to go.
+    static Drawing* current();
+
+    QPainter& painter;
+    QColor fill = Qt::black;
+    QColor stroke = Qt::black;
+
+  private:
+    Drawing* outer;
+};
+
+inline QColor toQColor(const NSColor& colour) {
+    return QColor::fromRgbF(static_cast<float>(colour.red), static_cast<float>(colour.green),
+                            static_cast<float>(colour.blue), static_cast<float>(colour.alpha));
+}
+
+inline QRectF toQRect(const NSRect& rect) {
+    return {rect.minX(), rect.minY(), rect.width(), rect.height()};
+}
+
+} // namespace mirrolet::platform

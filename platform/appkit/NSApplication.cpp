@@ -1,0 +1,128 @@
+#include "platform/appkit/NSApplication.h"
+
+#include "platform/appkit/SignalWatcher.h"
+#include "platform/coregraphics/DisplayScale.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/UserDefaults.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <cstdlib>
+#include <mutex>
+#include <unistd.h>
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+NSApplication* theApplication = nullptr;
+
+/// The toolkit has a connection of its own to the server and would end the process in its own way when that
+/// breaks: with other words, without our settings, and in the middle of the other threads.
+void takeToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.startsWith(QLatin1String("The X11 connection broke")))
+        NSApplication::serverLost();
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    NSLog(qFormatLogMessage(type, context, message).toStdString());
+}
+
+void prepareEnvironment() {
+    // The layer speaks X11, so the toolkit has to as well, even where it would rather speak to a Wayland
+    // compositor.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    // Its plain event loop wakes up for less than the one on top of GLib, and nothing here needs the latter.
+    qputenv("QT_NO_GLIB", "1");
+    // A session manager would start a second one beside the autostart entry.
+    qunsetenv("SESSION_MANAGER");
+}
+
+void followDisplayScale(QGuiApplication& toolkit) {
+    const auto take = [](const QScreen* screen) {
+        if (screen)
+            DisplayScale::setCurrent(screen->devicePixelRatio());
+    };
+    take(QGuiApplication::primaryScreen());
+    QObject::connect(&toolkit, &QGuiApplication::primaryScreenChanged, &toolkit, take);
+}
+
+} // namespace
+
+struct NSApplication::State {
+    State(int& argc, char** argv) : toolkit(argc, argv) {}
+
+    QApplication toolkit;
+    std::weak_ptr<NSApplicationDelegate> delegate;
+    ActivationPolicy policy = ActivationPolicy::regular;
+    bool terminating = false;
+};
+
+NSApplication::NSApplication(int& argc, char** argv) {
+    prepareEnvironment();
+    qInstallMessageHandler(takeToolkitMessage);
+    QCoreApplication::setApplicationName(QStringLiteral("mirrolet"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(MIRROLET_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mirrolet"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.mirrolet.Mirrolet"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    state = std::make_unique<State>(argc, argv);
+    followDisplayScale(state->toolkit);
+    theApplication = this;
+}
+
+NSApplication::~NSApplication() {
+    theApplication = nullptr;
+}
+
+NSApplication& NSApplication::shared() {
+    if (!theApplication)
+        std::abort();
+    return *theApplication;
+}
+
+void NSApplication::setDelegate(std::weak_ptr<NSApplicationDelegate> delegate) {
+    state->delegate = std::move(delegate);
+}
+
+void NSApplication::setActivationPolicy(ActivationPolicy policy) {
+    state->policy = policy;
+}
+
+void NSApplication::activateIgnoringOtherApps() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowType() == Qt::Window)
+            window->raise();
+}
+
+void NSApplication::terminate() {
+    if (std::exchange(state->terminating, true))
+        return;
+    if (const auto delegate = state->delegate.lock())
+        delegate->applicationWillTerminate();
+    UserDefaults::standard().flush();
+    QCoreApplication::quit();
+}
+
+int NSApplication::run() {
+    const SignalWatcher signals([this] { terminate(); });
+    if (const auto delegate = state->delegate.lock())
+        delegate->applicationDidFinishLaunching();
+    return QApplication::exec();
+}
+
+void NSApplication::serverLost() {
+    static std::once_flag once;
+    // Two connections break at the same moment; the second to notice waits here for the end.
+    std::call_once(once, [] {
+        NSLog("Mirrolet: the connection to the X server was lost");
+        UserDefaults::standard().flush();
+        _exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
+    });
+    std::abort();
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+/// What an application does at its start and its end. Main thread.
+class NSApplicationDelegate {
+  public:
+    virtual ~NSApplicationDelegate() = default;
+    virtual void applicationDidFinishLaunching() = 0;
+    virtual void applicationWillTerminate() = 0;
+};
+
+/// The application object: the toolkit, the event loop, start and end. One per process, made by main(). Main
+/// thread but where said otherwise.
+class NSApplication {
+  public:
+    enum class ActivationPolicy { regular = 0, accessory = 1 };
+
+    /// Takes the toolkit's own options out of the arguments, which must outlive it. The process's desktop is
+    /// set already.
+    NSApplication(int& argc, char** argv);
+    ~NSApplication();
+    NSApplication(const NSApplication&) = delete;
+    NSApplication& operator=(const NSApplication&) = delete;
+
+    /// The process's application object; stops the program if there is none.
+    static NSApplication& shared();
+
+    void setDelegate(std::weak_ptr<NSApplicationDelegate> delegate);
+    /// An accessory has no place in task lists of its own; the windows that it opens do.
+    void setActivationPolicy(ActivationPolicy policy);
+    /// Brings the program's ordinary windows to the front of the other programs'.
+    void activateIgnoringOtherApps();
+    /// Tells the delegate, writes the user defaults, and makes run() return.
+    void terminate();
+
+    /// Runs the event loop; the delegate has finished launching before the first event. SIGTERM, SIGINT and
+    /// SIGHUP end it as terminate() does. Returns the exit status.
+    int run();
+
+    /// The window server is gone: says so in one line, writes the user defaults and ends the process with a
+    /// failing status. Any thread; does not return.
+    [[noreturn]] static void serverLost();
+
+  private:
+    struct State;
+    std::unique_ptr<State> state;
+};
+
+} // namespace mirrolet::platform

@@ -1,0 +1,55 @@
+#include "platform/appkit/NSButton.h"
+
+#include "platform/appkit/Drawing.h"
+#include "platform/appkit/ImageDrawing.h"
+
+#include <cmath>
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+/// A symbol takes about half of the button that shows it.
+constexpr double symbolShare = 0.5;
+
+} // namespace
+
+void NSButton::setImage(std::shared_ptr<const NSImage> image) {
+    shown = std::move(image);
+    setNeedsDisplay();
+}
+
+void NSButton::draw(NSRect /*dirtyRect*/) {
+    auto* drawing = Drawing::current();
+    if (!shown || imagePosition != NSCellImagePosition::imageOnly || !drawing)
+        return;
+    QPainter& painter = drawing->painter;
+    const double side = std::round(bounds().width() * symbolShare);
+    const QRectF rect(bounds().midX() - side / 2, bounds().midY() - side / 2, side, side);
+    painter.save();
+    painter.translate(0, rect.top() + rect.bottom());
+    painter.scale(1, -1);
+    const QSizeF pixels = rect.size() * painter.device()->devicePixelRatioF();
+    painter.drawImage(rect, renderedImage(*shown, pixels.toSize(), toQColor(contentTintColor)));
+    painter.restore();
+}
+
+// A press on a button is the button's alone: it does not reach the views behind it.
+void NSButton::mouseDown(const NSEvent& /*event*/) {}
+void NSButton::mouseDragged(const NSEvent& /*event*/) {}
+
+void NSButton::mouseUp(const NSEvent& event) {
+    NSPoint origin;
+    for (const NSView* view = this; view; view = view->superview()) {
+        origin.x += view->frame().minX();
+        origin.y += view->frame().minY();
+    }
+    const NSPoint at{event.locationInWindow.x - origin.x, event.locationInWindow.y - origin.y};
+    if (!bounds().contains(at) || !action)
+        return;
+    const auto act = action; // The button may go with what it does.
+    act();
+}
+
+} // namespace mirrolet::platform

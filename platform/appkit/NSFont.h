@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/appkit/NSColor.h"
+#include "platform/coregraphics/Geometry.h"
+
+#include <string>
+
+namespace mirrolet::platform {
+
+/// A font of the desktop's user interface; the size is in points.
+struct NSFont {
+    double size = 0;
+
+    static double systemFontSize();
+    static NSFont systemFont(double ofSize) { return {ofSize}; }
+};
+
+/// How a piece of text is measured and drawn.
+struct NSTextAttributes {
+    NSFont font;
+    NSColor foregroundColor;
+};
+
+/// Size of one line of UTF-8 text.
+NSSize sizeOfText(const std::string& text, const NSTextAttributes& attributes);
+/// Draws one line; `origin` is the bottom-left corner of its box in the coordinates of the view being drawn.
+void drawText(const std::string& text, NSPoint origin, const NSTextAttributes& attributes);
+
+} // namespace mirrolet::platform

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/appkit/NSImage.h"
+#include "platform/appkit/NSView.h"
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+enum class NSImageScaling { none = 2, proportionallyUpOrDown = 3 };
+
+/// Shows one image, centred.
+class NSImageView : public NSView {
+  public:
+    using NSView::NSView;
+
+    [[nodiscard]] const std::shared_ptr<const NSImage>& image() const { return shown; }
+    /// Where the image is a window's picture, the server draws it; the same picture again draws nothing.
+    void setImage(std::shared_ptr<const NSImage> image);
+
+    NSImageScaling imageScaling = NSImageScaling::none;
+
+    /// The image's place in this view's coordinates, after scaling.
+    [[nodiscard]] NSRect imageRect() const;
+    [[nodiscard]] bool showsWindow() const;
+
+    void draw(NSRect dirtyRect) override;
+
+  private:
+    std::shared_ptr<const NSImage> shown;
+};
+
+} // namespace mirrolet::platform

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/coregraphics/Geometry.h"
+
+#include <optional>
+
+namespace mirrolet::platform {
+
+/// A screen at the moment it was asked for, in screen coordinates (y upwards from the main screen's
+/// bottom-left).
+struct NSScreen {
+    NSRect frame;
+    NSRect visibleFrame; ///< Without the desktop's panels.
+
+    /// None while no screen is connected.
+    static std::optional<NSScreen> main();
+};
+
+} // namespace mirrolet::platform

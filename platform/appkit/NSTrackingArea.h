@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/coregraphics/Geometry.h"
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+class NSWindow;
+
+namespace NSTrackingAreaOptions {
+inline constexpr unsigned mouseEnteredAndExited = 0x01;
+inline constexpr unsigned activeAlways = 0x80;
+inline constexpr unsigned inVisibleRect = 0x200;
+} // namespace NSTrackingAreaOptions
+
+/// A part of a view that tells its owner when the pointer comes and goes. With `inVisibleRect` it is all of
+/// the view.
+struct NSTrackingArea {
+    NSRect rect; ///< In the view's coordinates.
+    unsigned options = 0;
+    std::weak_ptr<NSWindow> owner;
+};
+
+} // namespace mirrolet::platform

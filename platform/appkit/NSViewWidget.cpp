@@ -1,0 +1,97 @@
+#include "platform/appkit/NSViewWidget.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace mirrolet::platform {
+
+NSViewWidget::NSViewWidget(std::shared_ptr<NSView> root, QWidget* parent)
+    : QWidget(parent), view(std::move(root)), tree({
+                                                  [this] { update(); },
+                                                  [this] { update(); },
+                                                  [this](NSCursor cursor) {
+                                                      if (cursor == NSCursor::crosshair)
+                                                          setCursor(Qt::CrossCursor);
+                                                      else
+                                                          unsetCursor();
+                                                  },
+                                                  [this](bool wanted) {
+                                                      if (wanted)
+                                                          setFocus();
+                                                  },
+                                              }) {
+    tree.setRoot(view);
+    setMouseTracking(true);
+    setAccessibleName(QString::fromStdString(view->accessibilityLabel));
+    if (view->acceptsFirstResponder())
+        setFocusPolicy(Qt::StrongFocus);
+}
+
+QSize NSViewWidget::sizeHint() const {
+    const auto size = view->intrinsicContentSize();
+    return size ? QSizeF(size->width, size->height).toSize() : QWidget::sizeHint();
+}
+
+/// A view that has the keyboard sees every key, Tab and the window's shortcuts among them.
+bool NSViewWidget::event(QEvent* event) {
+    const bool hasResponder = !tree.isFirstResponder(nullptr);
+    if (event->type() == QEvent::ShortcutOverride && hasResponder) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress && hasResponder &&
+        tree.keyPressed(static_cast<QKeyEvent&>(*event))) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void NSViewWidget::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    tree.paint(painter);
+}
+
+void NSViewWidget::resizeEvent(QResizeEvent* /*event*/) {
+    view->setFrame({{0, 0}, {CGFloat(width()), CGFloat(height())}});
+}
+
+void NSViewWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        tree.mousePressed(event->position(), event->globalPosition());
+}
+
+void NSViewWidget::mouseMoveEvent(QMouseEvent* event) {
+    tree.mouseMoved(event->position(), event->globalPosition(), event->buttons() & Qt::LeftButton);
+}
+
+void NSViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        tree.mouseReleased(event->position(), event->globalPosition());
+}
+
+void NSViewWidget::leaveEvent(QEvent* /*event*/) {
+    tree.pointerLeft();
+}
+
+void NSViewWidget::keyPressEvent(QKeyEvent* event) {
+    // Space and Return on a control that has the focus are a click on its middle.
+    const bool press = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
+    if (!press || event->modifiers() != Qt::NoModifier) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const QPointF middle = QRectF(rect()).center();
+    tree.mousePressed(middle, mapToGlobal(middle));
+    tree.mouseReleased(middle, mapToGlobal(middle));
+}
+
+void NSViewWidget::focusOutEvent(QFocusEvent* event) {
+    tree.keyboardLost();
+    QWidget::focusOutEvent(event);
+}
+
+} // namespace mirrolet::platform

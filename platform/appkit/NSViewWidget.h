@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/appkit/ViewTree.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+/// Shows one tree of views inside a layout of the toolkit's widgets, and feeds it with the pointer and the
+/// keyboard. The view that becomes first responder takes the widget's focus; losing the focus makes it
+/// resign.
+class NSViewWidget final : public QWidget {
+  public:
+    explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    std::shared_ptr<NSView> view;
+    ViewTree tree;
+};
+
+} // namespace mirrolet::platform

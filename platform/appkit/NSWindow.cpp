@@ -1,0 +1,95 @@
+#include "platform/appkit/NSWindow.h"
+
+#include "platform/appkit/NSScreen.h"
+#include "platform/appkit/WindowHost.h"
+
+namespace mirrolet::platform {
+
+NSWindow::NSWindow(NSRect contentRect, unsigned styleMask) : frameRect(contentRect), style(styleMask) {}
+
+NSWindow::~NSWindow() = default;
+
+void NSWindow::setFrame(NSRect frame, bool /*display*/) {
+    if (frame == frameRect)
+        return;
+    frameRect = frame;
+    if (content)
+        content->setFrame({{0, 0}, frame.size});
+    if (host)
+        host->setGeometry(toQtScreenRect(frame));
+}
+
+void NSWindow::setFrameOrigin(NSPoint origin) {
+    frameRect.origin = origin;
+    if (host)
+        host->setGeometry(toQtScreenRect(frameRect));
+}
+
+void NSWindow::center() {
+    if (const auto screen = NSScreen::main())
+        setFrameOrigin({screen->visibleFrame.midX() - frameRect.width() / 2,
+                        screen->visibleFrame.midY() - frameRect.height() / 2});
+}
+
+void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
+    host.reset(); // Another kind of content may want another kind of native window.
+    content = view;
+    if (content)
+        content->setFrame({{0, 0}, frameRect.size});
+}
+
+void NSWindow::ensureHost() {
+    if (!host)
+        host = WindowHost::make(*this);
+}
+
+bool NSWindow::isVisible() const {
+    return host && host->isVisible();
+}
+
+void NSWindow::orderFrontRegardless() {
+    ensureHost();
+    host->show();
+}
+
+void NSWindow::orderOut() {
+    if (host)
+        host->hide();
+}
+
+void NSWindow::close() {
+    orderOut();
+}
+
+void NSWindow::makeKey() {
+    if (host && canBecomeKeyWindow())
+        host->takeKeyboard();
+}
+
+void NSWindow::makeKeyAndOrderFront() {
+    orderFrontRegardless();
+    makeKey();
+}
+
+void NSWindow::setLevel(int level) {
+    windowLevel = level;
+    if (host)
+        host->setLevel(level);
+}
+
+void NSWindow::setTitle(const std::string& title) {
+    windowTitle = title;
+    if (host)
+        host->setTitle(title);
+}
+
+void NSWindow::mouseEntered(const NSEvent& /*event*/) {}
+void NSWindow::mouseExited(const NSEvent& /*event*/) {}
+
+void NSWindow::hostMoved(NSRect frame) {
+    frameRect = frame;
+    if (content)
+        content->setFrame({{0, 0}, frame.size});
+}
+
+} // namespace mirrolet::platform

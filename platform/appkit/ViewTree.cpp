@@ -1,0 +1,286 @@
+#include "platform/appkit/ViewTree.h"
+
+#include "platform/appkit/Drawing.h"
+#include "platform/appkit/NSImageView.h"
+#include "platform/appkit/NSWindow.h"
+
+#include <QCursor>
+#include <QKeyEvent>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <utility>
+
+namespace mirrolet::platform {
+
+std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode);
+
+namespace {
+
+/// Where the pointer was when the event being delivered was made; asking the server would cost a round trip
+/// for each move of a drag.
+std::optional<QPointF> eventPosition;
+
+unsigned long flagsOf(Qt::KeyboardModifiers modifiers) {
+    unsigned long flags = 0;
+    if (modifiers & Qt::ShiftModifier)
+        flags |= NSEventModifierFlags::shift;
+    if (modifiers & Qt::ControlModifier)
+        flags |= NSEventModifierFlags::control;
+    if (modifiers & Qt::AltModifier)
+        flags |= NSEventModifierFlags::option;
+    if (modifiers & Qt::MetaModifier)
+        flags |= NSEventModifierFlags::command;
+    if (modifiers & Qt::KeypadModifier)
+        flags |= NSEventModifierFlags::numericPad;
+    return flags;
+}
+
+/// Origin of a view's own coordinates in those of its tree.
+NSPoint originInTree(const NSView& view) {
+    NSPoint origin;
+    for (const NSView* at = &view; at; at = at->superview()) {
+        origin.x += at->frame().minX();
+        origin.y += at->frame().minY();
+    }
+    return origin;
+}
+
+NSImageView* pictureViewIn(NSView& view) {
+    if (auto* images = dynamic_cast<NSImageView*>(&view); images && images->showsWindow())
+        return images;
+    for (const auto& child : view.subviews())
+        if (auto* found = pictureViewIn(*child))
+            return found;
+    return nullptr;
+}
+
+/// X key codes are evdev's plus 8.
+std::uint16_t virtualKeyCode(const QKeyEvent& event) {
+    const auto scanCode = event.nativeScanCode();
+    const auto code = scanCode >= 8 ? virtualFromEvdev(scanCode - 8) : std::nullopt;
+    return static_cast<std::uint16_t>(code.value_or(0xffff));
+}
+
+} // namespace
+
+NSPoint NSEvent::mouseLocation() {
+    return fromQtScreen(eventPosition.value_or(QPointF(QCursor::pos())));
+}
+
+ViewTree::ViewTree(Host treeHost) : host(std::move(treeHost)) {}
+
+ViewTree::~ViewTree() {
+    if (rootView)
+        rootView->hostTree = nullptr;
+}
+
+void ViewTree::setRoot(const std::shared_ptr<NSView>& view) {
+    if (rootView)
+        rootView->hostTree = nullptr;
+    rootView = view;
+    if (rootView)
+        rootView->hostTree = this;
+}
+
+NSImageView* ViewTree::pictureView() const {
+    return rootView ? pictureViewIn(*rootView) : nullptr;
+}
+
+void ViewTree::paintTree(QPainter& painter, Content content) {
+    if (!rootView)
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0, rootView->frame().height());
+    painter.scale(1, -1);
+    paintView(painter, *rootView, content);
+    painter.restore();
+}
+
+void ViewTree::paintView(QPainter& painter, NSView& view, Content content) {
+    if (view.alphaValue() <= 0)
+        return;
+    painter.save();
+    painter.setOpacity(painter.opacity() * view.alphaValue());
+    painter.translate(view.frame().minX(), view.frame().minY());
+    const QRectF bounds = toQRect(view.bounds());
+    const CALayer& layer = view.layer();
+    QPainterPath shape;
+    shape.addRoundedRect(bounds, layer.cornerRadius, layer.cornerRadius);
+    const bool background = layer.backgroundColor && (content == Content::all || &view != rootView.get());
+    if (background)
+        painter.fillPath(shape, toQColor(*layer.backgroundColor));
+    painter.save();
+    if (layer.masksToBounds && content == Content::all)
+        painter.setClipPath(shape, Qt::IntersectClip);
+    auto* images = dynamic_cast<NSImageView*>(&view);
+    if (!(content == Content::overlay && images && images->showsWindow())) {
+        const Drawing drawing(painter);
+        view.draw(view.bounds());
+    }
+    for (const auto& child : view.subviews())
+        paintView(painter, *child, content);
+    painter.restore();
+    if (layer.borderWidth > 0) {
+        const double inset = layer.borderWidth / 2; // The line runs inside the edge.
+        QPainterPath line;
+        line.addRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), layer.cornerRadius - inset,
+                            layer.cornerRadius - inset);
+        painter.strokePath(line, QPen(toQColor(layer.borderColor), layer.borderWidth));
+    }
+    painter.restore();
+}
+
+NSPoint ViewTree::toTree(QPointF position) const {
+    return {position.x(), (rootView ? rootView->frame().height() : 0) - position.y()};
+}
+
+NSEvent ViewTree::mouseEvent(NSEventType type, QPointF position, QPointF onScreen) const {
+    eventPosition = onScreen;
+    NSEvent event;
+    event.type = type;
+    event.locationInWindow = toTree(position);
+    return event;
+}
+
+void ViewTree::mousePressed(QPointF position, QPointF onScreen) {
+    if (!rootView)
+        return;
+    auto* hit = rootView->hitTest(toTree(position));
+    if (!hit)
+        return;
+    const auto held = hit->shared_from_this(); // The view may go with what its handler does.
+    pressedView = held;
+    held->mouseDown(mouseEvent(NSEventType::leftMouseDown, position, onScreen));
+}
+
+void ViewTree::mouseMoved(QPointF position, QPointF onScreen, bool pressed) {
+    pointer = toTree(position);
+    eventPosition = onScreen;
+    if (const auto view = pressedView.lock(); view && pressed) {
+        view->mouseDragged(mouseEvent(NSEventType::leftMouseDragged, position, onScreen));
+        return;
+    }
+    updateTracking();
+    updateCursor();
+}
+
+void ViewTree::mouseReleased(QPointF position, QPointF onScreen) {
+    if (const auto view = pressedView.lock())
+        view->mouseUp(mouseEvent(NSEventType::leftMouseUp, position, onScreen));
+    pressedView.reset();
+    if (!pointer)
+        return;
+    pointer = toTree(position);
+    updateTracking();
+    updateCursor();
+}
+
+void ViewTree::pointerLeft() {
+    pointer.reset();
+    updateTracking();
+    updateCursor();
+}
+
+bool ViewTree::keyPressed(const QKeyEvent& event) {
+    const auto view = firstResponder.lock();
+    if (!view)
+        return false;
+    NSEvent key;
+    key.type = NSEventType::keyDown;
+    key.modifierFlags = flagsOf(event.modifiers());
+    key.keyCode = virtualKeyCode(event);
+    view->keyDown(key);
+    return true;
+}
+
+void ViewTree::keyboardLost() {
+    makeFirstResponder(nullptr);
+}
+
+void ViewTree::makeFirstResponder(NSView* view) {
+    const auto before = firstResponder.lock();
+    if (before.get() == view)
+        return;
+    if (view && !view->acceptsFirstResponder())
+        return;
+    if (before && !before->resignFirstResponder())
+        return;
+    firstResponder = view ? view->weak_from_this() : std::weak_ptr<NSView>();
+    if (host.takeKeyboard)
+        host.takeKeyboard(view != nullptr);
+}
+
+bool ViewTree::isFirstResponder(const NSView* view) const {
+    return firstResponder.lock().get() == view;
+}
+
+void ViewTree::trackingAreaAdded(const NSView& view, const std::shared_ptr<NSTrackingArea>& area) {
+    if (pointerIsIn(view, *area))
+        entered.insert(area);
+}
+
+bool ViewTree::pointerIsIn(const NSView& view, const NSTrackingArea& area) const {
+    if (!pointer)
+        return false;
+    const NSPoint origin = originInTree(view);
+    const NSRect rect = area.options & NSTrackingAreaOptions::inVisibleRect ? view.bounds() : area.rect;
+    return rect.contains({pointer->x - origin.x, pointer->y - origin.y});
+}
+
+void ViewTree::updateTracking() {
+    std::erase_if(entered, [](const auto& area) { return area.expired(); });
+    if (const auto view = rootView)
+        trackIn(*view);
+}
+
+void ViewTree::trackIn(const NSView& view) {
+    const auto areas = view.trackingAreas(); // Copies: an owner may change them in its answer.
+    for (const auto& area : areas)
+        track(view, area);
+    const auto children = view.subviews();
+    for (const auto& child : children)
+        trackIn(*child);
+}
+
+void ViewTree::track(const NSView& view, const std::shared_ptr<NSTrackingArea>& area) {
+    const bool inside = pointerIsIn(view, *area);
+    if (inside == entered.contains(area))
+        return;
+    if (inside)
+        entered.insert(area);
+    else
+        entered.erase(area);
+    const auto owner = area->owner.lock();
+    if (!owner)
+        return;
+    NSEvent event;
+    event.type = inside ? NSEventType::mouseEntered : NSEventType::mouseExited;
+    event.locationInWindow = pointer.value_or(NSPoint{});
+    if (inside)
+        owner->mouseEntered(event);
+    else
+        owner->mouseExited(event);
+}
+
+NSCursor ViewTree::cursorAtPointer() const {
+    NSView* view = pointer && rootView ? rootView->hitTest(*pointer) : nullptr;
+    if (!view)
+        return NSCursor::arrow;
+    const NSPoint origin = originInTree(*view);
+    for (const auto& [rect, shape] : view->cursorRects)
+        if (rect.contains({pointer->x - origin.x, pointer->y - origin.y}))
+            return shape;
+    return NSCursor::arrow;
+}
+
+void ViewTree::updateCursor() {
+    const NSCursor shape = cursorAtPointer();
+    if (shape == cursor)
+        return;
+    cursor = shape;
+    host.setCursor(shape);
+}
+
+} // namespace mirrolet::platform

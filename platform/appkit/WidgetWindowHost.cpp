@@ -1,0 +1,170 @@
+#include "platform/appkit/WidgetWindowHost.h"
+
+#include "platform/appkit/NSPanel.h"
+#include "platform/desktop/Desktop.h"
+
+#include <QCursor>
+#include <QEvent>
+#include <QMoveEvent>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <QWindow>
+
+#include <cmath>
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+bool isTitled(const NSWindow& window) {
+    return window.styleMask() & NSWindowStyleMask::titled;
+}
+
+Qt::WindowFlags flagsOf(const NSWindow& window) {
+    if (!isTitled(window))
+        return Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+    Qt::WindowFlags flags =
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    flags.setFlag(Qt::WindowCloseButtonHint, window.styleMask() & NSWindowStyleMask::closable);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, window.styleMask() & NSWindowStyleMask::miniaturizable);
+    return flags;
+}
+
+} // namespace
+
+class WidgetWindowHost::Container final : public QWidget {
+  public:
+    Container(WidgetWindowHost& windowHost, QWidget& content, Qt::WindowFlags flags)
+        : QWidget(nullptr, flags), host(windowHost), hosted(content) {
+        auto* column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->addWidget(&content);
+        content.show();
+    }
+    ~Container() override {
+        hosted.hide();
+        hosted.setParent(nullptr); // It belongs to the hosting view.
+    }
+
+  protected:
+    void moveEvent(QMoveEvent* /*event*/) override {
+        if (!host.panel)
+            host.moved(geometry()); // Only a window manager moves the window besides us.
+    }
+    void resizeEvent(QResizeEvent* /*event*/) override { host.setCorners(); }
+
+    bool event(QEvent* event) override {
+        const bool handled = QWidget::event(event);
+        if (event->type() == QEvent::Paint)
+            host.mapped();
+        return handled;
+    }
+
+  private:
+    WidgetWindowHost& host;
+    QWidget& hosted;
+};
+
+WidgetWindowHost::WidgetWindowHost(NSWindow& window)
+    : WindowHost(window),
+      container(std::make_unique<Container>(*this, *window.contentView()->hostedWidget(), flagsOf(window))) {
+    container->setWindowTitle(QString::fromStdString(window.title()));
+    container->setFixedSize(toQtScreenRect(window.frame()).size());
+    container->move(toQtScreenRect(window.frame()).topLeft());
+    if (!isTitled(window)) {
+        container->setAttribute(Qt::WA_TranslucentBackground, !window.isOpaque);
+        container->setAttribute(Qt::WA_ShowWithoutActivating);
+    }
+}
+
+WidgetWindowHost::~WidgetWindowHost() {
+    panel.reset();
+}
+
+void WidgetWindowHost::createPanel() {
+    if (panel || isTitled(owner))
+        return;
+    const auto number = static_cast<desktop::WindowNumber>(container->winId());
+    // The desktop speaks to the server on a connection of its own: asking for the pointer makes sure that the
+    // server has seen what the toolkit has sent on its.
+    (void)QCursor::pos();
+    panel = desktop::Desktop::current().makePanelWindow(number, desktop::PanelStacking::floating);
+    panel->setLevel(owner.level());
+    setCorners();
+}
+
+void WidgetWindowHost::setGeometry(const QRect& geometry) {
+    container->setFixedSize(geometry.size());
+    container->move(geometry.topLeft());
+}
+
+void WidgetWindowHost::setTitle(const std::string& title) {
+    container->setWindowTitle(QString::fromStdString(title));
+}
+
+void WidgetWindowHost::setLevel(int level) {
+    if (panel)
+        panel->setLevel(level);
+}
+
+void WidgetWindowHost::show() {
+    createPanel();
+    if (isVisible() && !container->isMinimized()) {
+        container->raise();
+        return;
+    }
+    if (panel) {
+        announceShown = true;
+        panel->willShow();
+    }
+    if (isTitled(owner))
+        container->showNormal();
+    else
+        container->show();
+}
+
+void WidgetWindowHost::mapped() {
+    if (!panel || !std::exchange(announceShown, false))
+        return;
+    panel->didShow();
+    if (std::exchange(keyboardWanted, false))
+        panel->takeKeyboard();
+}
+
+void WidgetWindowHost::hide() {
+    if (!isVisible())
+        return;
+    if (panel)
+        panel->returnKeyboard();
+    announceShown = keyboardWanted = false;
+    container->hide();
+    if (panel)
+        panel->didHide();
+}
+
+void WidgetWindowHost::takeKeyboard() {
+    if (!panel) {
+        container->raise();
+        container->activateWindow();
+        return;
+    }
+    keyboardWanted = announceShown;
+    if (!keyboardWanted)
+        panel->takeKeyboard();
+}
+
+bool WidgetWindowHost::isVisible() const {
+    return container->isVisible();
+}
+
+void WidgetWindowHost::setCorners() {
+    if (!panel || !owner.contentView())
+        return;
+    const double scale = container->devicePixelRatioF();
+    panel->setCorners({static_cast<int>(std::lround(container->width() * scale)),
+                       static_cast<int>(std::lround(container->height() * scale))},
+                      owner.contentView()->layer().cornerRadius * scale);
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/coregraphics/Geometry.h"
+
+#include <QRect>
+#include <Qt>
+
+#include <memory>
+#include <string>
+
+namespace mirrolet::platform {
+
+class NSWindow;
+
+/// The native window behind one NSWindow. Rectangles are the toolkit's: device-independent pixels, y
+/// downwards.
+class WindowHost {
+  public:
+    explicit WindowHost(NSWindow& window) : owner(window) {}
+    virtual ~WindowHost() = default;
+    WindowHost(const WindowHost&) = delete;
+    WindowHost& operator=(const WindowHost&) = delete;
+
+    /// The right kind of host for what the window shows: views that are painted here, or a widget of the
+    /// toolkit.
+    static std::unique_ptr<WindowHost> make(NSWindow& window);
+
+    virtual void setGeometry(const QRect& geometry) = 0;
+    virtual void setTitle(const std::string& title) = 0;
+    virtual void setLevel(int level) = 0;
+    virtual void show() = 0;
+    virtual void hide() = 0;
+    virtual void takeKeyboard() = 0;
+    [[nodiscard]] virtual bool isVisible() const = 0;
+
+  protected:
+    /// Tells the NSWindow where the user or the desktop has put it.
+    void moved(const QRect& geometry);
+
+    NSWindow& owner;
+};
+
+/// Rectangles of the screen, y turned over.
+QRect toQtScreenRect(const NSRect& rect);
+NSRect fromQtScreenRect(const QRect& rect);
+
+} // namespace mirrolet::platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/coregraphics/Geometry.h"
+#include "platform/desktop/WindowCapture.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace mirrolet::platform {
+
+/// A window's picture. Its pixels stay with the window server; it is the same object as long as the window
+/// does not change. Immutable, any thread.
+using CGImage = desktop::WindowImage;
+using CGImageRef = std::shared_ptr<const CGImage>;
+
+/// In pixels.
+inline int CGImageGetWidth(const CGImage& image) {
+    return image.size().width;
+}
+inline int CGImageGetHeight(const CGImage& image) {
+    return image.size().height;
+}
+
+inline constexpr std::uint32_t kCGWindowListOptionIncludingWindow = 8;
+inline constexpr std::uint32_t kCGWindowImageBoundsIgnoreFraming = 1;
+inline constexpr std::uint32_t kCGWindowImageBestResolution = 8;
+/// The bounds of the window itself.
+inline constexpr CGRect CGRectNull{};
+
+/// The picture of one window, alone, without its shadow, at full pixel resolution: the one combination of
+/// options there is a use for. nullptr once the window is gone or with any other combination. Any thread.
+CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption,
+                                   desktop::WindowNumber window, std::uint32_t imageOption);
+
+} // namespace mirrolet::platform
