@@ -1,0 +1,85 @@
+#include "tests/desktop/harness/CallWindow.h"
+
+#include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/WindowFacts.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace mirrolet::harness {
+
+namespace {
+
+constexpr std::string_view announcement = "window ";
+
+std::vector<std::string> commandFor(const CallWindow::Options& options) {
+    std::vector<std::string> command{CALL_WINDOW_PROGRAM,
+                                     "--title",
+                                     options.title,
+                                     "--class",
+                                     options.wmClass,
+                                     "--instance",
+                                     options.wmInstance,
+                                     "--geometry",
+                                     std::to_string(options.width) + "x" + std::to_string(options.height) +
+                                         "+" + std::to_string(options.x) + "+" + std::to_string(options.y),
+                                     "--rate",
+                                     std::to_string(options.rate),
+                                     "--border",
+                                     std::to_string(options.border)};
+    const auto add = [&](const char* name, const std::string& value) {
+        if (value.empty())
+            return;
+        command.emplace_back(name);
+        command.push_back(value);
+    };
+    add("--alpha", options.alpha < 0 ? "" : std::to_string(options.alpha));
+    add("--colour", options.colour);
+    add("--type", options.type);
+    add("--frame-extents", options.frameExtents);
+    for (const std::string& state : options.states)
+        add("--state", state);
+    if (options.overrideRedirect)
+        command.emplace_back("--override-redirect");
+    return command;
+}
+
+} // namespace
+
+CallWindow::CallWindow(const XServer& server) : CallWindow(server, Options{}) {}
+
+CallWindow::CallWindow(const XServer& server, const Options& options) {
+    Environment environment = server.with(sandbox.environment());
+    for (const auto& [name, value] : options.environment)
+        environment[name] = value;
+    const auto log = sandbox.folder() / "call-window.log";
+    process = std::make_unique<ChildProcess>(ChildProcess::Options{.command = commandFor(options),
+                                                                   .environment = environment,
+                                                                   .log = log,
+                                                                   .pipeInput = true,
+                                                                   .pipeOutput = true});
+    waitUntil([this] { return !process->lines().empty() || !process->running(); });
+    if (process->lines().empty() || !process->lines().front().starts_with(announcement))
+        throw HarnessError("the call window did not start: " + Sandbox::read(log));
+    number = static_cast<xcb_window_t>(std::stoul(process->lines().front().substr(announcement.size())));
+    if (!options.waitUntilViewable)
+        return;
+    XClient client(server);
+    const WindowFacts facts(client);
+    require("the call window is on the screen", [&] { return facts.viewable(number); });
+}
+
+std::vector<std::string> CallWindow::keys() const {
+    std::vector<std::string> found;
+    std::copy_if(process->lines().begin(), process->lines().end(), std::back_inserter(found),
+                 [](const std::string& line) { return line.starts_with("key "); });
+    return found;
+}
+
+void CallWindow::kill() {
+    process->signal(SIGKILL);
+    process->waitForExit();
+}
+
+} // namespace mirrolet::harness

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tests/desktop/harness/ChildProcess.h"
+
+#include <xcb/xcb.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirrolet::harness {
+
+class XServer;
+
+/// A window of another program, by default one that looks like a video call. On the screen when made.
+class CallWindow {
+  public:
+    struct Options {
+        std::string title = "Video call";
+        std::string wmClass = "WhatsApp";
+        std::string wmInstance = "whatsapp";
+        int width = 640;
+        int height = 400;
+        int x = 60;
+        int y = 80;
+        int rate = 0;            ///< Frames a second; 0 paints once and stands still.
+        int border = 0;          ///< X border width, which the window itself does not hold.
+        int alpha = -1;          ///< 0 to 255: a 32-bit window with this alpha everywhere.
+        std::string colour = {}; ///< RRGGBB: one plain colour instead of the scene.
+        std::vector<std::string> states =
+            {};                        ///< Such as "_NET_WM_STATE_FULLSCREEN", set before it is mapped.
+        std::string type = {};         ///< Such as "_NET_WM_WINDOW_TYPE_DIALOG".
+        std::string frameExtents = {}; ///< "left,right,top,bottom" of an invisible shadow.
+        bool overrideRedirect = false;
+        bool waitUntilViewable = true;
+        Environment environment = {}; ///< More for its process, such as what tells its desktop entry.
+    };
+
+    explicit CallWindow(const XServer& server);
+    CallWindow(const XServer& server, const Options& options);
+
+    [[nodiscard]] xcb_window_t window() const { return number; }
+    [[nodiscard]] pid_t pid() const { return process->pid(); }
+    /// "resize W H", "move X Y", "title T", "unmap", "map", "iconify", "repaint", "rate N", "colour RRGGBB",
+    /// "scene", "quit": done by the program itself, some time after the call returns.
+    void tell(const std::string& command) const { process->write(command + "\n"); }
+    /// "key 36 press", "key 36 release" (X key codes), as they came to the window.
+    [[nodiscard]] std::vector<std::string> keys() const;
+    /// Without goodbye.
+    void kill();
+
+  private:
+    Sandbox sandbox;
+    std::unique_ptr<ChildProcess> process;
+    xcb_window_t number = XCB_NONE;
+};
+
+} // namespace mirrolet::harness

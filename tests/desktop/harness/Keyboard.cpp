@@ -1,0 +1,46 @@
+#include "tests/desktop/harness/Keyboard.h"
+
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/HarnessError.h"
+
+#include <xcb/xtest.h>
+
+namespace mirrolet::harness {
+
+namespace {
+
+constexpr int fromEvdev = 8; // X key codes begin at 8.
+
+void fakeKey(XClient& client, std::uint8_t type, int evdevCode) {
+    xcb_test_fake_input(client.xcb(), type, static_cast<std::uint8_t>(evdevCode + fromEvdev),
+                        XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    client.sync();
+}
+
+} // namespace
+
+void Keyboard::press(int evdevCode) {
+    fakeKey(client, XCB_KEY_PRESS, evdevCode);
+}
+
+void Keyboard::release(int evdevCode) {
+    fakeKey(client, XCB_KEY_RELEASE, evdevCode);
+}
+
+void Keyboard::stroke(const std::vector<int>& evdevCodes) {
+    for (const int code : evdevCodes)
+        press(code);
+    for (auto code = evdevCodes.rbegin(); code != evdevCodes.rend(); ++code)
+        release(*code);
+}
+
+void Keyboard::setLayout(const std::string& layout) const {
+    requireProgram("setxkbmap", "x11-xkb-utils");
+    const Sandbox sandbox;
+    ChildProcess tool({.command = {"setxkbmap", "-display", client.display(), "-layout", layout},
+                       .environment = sandbox.environment()});
+    if (tool.waitForExit() != 0)
+        throw HarnessError("setxkbmap could not set the layout " + layout);
+}
+
+} // namespace mirrolet::harness

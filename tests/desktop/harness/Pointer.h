@@ -1,0 +1,25 @@
+#pragma once
+
+#include "tests/desktop/harness/XClient.h"
+
+namespace mirrolet::harness {
+
+/// A pointer in front of the server (XTEST). Positions are pixels of the root window.
+class Pointer {
+  public:
+    explicit Pointer(XClient& client) : client(client) {}
+
+    void move(int x, int y);
+    void press(int button = 1);
+    void release(int button = 1);
+    void click(int x, int y, int button = 1);
+    /// Presses at the first place, goes to the second in `steps` moves and releases there.
+    void drag(int fromX, int fromY, int toX, int toY, int steps = 8);
+
+  private:
+    void fake(std::uint8_t type, int detail, int x, int y);
+
+    XClient& client;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,79 @@
+#include "tests/desktop/harness/Program.h"
+
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <cmath>
+
+namespace mirrolet::harness {
+
+namespace {
+
+constexpr int smallestPanel = 50;
+constexpr auto defaultsPath = "config/mirrolet/defaults.json";
+
+double scaleIn(const Environment& environment) {
+    const auto found = environment.find("QT_SCALE_FACTOR");
+    return found == environment.end() ? 1 : std::stod(found->second);
+}
+
+} // namespace
+
+Program::Program(const XServer* server, const SessionBus* bus, const Options& options)
+    : sandbox(options.home ? options.home : std::make_shared<Sandbox>()),
+      scale(scaleIn(options.environment)) {
+    if (!options.defaults.empty())
+        sandbox->write(defaultsPath, options.defaults);
+    Environment environment = sandbox->environment();
+    if (server != nullptr)
+        environment = server->with(environment);
+    if (bus != nullptr)
+        environment = bus->with(environment);
+    for (const auto& [name, value] : options.environment)
+        environment[name] = value;
+    process =
+        std::make_unique<ChildProcess>(ChildProcess::Options{.command = {MIRROLET_PROGRAM},
+                                                             .environment = environment,
+                                                             .log = sandbox->folder() / "mirrolet.log"});
+}
+
+std::string Program::defaults(const std::string& more) {
+    return R"({"pollInterval": 0.1)" + (more.empty() ? "" : ", " + more) + "}";
+}
+
+std::filesystem::path Program::defaultsFile() const {
+    return sandbox->folder() / defaultsPath;
+}
+
+std::string Program::log() const {
+    return Sandbox::read(sandbox->folder() / "mirrolet.log");
+}
+
+std::vector<xcb_window_t> Program::windows(const WindowFacts& facts) const {
+    auto found = facts.windowsOf(process->pid());
+    std::erase_if(found, [&](xcb_window_t window) {
+        const Box box = facts.box(window);
+        return box.width < smallestPanel || box.height < smallestPanel;
+    });
+    return found;
+}
+
+bool Program::isPrompt(const Box& box) const {
+    return box.width == std::lround(promptWidth * scale) && box.height == std::lround(promptHeight * scale);
+}
+
+std::optional<xcb_window_t> Program::prompt(const WindowFacts& facts) const {
+    for (const xcb_window_t window : windows(facts))
+        if (isPrompt(facts.box(window)))
+            return window;
+    return std::nullopt;
+}
+
+std::optional<xcb_window_t> Program::panel(const WindowFacts& facts) const {
+    for (const xcb_window_t window : windows(facts))
+        if (!isPrompt(facts.box(window)))
+            return window;
+    return std::nullopt;
+}
+
+} // namespace mirrolet::harness

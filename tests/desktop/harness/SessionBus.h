@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tests/desktop/harness/ChildProcess.h"
+
+#include <memory>
+#include <string>
+
+namespace mirrolet::harness {
+
+/// A session bus of the test's own. It starts services only for the window managers that need them.
+class SessionBus {
+  public:
+    enum class Services { none, installed };
+
+    explicit SessionBus(Services services = Services::none, const Environment& more = {});
+
+    [[nodiscard]] const std::string& address() const { return where; }
+    [[nodiscard]] Environment with(Environment environment) const;
+
+  private:
+    Sandbox sandbox;
+    std::unique_ptr<ChildProcess> process;
+    std::string where;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tests/desktop/harness/XClient.h"
+
+#include <string>
+
+namespace mirrolet::harness {
+
+/// What a pager or a task list asks of the window manager.
+class WindowCommands {
+  public:
+    explicit WindowCommands(XClient& client) : client(client) {}
+
+    void activate(xcb_window_t window);
+    void minimize(xcb_window_t window);
+    void addState(xcb_window_t window, const std::string& state);
+    void removeState(xcb_window_t window, const std::string& state);
+    void setDesktopCount(std::uint32_t count);
+    void switchToDesktop(std::uint32_t index);
+    void moveToDesktop(xcb_window_t window, std::uint32_t index);
+
+  private:
+    XClient& client;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,121 @@
+#include "tests/desktop/harness/WindowManager.h"
+
+#include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/WindowFacts.h"
+#include "tests/desktop/harness/XServer.h"
+
+namespace mirrolet::harness {
+
+namespace {
+
+struct Kind {
+    const char* program;
+    const char* package;
+    std::vector<std::string> arguments;
+};
+
+/// No bar, no start-up programs, no wizard on the first start.
+constexpr auto i3Settings = "font pango:DejaVu Sans 10\n"
+                            "focus_follows_mouse no\n"
+                            "default_border pixel 2\n";
+
+Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
+    switch (kind) {
+    case WindowManagerKind::openbox:
+        return {"openbox", "openbox", {"--config-file", "/etc/xdg/openbox/rc.xml"}};
+    case WindowManagerKind::xfwm4:
+        return {"xfwm4", "xfwm4", {"--compositor=off", "--sm-client-disable"}};
+    case WindowManagerKind::i3:
+        return {"i3", "i3-wm", {"-c", sandbox.write("i3.conf", i3Settings)}};
+    case WindowManagerKind::fluxbox:
+        return {"fluxbox", "fluxbox", {"-no-toolbar", "-no-slit"}};
+    case WindowManagerKind::icewm:
+        return {"icewm", "icewm", {}};
+    case WindowManagerKind::none:
+        break;
+    }
+    return {};
+}
+
+/// The property names a window that carries the property itself, so that one left by a dead manager does not
+/// count.
+bool isManaged(const WindowFacts& facts, xcb_window_t root) {
+    const auto window = facts.numbers(root, "_NET_SUPPORTING_WM_CHECK");
+    return !window.empty() && facts.numbers(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
+}
+
+/// Shows a window until the manager takes care of it: openbox announces itself before it listens, and the
+/// first windows that are shown to it can be lost.
+class Probe {
+  public:
+    explicit Probe(XClient& client) : client(client), window(xcb_generate_id(client.xcb())) {
+        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 10, 10, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    }
+    ~Probe() {
+        xcb_destroy_window(client.xcb(), window);
+        client.sync();
+    }
+    Probe(const Probe&) = delete;
+    Probe& operator=(const Probe&) = delete;
+
+    [[nodiscard]] bool isTakenCareOf() {
+        xcb_map_window(client.xcb(), window);
+        const WindowFacts facts(client);
+        const bool taken = waitUntil([&] { return facts.viewable(window); }, std::chrono::milliseconds(200));
+        if (!taken)
+            xcb_unmap_window(client.xcb(), window);
+        return taken;
+    }
+
+  private:
+    XClient& client;
+    xcb_window_t window;
+};
+
+} // namespace
+
+std::string WindowManager::name(WindowManagerKind kind) {
+    switch (kind) {
+    case WindowManagerKind::openbox:
+        return "openbox";
+    case WindowManagerKind::xfwm4:
+        return "xfwm4";
+    case WindowManagerKind::i3:
+        return "i3";
+    case WindowManagerKind::fluxbox:
+        return "fluxbox";
+    case WindowManagerKind::icewm:
+        return "icewm";
+    case WindowManagerKind::none:
+        break;
+    }
+    return "none";
+}
+
+WindowManager::WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus)
+    : which(kind) {
+    if (kind == WindowManagerKind::none)
+        return;
+    const Kind wanted = describe(kind, sandbox);
+    requireProgram(wanted.program, wanted.package);
+    Environment environment = server.with(sandbox.environment());
+    if (bus != nullptr)
+        environment = bus->with(environment);
+    std::vector<std::string> command{wanted.program};
+    command.insert(command.end(), wanted.arguments.begin(), wanted.arguments.end());
+    const auto log = sandbox.folder() / "window-manager.log";
+    process = std::make_unique<ChildProcess>(
+        ChildProcess::Options{.command = command, .environment = environment, .log = log});
+    XClient client(server);
+    const WindowFacts facts(client);
+    waitUntil([&] { return isManaged(facts, client.root()) || !process->running(); });
+    auto probe = std::make_unique<Probe>(client);
+    if (!isManaged(facts, client.root()) || !waitUntil([&] { return probe->isTakenCareOf(); }))
+        throw HarnessError(name(kind) + " did not start: " + Sandbox::read(log));
+    probe.reset();
+    require("the window manager forgets the probe", [&] { return facts.clientList().empty(); });
+}
+
+} // namespace mirrolet::harness

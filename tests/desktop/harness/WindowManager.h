@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tests/desktop/harness/ChildProcess.h"
+
+#include <memory>
+#include <string>
+
+namespace mirrolet::harness {
+
+class XServer;
+class SessionBus;
+
+enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm };
+
+/// A window manager with settings of its own; has taken the display when made.
+class WindowManager {
+  public:
+    /// The bus is for xfwm4, which starts its settings service on it.
+    WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
+
+    [[nodiscard]] WindowManagerKind kind() const { return which; }
+    /// For the names of parameterized tests.
+    static std::string name(WindowManagerKind kind);
+
+  private:
+    WindowManagerKind which;
+    Sandbox sandbox;
+    std::unique_ptr<ChildProcess> process;
+};
+
+} // namespace mirrolet::harness

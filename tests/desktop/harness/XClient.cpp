@@ -1,0 +1,59 @@
+#include "tests/desktop/harness/XClient.h"
+
+#include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace mirrolet::harness {
+
+void FreeReply::operator()(void* reply) const {
+    std::free(reply);
+}
+
+XClient::XClient(const XServer& server) : XClient(server.display()) {}
+
+XClient::XClient(const std::string& display)
+    : name(display), connection(xcb_connect(display.c_str(), nullptr)) {
+    if (xcb_connection_has_error(connection) != 0) {
+        xcb_disconnect(connection);
+        throw HarnessError("cannot connect to display " + display);
+    }
+    defaultScreen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+}
+
+XClient::~XClient() {
+    xcb_disconnect(connection);
+}
+
+xcb_atom_t XClient::atom(const std::string& name) {
+    const auto known = atoms.find(name);
+    if (known != atoms.end())
+        return known->second;
+    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? atoms[name] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+void XClient::sync() {
+    const Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
+
+void XClient::sendToRoot(xcb_window_t window, const std::string& type,
+                         const std::vector<std::uint32_t>& data) {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom(type);
+    std::copy_n(data.begin(), std::min(data.size(), std::size(event.data.data32)),
+                std::begin(event.data.data32));
+    const auto mask = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_send_event(connection, 0, root(), mask, reinterpret_cast<const char*>(&event));
+    sync();
+}
+
+} // namespace mirrolet::harness

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirrolet::harness {
+
+class XServer;
+
+struct FreeReply {
+    void operator()(void* reply) const;
+};
+template <typename T> using Reply = std::unique_ptr<T, FreeReply>;
+
+/// The test's own connection to the server. Throws HarnessError if it cannot connect.
+class XClient {
+  public:
+    explicit XClient(const XServer& server);
+    explicit XClient(const std::string& display);
+    ~XClient();
+    XClient(const XClient&) = delete;
+    XClient& operator=(const XClient&) = delete;
+
+    [[nodiscard]] const std::string& display() const { return name; }
+    [[nodiscard]] xcb_connection_t* xcb() const { return connection; }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *defaultScreen; }
+    [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
+    xcb_atom_t atom(const std::string& name);
+    /// Waits until the server has worked through all that this connection asked for.
+    void sync();
+    /// To the root window, as pagers and clients send requests to the window manager.
+    void sendToRoot(xcb_window_t window, const std::string& type, const std::vector<std::uint32_t>& data);
+
+  private:
+    std::string name;
+    xcb_connection_t* connection;
+    const xcb_screen_t* defaultScreen;
+    std::map<std::string, xcb_atom_t> atoms;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tests/desktop/harness/ChildProcess.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirrolet::harness {
+
+/// An X server without a screen (Xvfb), on a display number that was free. Ready for clients when made.
+class XServer {
+  public:
+    struct Options {
+        int width = 1280;
+        int height = 800;
+        int depth = 24;
+        bool composite = true;
+        std::vector<std::string> more = {}; ///< Further arguments of Xvfb.
+    };
+
+    XServer();
+    explicit XServer(const Options& options);
+
+    /// ":N"
+    [[nodiscard]] const std::string& display() const { return name; }
+    [[nodiscard]] pid_t pid() const { return process->pid(); }
+    /// The environment with DISPLAY set to this server.
+    [[nodiscard]] Environment with(Environment environment) const;
+    /// At once and without goodbye: to its clients the server is lost.
+    void kill();
+
+  private:
+    Sandbox sandbox;
+    std::unique_ptr<ChildProcess> process;
+    std::string name;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,481 @@
+// A stand-in for the window of a video call: one window of another process that paints a picture which
+// changes, does what its standard input tells it and prints the keys that come to it.
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <poll.h>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct Options {
+    std::string title, wmClass, instance, type, extents, colour;
+    std::vector<std::string> states;
+    int x = 0, y = 0, width = 640, height = 400, rate = 0, border = 0, alpha = -1;
+    bool overrideRedirect = false;
+};
+
+std::optional<Options> parse(const std::vector<std::string>& arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& name = arguments[i];
+        if (name == "--override-redirect") {
+            options.overrideRedirect = true;
+            continue;
+        }
+        if (i + 1 == arguments.size())
+            return std::nullopt;
+        const std::string& value = arguments[++i];
+        if (name == "--title")
+            options.title = value;
+        else if (name == "--class")
+            options.wmClass = value;
+        else if (name == "--instance")
+            options.instance = value;
+        else if (name == "--type")
+            options.type = value;
+        else if (name == "--frame-extents")
+            options.extents = value;
+        else if (name == "--colour")
+            options.colour = value;
+        else if (name == "--state")
+            options.states.push_back(value);
+        else if (name == "--rate")
+            options.rate = std::stoi(value);
+        else if (name == "--border")
+            options.border = std::stoi(value);
+        else if (name == "--alpha")
+            options.alpha = std::stoi(value);
+        else if (name == "--geometry") {
+            char ignored = 0;
+            std::istringstream(value) >> options.width >> ignored >> options.height >> options.x >> options.y;
+        } else
+            return std::nullopt;
+    }
+    return options;
+}
+
+/// The window and what is needed to draw into it.
+class Window {
+  public:
+    Window(xcb_connection_t* connection, const xcb_screen_t* screen, const Options& options)
+        : connection(connection), screen(screen), alpha(options.alpha), width(options.width),
+          height(options.height) {
+        create(options);
+        describe(options);
+        map();
+    }
+
+    [[nodiscard]] xcb_window_t number() const { return window; }
+    void map() { xcb_map_window(connection, window); }
+    void unmap() { xcb_unmap_window(connection, window); }
+
+    void resized(int newWidth, int newHeight) {
+        if (newWidth == width && newHeight == height)
+            return;
+        width = newWidth;
+        height = newHeight;
+        makeCanvas();
+    }
+
+    void configure(std::uint16_t mask, std::array<std::uint32_t, 2> values) {
+        xcb_configure_window(connection, window, mask, values.data());
+    }
+
+    void setTitle(const std::string& title) {
+        setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
+        setText(atom("_NET_WM_NAME"), atom("UTF8_STRING"), title);
+    }
+
+    void iconify() {
+        xcb_client_message_event_t event{};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 32;
+        event.window = window;
+        event.type = atom("WM_CHANGE_STATE");
+        event.data.data32[0] = 3;
+        xcb_send_event(connection, 0, screen->root,
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&event));
+    }
+
+    void fill(std::uint32_t colour, int x, int y, int w, int h) {
+        setColour(colour);
+        const xcb_rectangle_t area{std::int16_t(x), std::int16_t(y), std::uint16_t(w), std::uint16_t(h)};
+        xcb_poly_fill_rectangle(connection, canvas, context, 1, &area);
+    }
+
+    void disc(std::uint32_t colour, int x, int y, int w, int h) {
+        setColour(colour);
+        const xcb_arc_t arc{std::int16_t(x), std::int16_t(y), std::uint16_t(w), std::uint16_t(h), 0,
+                            360 * 64};
+        xcb_poly_fill_arc(connection, canvas, context, 1, &arc);
+    }
+
+    /// One copy, so that a frame is one damage and never seen half drawn.
+    void show() {
+        xcb_copy_area(connection, canvas, window, context, 0, 0, 0, 0, std::uint16_t(width),
+                      std::uint16_t(height));
+        xcb_flush(connection);
+    }
+
+    [[nodiscard]] int currentWidth() const { return width; }
+    [[nodiscard]] int currentHeight() const { return height; }
+
+  private:
+    void create(const Options& options) {
+        depth = screen->root_depth;
+        xcb_visualid_t visual = screen->root_visual;
+        if (alpha >= 0)
+            findVisualWithAlpha(visual);
+        const xcb_colormap_t map = xcb_generate_id(connection);
+        xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, map, screen->root, visual);
+        window = xcb_generate_id(connection);
+        const std::array<std::uint32_t, 4> values{0, options.overrideRedirect ? 1U : 0U,
+                                                  XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                                      XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE,
+                                                  map};
+        xcb_create_window(connection, depth, window, screen->root, std::int16_t(options.x),
+                          std::int16_t(options.y), std::uint16_t(width), std::uint16_t(height),
+                          std::uint16_t(options.border), XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                          XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK |
+                              XCB_CW_COLORMAP,
+                          values.data());
+        context = xcb_generate_id(connection);
+        const std::uint32_t noExposures = 0;
+        xcb_create_gc(connection, context, window, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
+        makeCanvas();
+    }
+
+    void findVisualWithAlpha(xcb_visualid_t& visual) {
+        for (auto each = xcb_screen_allowed_depths_iterator(screen); each.rem > 0; xcb_depth_next(&each)) {
+            if (each.data->depth != 32 || xcb_depth_visuals_length(each.data) == 0)
+                continue;
+            depth = 32;
+            visual = xcb_depth_visuals(each.data)->visual_id;
+            return;
+        }
+    }
+
+    void describe(const Options& options) {
+        setTitle(options.title);
+        std::string names = options.instance;
+        names.push_back('\0');
+        names += options.wmClass;
+        names.push_back('\0');
+        setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, names);
+        setNumbers("_NET_WM_PID", XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
+        std::vector<std::uint32_t> states;
+        for (const std::string& state : options.states)
+            states.push_back(atom(state));
+        setNumbers("_NET_WM_STATE", XCB_ATOM_ATOM, states);
+        if (!options.type.empty())
+            setNumbers("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {atom(options.type)});
+        std::array<std::uint32_t, 4> extents{};
+        char ignored = 0;
+        if (std::istringstream(options.extents) >> extents[0] >> ignored >> extents[1] >> ignored >>
+            extents[2] >> ignored >> extents[3])
+            setNumbers("_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {extents.begin(), extents.end()});
+        // WM_NORMAL_HINTS with a position that the user chose, so that a window manager keeps it.
+        std::vector<std::uint32_t> hints(18);
+        hints[0] = 1;
+        setNumbers("WM_NORMAL_HINTS", atom("WM_SIZE_HINTS"), hints);
+        // WM_HINTS that ask for the keyboard.
+        setNumbers("WM_HINTS", atom("WM_HINTS"), {1, 1, 0, 0, 0, 0, 0, 0, 0});
+    }
+
+    void makeCanvas() {
+        if (canvas != XCB_NONE)
+            xcb_free_pixmap(connection, canvas);
+        canvas = xcb_generate_id(connection);
+        xcb_create_pixmap(connection, depth, canvas, window, std::uint16_t(width), std::uint16_t(height));
+    }
+
+    void setColour(std::uint32_t colour) {
+        // Colours of a 32-bit window are multiplied by their alpha.
+        const std::uint32_t a = alpha < 0 ? 255 : static_cast<std::uint32_t>(alpha);
+        std::uint32_t pixel = a << 24;
+        for (const unsigned shift : {0U, 8U, 16U})
+            pixel |= (colour >> shift & 0xff) * a / 255 << shift;
+        xcb_change_gc(connection, context, XCB_GC_FOREGROUND, &pixel);
+    }
+
+    xcb_atom_t atom(const std::string& name) {
+        xcb_atom_t& known = atoms[name];
+        if (known != XCB_ATOM_NONE)
+            return known;
+        const auto cookie = xcb_intern_atom(connection, 0, std::uint16_t(name.size()), name.c_str());
+        const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+            xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
+        if (reply)
+            known = reply->atom;
+        return known;
+    }
+
+    void setText(xcb_atom_t property, xcb_atom_t type, const std::string& text) {
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                            std::uint32_t(text.size()), text.data());
+    }
+
+    void setNumbers(const std::string& property, xcb_atom_t type, const std::vector<std::uint32_t>& numbers) {
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, atom(property), type, 32,
+                            std::uint32_t(numbers.size()), numbers.data());
+    }
+
+    xcb_connection_t* connection;
+    const xcb_screen_t* screen;
+    int alpha, width, height;
+    std::uint8_t depth = 24;
+    xcb_window_t window = XCB_NONE;
+    xcb_gcontext_t context = XCB_NONE;
+    xcb_pixmap_t canvas = XCB_NONE;
+    std::map<std::string, xcb_atom_t> atoms;
+};
+
+/// What is seen: two people, a bar that moves and the number of the frame.
+class Scene {
+  public:
+    explicit Scene(const std::string& colour) { setPlain(colour); }
+
+    void setPlain(const std::string& colour) { plain = colour.empty() ? -1 : std::stol(colour, nullptr, 16); }
+    void nextFrame() { ++frame; }
+
+    void paint(Window& window) const {
+        const int w = window.currentWidth();
+        const int h = window.currentHeight();
+        if (plain >= 0) {
+            window.fill(static_cast<std::uint32_t>(plain), 0, 0, w, h);
+        } else {
+            window.fill(0x15181d, 0, 0, w, h);
+            const int gap = w / 40;
+            const int tile = (w - 3 * gap) / 2;
+            person(window, gap, gap, tile, h - h / 6 - gap, 0x2f6f8f, 0xf2c9a0);
+            person(window, 2 * gap + tile, gap, tile, h - h / 6 - gap, 0x7a4f8f, 0xc98f6b);
+            controls(window, w, h);
+        }
+        window.show();
+    }
+
+  private:
+    static void person(Window& window, int x, int y, int w, int h, std::uint32_t wall, std::uint32_t skin) {
+        window.fill(wall, x, y, w, h);
+        const int head = std::min(w, h) * 2 / 5;
+        window.fill(0x26303c, x + w / 2 - head * 3 / 4, y + h - head, head * 3 / 2, head);
+        window.disc(skin, x + (w - head) / 2, y + h / 2 - head * 3 / 4, head, head * 5 / 4);
+    }
+
+    void controls(Window& window, int w, int h) const {
+        const int line = h - h / 9;
+        const int size = h / 12;
+        window.disc(0xd93a3a, w / 2 - size / 2, line, size, size);
+        window.disc(0x3a424d, w / 2 - size * 2, line, size, size);
+        window.disc(0x3a424d, w / 2 + size, line, size, size);
+        window.fill(0x35c46a, static_cast<int>(frame * 4 % static_cast<unsigned>(w)), h - 6, w / 10, 6);
+        counter(window, w / 40, line, size);
+    }
+
+    /// Five digits of seven segments.
+    void counter(Window& window, int x, int y, int size) const {
+        std::string digits = std::to_string(frame % 100000);
+        digits.insert(0, 5 - digits.size(), '0');
+        for (const char digit : digits) {
+            segments(window, digit - '0', x, y, size * 2 / 5, size);
+            x += size * 3 / 5;
+        }
+    }
+
+    static void segments(Window& window, int digit, int x, int y, int w, int h) {
+        // Top, upper left, upper right, middle, lower left, lower right, bottom.
+        static constexpr std::array<std::uint8_t, 10> lit{0b1110111, 0b0010010, 0b1011101, 0b1011011,
+                                                          0b0111010, 0b1101011, 0b1101111, 0b1010010,
+                                                          0b1111111, 0b1111011};
+        const int t = std::max(1, h / 8);
+        const std::array<xcb_rectangle_t, 7> places{
+            {{0, 0, std::uint16_t(w), std::uint16_t(t)},
+             {0, 0, std::uint16_t(t), std::uint16_t(h / 2)},
+             {std::int16_t(w - t), 0, std::uint16_t(t), std::uint16_t(h / 2)},
+             {0, std::int16_t(h / 2 - t / 2), std::uint16_t(w), std::uint16_t(t)},
+             {0, std::int16_t(h / 2), std::uint16_t(t), std::uint16_t(h / 2)},
+             {std::int16_t(w - t), std::int16_t(h / 2), std::uint16_t(t), std::uint16_t(h / 2)},
+             {0, std::int16_t(h - t), std::uint16_t(w), std::uint16_t(t)}}};
+        for (std::size_t i = 0; i < places.size(); ++i)
+            if ((lit.at(std::size_t(digit)) >> (6 - i) & 1) != 0)
+                window.fill(0xe8ecf0, x + places.at(i).x, y + places.at(i).y, places.at(i).width,
+                            places.at(i).height);
+    }
+
+    unsigned frame = 0;
+    long plain = -1;
+};
+
+/// Events, commands and the next frame, until it is told to quit or either side is gone.
+class Loop {
+  public:
+    Loop(xcb_connection_t* connection, Window& window, const Options& options)
+        : connection(connection), window(window), scene(options.colour) {
+        setRate(options.rate);
+    }
+
+    void run() {
+        while (!done && xcb_connection_has_error(connection) == 0) {
+            xcb_flush(connection);
+            std::array<pollfd, 2> sources{
+                {{xcb_get_file_descriptor(connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
+            poll(sources.data(), sources.size(), timeout());
+            handleEvents();
+            if ((sources[1].revents & (POLLIN | POLLHUP)) != 0)
+                readCommands();
+            if (period && Clock::now() >= due)
+                nextFrame();
+        }
+    }
+
+  private:
+    [[nodiscard]] int timeout() const {
+        if (!period)
+            return -1;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - Clock::now());
+        return static_cast<int>(std::max<std::int64_t>(0, left.count()));
+    }
+
+    void setRate(int framesPerSecond) {
+        period.reset();
+        if (framesPerSecond > 0)
+            period = std::chrono::nanoseconds(1'000'000'000 / framesPerSecond);
+        due = Clock::now();
+    }
+
+    void nextFrame() {
+        // Frames that were missed are left out, so that the rate does not creep.
+        while (due <= Clock::now())
+            due += *period;
+        scene.nextFrame();
+        scene.paint(window);
+    }
+
+    void handleEvents() {
+        while (auto* raw = xcb_poll_for_event(connection)) {
+            const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event(raw, &std::free);
+            handle(*event);
+        }
+    }
+
+    void handle(const xcb_generic_event_t& event) {
+        switch (event.response_type & 0x7f) {
+        case XCB_EXPOSE:
+            scene.paint(window);
+            break;
+        case XCB_CONFIGURE_NOTIFY: {
+            const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+            window.resized(configured.width, configured.height);
+            scene.paint(window);
+            break;
+        }
+        case XCB_KEY_PRESS:
+        case XCB_KEY_RELEASE: {
+            const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+            std::cout << "key " << int(key.detail)
+                      << (event.response_type == XCB_KEY_PRESS ? " press" : " release") << std::endl;
+            break;
+        }
+        default:
+            break;
+        }
+    }
+
+    void readCommands() {
+        std::array<char, 1024> block{};
+        const ssize_t count = read(STDIN_FILENO, block.data(), block.size());
+        if (count <= 0) {
+            done = true;
+            return;
+        }
+        pending.append(block.data(), static_cast<std::size_t>(count));
+        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
+            obey(pending.substr(0, end));
+            pending.erase(0, end + 1);
+        }
+    }
+
+    void obey(const std::string& line) {
+        std::istringstream words(line);
+        std::string verb;
+        words >> verb >> std::ws;
+        std::string rest;
+        std::getline(words, rest);
+        std::istringstream numbers(rest);
+        std::array<std::uint32_t, 2> pair{};
+        numbers >> pair[0] >> pair[1];
+        if (verb == "resize")
+            window.configure(XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, pair);
+        else if (verb == "move")
+            window.configure(XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, pair);
+        else if (verb == "title")
+            window.setTitle(rest);
+        else if (verb == "unmap")
+            window.unmap();
+        else if (verb == "map")
+            window.map();
+        else if (verb == "iconify")
+            window.iconify();
+        else if (verb == "rate")
+            setRate(static_cast<int>(pair[0]));
+        else if (verb == "quit")
+            done = true;
+        else if (verb == "repaint" || verb == "colour" || verb == "scene")
+            repaint(verb, rest);
+        else
+            std::cerr << "no such command: " << line << std::endl;
+    }
+
+    void repaint(const std::string& verb, const std::string& colour) {
+        if (verb != "repaint")
+            scene.setPlain(colour);
+        scene.nextFrame();
+        scene.paint(window);
+    }
+
+    xcb_connection_t* connection;
+    Window& window;
+    Scene scene;
+    std::optional<std::chrono::nanoseconds> period;
+    Clock::time_point due;
+    std::string pending;
+    bool done = false;
+};
+
+} // namespace
+
+int main(int count, char** values) {
+    const auto options = parse({values + 1, values + count});
+    if (!options) {
+        std::cerr << "call_window: an argument that it does not know" << std::endl;
+        return 2;
+    }
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(connection) != 0) {
+        std::cerr << "call_window: no display" << std::endl;
+        return 1;
+    }
+    Window window(connection, xcb_setup_roots_iterator(xcb_get_setup(connection)).data, *options);
+    xcb_flush(connection);
+    std::cout << "window " << window.number() << std::endl;
+    Loop(connection, window, *options).run();
+    xcb_disconnect(connection);
+    return 0;
+}
