@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <atomic>
+#include <cstdint>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -10,13 +11,21 @@ namespace mirrolet::platform::desktop::x11 {
 /// the frontmost one while the panel has it. Any thread.
 class KeyboardLoan {
   public:
-    void begin(xcb_window_t activeWindow) { lender = activeWindow; }
-    void end() { lender = XCB_WINDOW_NONE; }
+    /// A panel that takes the keyboard from another panel takes over its loan.
+    void begin(xcb_window_t activeWindow, xcb_window_t panel) {
+        state = std::uint64_t{activeWindow} << 32U | panel;
+    }
+    /// Without effect if another panel has taken over meanwhile.
+    void end(xcb_window_t panel) {
+        auto current = state.load();
+        while ((current & 0xffffffffU) == panel && !state.compare_exchange_weak(current, 0)) {
+        }
+    }
     /// XCB_WINDOW_NONE while no panel has the keyboard.
-    [[nodiscard]] xcb_window_t window() const { return lender; }
+    [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(state >> 32U); }
 
   private:
-    std::atomic<xcb_window_t> lender = XCB_WINDOW_NONE;
+    std::atomic<std::uint64_t> state = 0; ///< Lending window and borrowing panel, as one value.
 };
 
 } // namespace mirrolet::platform::desktop::x11

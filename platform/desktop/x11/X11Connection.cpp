@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/X11Connection.h"
 
 #include "platform/desktop/x11/XcbReply.h"
+#include "platform/desktop/x11/XcbXkb.h"
 #include "platform/foundation/NSLog.h"
 
 #include <xcb/composite.h>
@@ -18,9 +19,6 @@
 #include <cstring>
 #include <pthread.h>
 #include <utility>
-#define explicit explicitActions // xkb.h names a member so.
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -167,7 +165,19 @@ void X11Connection::unsubscribe(std::uint64_t number) {
 void X11Connection::selectOnRoot(std::uint32_t eventMask) {
     const std::lock_guard guard(rootMaskLock);
     rootMask |= eventMask;
-    xcb_change_window_attributes(connection, root(), XCB_CW_EVENT_MASK, &rootMask);
+    applyRootMask();
+}
+
+void X11Connection::watchTopLevels(bool watch) {
+    const std::lock_guard guard(rootMaskLock);
+    topLevelWatchers += watch ? 1 : -1;
+    applyRootMask();
+}
+
+void X11Connection::applyRootMask() {
+    const std::uint32_t mask =
+        topLevelWatchers > 0 ? rootMask | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY : rootMask;
+    xcb_change_window_attributes(connection, root(), XCB_CW_EVENT_MASK, &mask);
     flush();
 }
 

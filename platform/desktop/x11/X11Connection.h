@@ -72,6 +72,8 @@ class X11Connection {
     [[nodiscard]] Subscription subscribe(std::uint8_t eventType, EventHandler handler);
     /// Adds to the events that this connection selects on the root window; never takes one away.
     void selectOnRoot(std::uint32_t eventMask);
+    /// SubstructureNotify of the root window, counted: they are many, so only while someone needs them.
+    void watchTopLevels(bool watch);
 
     /// Called once, on the connection's thread, when the server is gone. Set before start().
     void setLost(std::function<void()> handler) { lost = std::move(handler); }
@@ -88,6 +90,7 @@ class X11Connection {
   private:
     X11Connection(xcb_connection_t* connection, int screenNumber);
     void queryExtensions();
+    void applyRootMask();
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
     void noteError(const xcb_generic_error_t& error);
@@ -109,6 +112,7 @@ class X11Connection {
 
     std::mutex rootMaskLock;
     std::uint32_t rootMask = 0;
+    int topLevelWatchers = 0;
 
     std::mutex entriesLock;       ///< Guards entries and nextNumber.
     std::recursive_mutex running; ///< Held while handlers run, so that unsubscribe() can wait for them.

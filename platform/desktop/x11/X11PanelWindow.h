@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/desktop/PanelWindow.h"
+#include "platform/desktop/WindowList.h"
+#include "platform/desktop/x11/CornerMask.h"
+#include "platform/desktop/x11/PanelKeyboard.h"
+#include "platform/desktop/x11/PanelProperties.h"
+#include "platform/desktop/x11/X11Connection.h"
+
+#include <atomic>
+
+namespace mirrolet::platform::desktop::x11 {
+
+class CompositingManager;
+class KeyboardLoan;
+class PanelStack;
+
+/// One panel. A floating one has to be an override-redirect window: a managed one stays below other programs'
+/// full-screen windows under most window managers.
+class X11PanelWindow final : public PanelWindow {
+  public:
+    X11PanelWindow(X11Connection& connection, PanelStack& stack, CompositingManager& compositingManager,
+                   KeyboardLoan& loan, WindowNumber window, PanelStacking stacking);
+    ~X11PanelWindow() override;
+    X11PanelWindow(const X11PanelWindow&) = delete;
+    X11PanelWindow& operator=(const X11PanelWindow&) = delete;
+
+    void willShow() override;
+    void didShow() override;
+    void didHide() override;
+    void setLevel(int newLevel) override;
+    void takeKeyboard() override { keyboard.take(); }
+    void returnKeyboard() override { keyboard.giveBack(); }
+    void setCorners(PixelSize size, double radius) override { corners.set(size, radius); }
+
+  private:
+    void followWindowManager();
+    void mapAgainIfWithdrawn();
+
+    X11Connection& connection;
+    PanelStack& stack;
+    xcb_window_t window;
+    PanelStacking stacking;
+    int level = 0;
+    std::atomic<bool> shown = false;
+    std::atomic<int> mapsLeft = 0; ///< How often a map may be repeated that the window manager missed.
+
+    PanelProperties properties;
+    PanelKeyboard keyboard;
+    CornerMask corners;
+    X11Connection::Subscription mapSubscription;
+    X11Connection::Subscription propertySubscription;
+};
+
+} // namespace mirrolet::platform::desktop::x11
