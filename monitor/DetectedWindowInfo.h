@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/coregraphics/CGWindowList.h"
+#include "platform/coregraphics/Geometry.h"
+
+#include <optional>
+#include <string>
+
+namespace mirrolet {
+
+/// A window that is offered to be mirrored. A plain value.
+struct DetectedWindowInfo {
+    platform::CGWindowID windowID = 0;
+    platform::CGRect bounds; ///< Points, from the top-left of the desktop.
+    std::string windowName;  ///< Empty without a title.
+    std::string ownerName;
+    std::optional<std::string> bundleIdentifier;
+    bool isLikelyCall = false; ///< The call rule chose it, by its title or as the second-largest window.
+
+    friend bool operator==(const DetectedWindowInfo&, const DetectedWindowInfo&) = default;
+};
+
+} // namespace mirrolet

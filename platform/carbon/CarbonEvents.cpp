@@ -1,0 +1,216 @@
+#include "platform/carbon/CarbonEvents.h"
+
+#include "platform/carbon/KeyCodes.h"
+#include "platform/desktop/Desktop.h"
+#include "platform/dispatch/DispatchQueue.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace mirrolet::platform {
+
+struct OpaqueEventTarget {};
+
+struct OpaqueEvent {
+    EventTypeSpec type;
+    EventHotKeyID hotKey;
+};
+
+struct OpaqueEventHandler {
+    EventHandlerProc handler = nullptr;
+    std::vector<EventTypeSpec> types;
+    void* userData = nullptr;
+
+    [[nodiscard]] bool takes(const EventTypeSpec& type) const {
+        return std::any_of(types.begin(), types.end(), [&type](const auto& one) {
+            return one.eventClass == type.eventClass && one.eventKind == type.eventKind;
+        });
+    }
+};
+
+struct OpaqueEventHotKey {
+    EventHotKeyID id;
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
+};
+
+struct OpaqueHotKeyMode {};
+
+namespace {
+
+OpaqueEventTarget applicationTarget;
+
+/// What is installed and registered. Main thread only; never destroyed, as presses may come in until the end.
+struct Registry {
+    std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;           ///< The last one is asked first.
+    std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< By the number of their grab.
+    std::set<std::unique_ptr<OpaqueHotKeyMode>> modes;
+    std::uint32_t lastGrab = 0;
+    unsigned followedDesktop = 0; ///< Which desktop's presses come here.
+
+    static Registry& instance() {
+        static auto& registry = *new Registry();
+        return registry;
+    }
+
+    void deliver(OpaqueEvent event) {
+        // A handler may remove itself and others: they stay until the event is through, but are not called.
+        const auto asked = handlers;
+        for (auto next = asked.rbegin(); next != asked.rend(); ++next) {
+            if (std::find(handlers.begin(), handlers.end(), *next) == handlers.end() ||
+                !(*next)->takes(event.type))
+                continue;
+            if ((*next)->handler(nullptr, &event, (*next)->userData) == noErr)
+                return;
+        }
+    }
+
+    [[nodiscard]] bool holds(std::uint32_t keyCode, std::uint32_t modifiers) const {
+        return std::any_of(hotKeys.begin(), hotKeys.end(), [=](const auto& entry) {
+            return entry.second->keyCode == keyCode && entry.second->modifiers == modifiers;
+        });
+    }
+
+    void pressed(std::uint32_t grab) {
+        const auto found = hotKeys.find(grab);
+        if (found != hotKeys.end()) // Else it was unregistered while the press was on its way.
+            deliver({{kEventClassKeyboard, kEventHotKeyPressed}, found->second->id});
+    }
+};
+
+desktop::HotKeys& desktopHotKeys() {
+    return desktop::Desktop::current().hotKeys();
+}
+
+/// Tells the desktop, once, where presses go. They come on its own thread.
+void followPresses(Registry& registry) {
+    if (std::exchange(registry.followedDesktop, desktop::Desktop::generation()) ==
+        desktop::Desktop::generation())
+        return;
+    desktopHotKeys().setPressed([](std::uint32_t grab) {
+        DispatchQueue::main().async([grab] { Registry::instance().pressed(grab); });
+    });
+}
+
+std::optional<std::uint32_t> desktopModifiers(std::uint32_t carbon) {
+    using Pair = std::pair<std::uint32_t, std::uint32_t>;
+    std::uint32_t modifiers = 0;
+    for (const auto& [mask, modifier] :
+         {Pair{cmdKey, desktop::superModifier}, Pair{shiftKey, desktop::shiftModifier},
+          Pair{optionKey, desktop::altModifier}, Pair{controlKey, desktop::controlModifier}}) {
+        if ((carbon & mask) != 0)
+            modifiers |= modifier;
+        carbon &= ~mask;
+    }
+    // Dropping what is left would grab another, perhaps a plain, key than the one asked for.
+    return carbon == 0 ? std::optional(modifiers) : std::nullopt;
+}
+
+OSStatus statusOf(desktop::GrabResult result) {
+    switch (result) {
+    case desktop::GrabResult::held:
+        return noErr;
+    case desktop::GrabResult::taken:
+        return eventHotKeyExistsErr;
+    case desktop::GrabResult::invalid:
+        break;
+    }
+    return paramErr;
+}
+
+} // namespace
+
+EventTargetRef GetApplicationEventTarget() {
+    return &applicationTarget;
+}
+
+OSStatus InstallEventHandler(EventTargetRef target, EventHandlerProc handler, std::size_t typeCount,
+                             const EventTypeSpec* types, void* userData, EventHandlerRef* installed) {
+    if (target != &applicationTarget || !handler || !types || typeCount == 0)
+        return paramErr;
+    auto made = std::make_shared<OpaqueEventHandler>();
+    *made = {handler, {types, types + typeCount}, userData};
+    if (installed)
+        *installed = made.get();
+    Registry::instance().handlers.push_back(std::move(made));
+    return noErr;
+}
+
+OSStatus RemoveEventHandler(EventHandlerRef handler) {
+    auto& handlers = Registry::instance().handlers;
+    return std::erase_if(handlers, [handler](const auto& one) { return one.get() == handler; }) > 0
+               ? noErr
+               : paramErr;
+}
+
+OSStatus GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t desiredType,
+                           std::uint32_t* actualType, std::size_t bufferSize, std::size_t* actualSize,
+                           void* data) {
+    if (!event || !data)
+        return paramErr;
+    if (name != kEventParamDirectObject || desiredType != typeEventHotKeyID)
+        return eventParameterNotFoundErr;
+    if (bufferSize < sizeof event->hotKey)
+        return paramErr;
+    if (actualType)
+        *actualType = typeEventHotKeyID;
+    if (actualSize)
+        *actualSize = sizeof event->hotKey;
+    std::memcpy(data, &event->hotKey, sizeof event->hotKey);
+    return noErr;
+}
+
+OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
+                             EventTargetRef target, OptionBits, EventHotKeyRef* registered) {
+    const auto key = evdevFromVirtual(keyCode);
+    const auto desktopMask = desktopModifiers(modifiers);
+    if (target != &applicationTarget || !registered || !key || !desktopMask)
+        return paramErr;
+    auto& registry = Registry::instance();
+    if (registry.holds(keyCode, modifiers)) // The server would let its own client grab a key twice.
+        return eventHotKeyExistsErr;
+    followPresses(registry);
+    const auto grab = ++registry.lastGrab;
+    const auto status = statusOf(desktopHotKeys().grab(grab, *key, *desktopMask));
+    if (status != noErr)
+        return status;
+    auto& made = registry.hotKeys[grab];
+    made = std::make_unique<OpaqueEventHotKey>(OpaqueEventHotKey{id, keyCode, modifiers});
+    *registered = made.get();
+    return noErr;
+}
+
+OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey) {
+    auto& hotKeys = Registry::instance().hotKeys;
+    const auto found = std::find_if(hotKeys.begin(), hotKeys.end(),
+                                    [hotKey](const auto& entry) { return entry.second.get() == hotKey; });
+    if (found == hotKeys.end())
+        return eventHotKeyInvalidErr;
+    desktopHotKeys().release(found->first);
+    hotKeys.erase(found);
+    return noErr;
+}
+
+HotKeyModeRef PushSymbolicHotKeyMode(OptionBits options) {
+    if (options != kHIHotKeyModeAllDisabled)
+        return nullptr;
+    auto& modes = Registry::instance().modes;
+    if (modes.empty())
+        desktopHotKeys().suspend(true);
+    return modes.insert(std::make_unique<OpaqueHotKeyMode>()).first->get();
+}
+
+void PopSymbolicHotKeyMode(HotKeyModeRef mode) {
+    auto& modes = Registry::instance().modes;
+    const auto removed = std::erase_if(modes, [mode](const auto& one) { return one.get() == mode; });
+    if (removed > 0 && modes.empty())
+        desktopHotKeys().suspend(false);
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace mirrolet::platform {
+
+// Hot keys and the events that report them. Main thread only.
+
+using OSStatus = std::int32_t;
+using OptionBits = std::uint32_t;
+
+inline constexpr OSStatus noErr = 0;
+inline constexpr OSStatus paramErr = -50;
+inline constexpr OSStatus eventParameterNotFoundErr = -9870;
+inline constexpr OSStatus eventNotHandledErr = -9874;
+inline constexpr OSStatus eventHotKeyExistsErr = -9878;
+inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
+
+/// Four ASCII characters as one number, the first in the highest byte.
+constexpr std::uint32_t fourCharacterCode(const char (&code)[5]) {
+    std::uint32_t number = 0;
+    for (int i = 0; i < 4; ++i)
+        number = number << 8 | static_cast<unsigned char>(code[i]);
+    return number;
+}
+
+inline constexpr std::uint32_t kEventClassKeyboard = fourCharacterCode("keyb");
+inline constexpr std::uint32_t kEventHotKeyPressed = 5;
+inline constexpr std::uint32_t kEventParamDirectObject = fourCharacterCode("----");
+inline constexpr std::uint32_t typeEventHotKeyID = fourCharacterCode("hkid");
+
+// Modifier masks.
+inline constexpr std::uint32_t cmdKey = 256;
+inline constexpr std::uint32_t shiftKey = 512;
+inline constexpr std::uint32_t optionKey = 2048;
+inline constexpr std::uint32_t controlKey = 4096;
+
+struct EventHotKeyID {
+    std::uint32_t signature = 0;
+    std::uint32_t id = 0;
+};
+
+struct EventTypeSpec {
+    std::uint32_t eventClass = 0;
+    std::uint32_t eventKind = 0;
+};
+
+// What these point at belongs to the layer.
+using EventHotKeyRef = struct OpaqueEventHotKey*;
+using EventHandlerRef = struct OpaqueEventHandler*;
+using EventHandlerCallRef = struct OpaqueEventHandlerCall*;
+using EventTargetRef = struct OpaqueEventTarget*;
+using EventRef = struct OpaqueEvent*;
+using HotKeyModeRef = struct OpaqueHotKeyMode*;
+/// noErr: handled; anything else passes the event on to the handler installed before.
+using EventHandlerProc = OSStatus (*)(EventHandlerCallRef next, EventRef event, void* userData);
+
+EventTargetRef GetApplicationEventTarget();
+
+/// Calls the handler for events of these types, on the event loop, until it is removed.
+OSStatus InstallEventHandler(EventTargetRef target, EventHandlerProc handler, std::size_t typeCount,
+                             const EventTypeSpec* types, void* userData, EventHandlerRef* installed);
+OSStatus RemoveEventHandler(EventHandlerRef handler);
+
+/// Copies a parameter out of an event: the EventHotKeyID under kEventParamDirectObject. The out parameters
+/// for type and size may be null.
+OSStatus GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t desiredType,
+                           std::uint32_t* actualType, std::size_t bufferSize, std::size_t* actualSize,
+                           void* data);
+
+/// Makes a key (virtual key code, modifier mask) a hot key, whatever has the keyboard. eventHotKeyExistsErr
+/// if this or another program holds it, paramErr for what is no key or modifier here; nothing is held then.
+OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
+                             EventTargetRef target, OptionBits options, EventHotKeyRef* registered);
+OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey);
+
+inline constexpr OptionBits kHIHotKeyModeAllDisabled = 1;
+
+/// While at least one mode is pushed, hot keys let their keys through to the focused window: a shortcut
+/// recorder has to see combinations that are hot keys already. nullptr for another mode than
+/// kHIHotKeyModeAllDisabled.
+HotKeyModeRef PushSymbolicHotKeyMode(OptionBits options);
+/// A mode that was popped already, or nullptr, is ignored.
+void PopSymbolicHotKeyMode(HotKeyModeRef mode);
+
+} // namespace mirrolet::platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/desktop/Applications.h"
+
+#include <map>
+#include <mutex>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// Knows the applications that a test puts in, and counts the look-ups. Any thread.
+class FakeApplications final : public Applications {
+  public:
+    void add(Application application);
+    /// The number need not be that of an application that was added.
+    void setFrontmost(std::optional<std::int32_t> pid);
+    /// How often this application was asked for.
+    [[nodiscard]] int lookUps(std::int32_t pid) const;
+
+    std::optional<Application> frontmost() override;
+    std::optional<Application> running(std::int32_t pid) override;
+
+  private:
+    mutable std::mutex mutex;
+    std::map<std::int32_t, Application> applications;
+    std::optional<std::int32_t> front;
+    std::map<std::int32_t, int> lookUpCounts;
+};
+
+} // namespace mirrolet::platform::desktop::fake

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/desktop/Desktop.h"
+#include "platform/desktop/fake/FakeApplications.h"
+#include "platform/desktop/fake/FakeHotKeys.h"
+#include "platform/desktop/fake/FakePanelWindow.h"
+#include "platform/desktop/fake/FakePresenter.h"
+#include "platform/desktop/fake/FakeWindowCapture.h"
+#include "platform/desktop/fake/FakeWindowList.h"
+#include "platform/desktop/fake/Misuses.h"
+
+#include <memory>
+#include <vector>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// The desktop as a test scripts it. Whoever holds one of the records or misuses keeps them beyond the
+/// desktop.
+class FakeDesktop final : public Desktop {
+  public:
+    FakeDesktop() = default;
+    /// Makes one the process's desktop. It lives until another one, or nullptr, is set.
+    static FakeDesktop& install();
+
+    FakeWindowList& windowList() override { return theWindowList; }
+    FakeApplications& applications() override { return theApplications; }
+    FakeWindowCapture& capture() override { return theCapture; }
+    FakeHotKeys& hotKeys() override { return theHotKeys; }
+    std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
+    std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
+
+    /// Whether the server can compose; if not, makePresenter() gives none.
+    void setComposes(bool composes) { canCompose = composes; }
+    /// Of every presenter and panel window made so far, in this order.
+    [[nodiscard]] const auto& presenters() const { return presenterRecords; }
+    [[nodiscard]] const auto& panelWindows() const { return panelRecords; }
+    /// What callers did that they must not do; a test expects it to be empty. Complete once they are gone.
+    [[nodiscard]] std::vector<std::string> misuses() const;
+
+  private:
+    std::shared_ptr<Misuses> noted = std::make_shared<Misuses>();
+    FakeWindowList theWindowList;
+    FakeApplications theApplications;
+    FakeWindowCapture theCapture;
+    FakeHotKeys theHotKeys{noted};
+    bool canCompose = true;
+    std::vector<std::shared_ptr<PresenterRecord>> presenterRecords;
+    std::vector<std::shared_ptr<PanelWindowRecord>> panelRecords;
+};
+
+} // namespace mirrolet::platform::desktop::fake

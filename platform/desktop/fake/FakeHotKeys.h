@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/desktop/HotKeys.h"
+#include "platform/desktop/fake/Misuses.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// A keyboard that a test presses. Notices grabs under a number in use, before there is a place for presses
+/// to go, and grabs that are still held at its end. Main thread, but for press().
+class FakeHotKeys final : public HotKeys {
+  public:
+    /// Evdev code and modifiers.
+    using Combination = std::pair<std::uint32_t, std::uint32_t>;
+
+    explicit FakeHotKeys(std::shared_ptr<Misuses> misuses) : misuses(std::move(misuses)) {}
+
+    /// Another program holds it.
+    void take(Combination combination) { taken.insert(combination); }
+    /// Not on this keyboard.
+    void removeKey(std::uint32_t evdevCode) { missingKeys.insert(evdevCode); }
+    /// One press of the keys. False if no grab took it.
+    bool press(Combination combination) const;
+    [[nodiscard]] std::vector<Combination> held() const;
+    [[nodiscard]] bool isSuspended() const { return suspended; }
+
+    void setPressed(std::function<void(std::uint32_t grab)> handler) override;
+    GrabResult grab(std::uint32_t number, std::uint32_t evdevCode, std::uint32_t modifiers) override;
+    void release(std::uint32_t number) override { grabs.erase(number); }
+    void suspend(bool on) override { suspended = on; }
+
+  private:
+    std::shared_ptr<Misuses> misuses;
+    std::function<void(std::uint32_t)> pressed;
+    std::map<std::uint32_t, Combination> grabs;
+    std::set<Combination> taken;
+    std::set<std::uint32_t> missingKeys;
+    bool suspended = false;
+};
+
+} // namespace mirrolet::platform::desktop::fake

@@ -1,0 +1,29 @@
+#include "platform/desktop/fake/FakePanelWindow.h"
+
+namespace mirrolet::platform::desktop::fake {
+
+FakePanelWindow::~FakePanelWindow() {
+    record->alive = false;
+    record->shown = false;
+}
+
+void FakePanelWindow::didShow() {
+    if (!std::exchange(announced, false))
+        misuses->add("PanelWindow::didShow without willShow");
+    record->shown = true;
+    ++record->timesShown;
+}
+
+void FakePanelWindow::takeKeyboard() {
+    if (!record->shown)
+        misuses->add("PanelWindow::takeKeyboard while hidden");
+    record->hasKeyboard = true;
+    ++record->keyboardsTaken;
+}
+
+void FakePanelWindow::setCorners(PixelSize size, double radius) {
+    record->corners = size;
+    record->cornerRadius = radius;
+}
+
+} // namespace mirrolet::platform::desktop::fake

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/desktop/PanelWindow.h"
+#include "platform/desktop/WindowList.h"
+#include "platform/desktop/fake/Misuses.h"
+
+#include <memory>
+#include <utility>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// What a panel's window was told last. Outlives the panel window.
+struct PanelWindowRecord {
+    WindowNumber window = 0;
+    PanelStacking stacking = PanelStacking::floating;
+    bool alive = true;
+    bool shown = false;
+    int timesShown = 0;
+    int level = 0;
+    bool hasKeyboard = false;
+    int keyboardsTaken = 0;
+    PixelSize corners;
+    double cornerRadius = 0;
+};
+
+/// Records instead of stacking. Notices a show that was not announced, and a keyboard taken by a hidden
+/// panel.
+class FakePanelWindow final : public PanelWindow {
+  public:
+    FakePanelWindow(std::shared_ptr<PanelWindowRecord> record, std::shared_ptr<Misuses> misuses)
+        : record(std::move(record)), misuses(std::move(misuses)) {}
+    ~FakePanelWindow() override;
+    FakePanelWindow(const FakePanelWindow&) = delete;
+    FakePanelWindow& operator=(const FakePanelWindow&) = delete;
+
+    void willShow() override { announced = true; }
+    void didShow() override;
+    void didHide() override { record->shown = false; }
+    void setLevel(int level) override { record->level = level; }
+    void takeKeyboard() override;
+    void returnKeyboard() override { record->hasKeyboard = false; }
+    void setCorners(PixelSize size, double radius) override;
+
+  private:
+    std::shared_ptr<PanelWindowRecord> record;
+    std::shared_ptr<Misuses> misuses;
+    bool announced = false;
+};
+
+} // namespace mirrolet::platform::desktop::fake

@@ -1,0 +1,53 @@
+#include "platform/desktop/fake/FakeWindowCapture.h"
+
+#include <algorithm>
+
+namespace mirrolet::platform::desktop::fake {
+
+Bitmap FakeWindowImage::readBack() const {
+    const auto count = static_cast<std::size_t>(extent.width) * static_cast<std::size_t>(extent.height);
+    return {extent, std::vector<std::uint32_t>(count, 0xff000000 | fill)};
+}
+
+void FakeWindowCapture::setPermitted(bool permitted) {
+    const std::lock_guard lock(mutex);
+    mayCapture = permitted;
+}
+
+void FakeWindowCapture::setPicture(WindowNumber window, PixelSize size, std::uint32_t colour) {
+    const std::lock_guard lock(mutex);
+    pictures[window] = std::make_shared<FakeWindowImage>(size, colour, alive);
+}
+
+void FakeWindowCapture::destroyWindow(WindowNumber window) {
+    const std::lock_guard lock(mutex);
+    pictures.erase(window);
+    gone.insert(window);
+}
+
+int FakeWindowCapture::captures(WindowNumber window) const {
+    const std::lock_guard lock(mutex);
+    const auto found = captureCounts.find(window);
+    return found == captureCounts.end() ? 0 : found->second;
+}
+
+long FakeWindowCapture::imagesHeld() const {
+    const std::lock_guard lock(mutex);
+    const auto ownOnly = std::count_if(pictures.begin(), pictures.end(),
+                                       [](const auto& entry) { return entry.second.use_count() == 1; });
+    return alive.use_count() - 1 - ownOnly;
+}
+
+bool FakeWindowCapture::permitted() const {
+    const std::lock_guard lock(mutex);
+    return mayCapture;
+}
+
+std::shared_ptr<const WindowImage> FakeWindowCapture::image(WindowNumber window) {
+    const std::lock_guard lock(mutex);
+    ++captureCounts[window];
+    const auto found = pictures.find(window);
+    return !mayCapture || gone.contains(window) || found == pictures.end() ? nullptr : found->second;
+}
+
+} // namespace mirrolet::platform::desktop::fake

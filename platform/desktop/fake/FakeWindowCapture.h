@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/desktop/WindowCapture.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// A picture of one colour.
+class FakeWindowImage final : public WindowImage {
+  public:
+    FakeWindowImage(PixelSize size, std::uint32_t colour, std::shared_ptr<int> alive)
+        : extent(size), fill(colour), alive(std::move(alive)) {}
+
+    [[nodiscard]] PixelSize size() const override { return extent; }
+    [[nodiscard]] Bitmap readBack() const override;
+    [[nodiscard]] std::uint32_t colour() const { return fill; }
+
+  private:
+    PixelSize extent;
+    std::uint32_t fill;
+    std::shared_ptr<int> alive; ///< Its owners are counted: the images that somebody still holds.
+};
+
+/// Gives the pictures that a test puts in, the same object until the test changes it. Any thread.
+class FakeWindowCapture final : public WindowCapture {
+  public:
+    void setPermitted(bool permitted);
+    /// Makes or changes a window's picture. The colour is opaque, 0xRRGGBB.
+    void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour);
+    /// The window is gone, for good, even if the number gets a picture again.
+    void destroyWindow(WindowNumber window);
+    /// How often this window was captured.
+    [[nodiscard]] int captures(WindowNumber window) const;
+    /// How many images are held outside of here: a mirror that ended holds none.
+    [[nodiscard]] long imagesHeld() const;
+
+    [[nodiscard]] bool permitted() const override;
+    std::shared_ptr<const WindowImage> image(WindowNumber window) override;
+
+  private:
+    mutable std::mutex mutex;
+    bool mayCapture = true;
+    std::map<WindowNumber, std::shared_ptr<const FakeWindowImage>> pictures;
+    std::set<WindowNumber> gone;
+    std::map<WindowNumber, int> captureCounts;
+    std::shared_ptr<int> alive = std::make_shared<int>();
+};
+
+} // namespace mirrolet::platform::desktop::fake

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/desktop/WindowList.h"
+
+#include <mutex>
+
+namespace mirrolet::platform::desktop::fake {
+
+/// Gives the windows that a test puts in, and counts the reads. Any thread.
+class FakeWindowList final : public WindowList {
+  public:
+    /// Front to back; none makes the list unreadable.
+    void setWindows(std::optional<std::vector<WindowRow>> windows);
+    [[nodiscard]] int reads() const;
+
+    std::optional<std::vector<WindowRow>> onScreenWindows() override;
+
+  private:
+    mutable std::mutex mutex;
+    std::optional<std::vector<WindowRow>> rows = std::vector<WindowRow>();
+    int readCount = 0;
+};
+
+} // namespace mirrolet::platform::desktop::fake

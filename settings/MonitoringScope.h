@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace mirrolet {
+
+/// What the monitor looks at. Stored by its raw value.
+enum class MonitoringScope {
+    allWindows,
+    specificApps, ///< Only the windows of the selected applications.
+};
+
+[[nodiscard]] std::string rawValue(MonitoringScope scope);
+[[nodiscard]] std::optional<MonitoringScope> monitoringScopeFromRawValue(std::string_view raw);
+
+} // namespace mirrolet

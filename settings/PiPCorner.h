@@ -1,0 +1,20 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace mirrolet {
+
+/// The corner of the screen where a new mirror is placed. Stored by its raw value.
+enum class PiPCorner { bottomRight, bottomLeft, topRight, topLeft };
+
+/// In the order of the settings window's menu.
+inline constexpr std::array allPiPCorners = {PiPCorner::bottomRight, PiPCorner::bottomLeft,
+                                             PiPCorner::topRight, PiPCorner::topLeft};
+
+[[nodiscard]] std::string rawValue(PiPCorner corner);
+[[nodiscard]] std::optional<PiPCorner> pipCornerFromRawValue(std::string_view raw);
+
+} // namespace mirrolet

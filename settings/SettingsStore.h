@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/combine/ObservableObjectPublisher.h"
+#include "platform/foundation/NSLock.h"
+#include "settings/MonitoringScope.h"
+#include "settings/MonitoringSettings.h"
+#include "settings/PiPCorner.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+
+namespace mirrolet::platform {
+class UserDefaults;
+}
+
+namespace mirrolet {
+
+/// Every setting of the user. Main thread only, but for currentMonitoringSettings(). Each assignment
+/// announces the change before it is made, makes it, and saves all values; assigning an equal value does the
+/// same.
+class SettingsStore {
+  public:
+    /// The one store, over the program's own user defaults. Made on first use, never destroyed.
+    static SettingsStore& shared();
+
+    /// Loads what is stored; a missing or unusable value gives the default. Writes nothing. Keeps a reference
+    /// to the defaults.
+    explicit SettingsStore(platform::UserDefaults& defaults);
+
+    /// Fires before a change: who reads the store in response has to do so on a later turn of the main loop.
+    platform::ObservableObjectPublisher objectWillChange;
+
+    [[nodiscard]] MonitoringScope monitoringScope() const { return scope; }
+    void setMonitoringScope(MonitoringScope value) { assign(scope, value); }
+    /// Bundle identifiers of the watched applications.
+    [[nodiscard]] const std::set<std::string>& selectedAppIdentifiers() const { return appIdentifiers; }
+    void setSelectedAppIdentifiers(std::set<std::string> value) { assign(appIdentifiers, std::move(value)); }
+    /// Seconds. Any number that the file holds: neither checked nor bounded.
+    [[nodiscard]] double pollInterval() const { return pollSeconds; }
+    void setPollInterval(double value) { assign(pollSeconds, value); }
+    /// Seconds, as above.
+    [[nodiscard]] double promptTimeout() const { return promptSeconds; }
+    void setPromptTimeout(double value) { assign(promptSeconds, value); }
+    [[nodiscard]] bool startMonitoringOnLaunch() const { return startsMonitoring; }
+    void setStartMonitoringOnLaunch(bool value) { assign(startsMonitoring, value); }
+    [[nodiscard]] bool pipAlwaysOnTop() const { return alwaysOnTop; }
+    void setPipAlwaysOnTop(bool value) { assign(alwaysOnTop, value); }
+    [[nodiscard]] PiPCorner pipCorner() const { return corner; }
+    void setPipCorner(PiPCorner value) { assign(corner, value); }
+
+    // Shortcuts: a virtual key code and a Carbon modifier mask, kept as given. The first pair shows and hides
+    // the mirror, the second starts and closes one of the frontmost application.
+    [[nodiscard]] std::uint32_t shortcutKeyCode() const { return keyCode; }
+    void setShortcutKeyCode(std::uint32_t value) { assign(keyCode, value); }
+    [[nodiscard]] std::uint32_t shortcutModifiers() const { return modifiers; }
+    void setShortcutModifiers(std::uint32_t value) { assign(modifiers, value); }
+    [[nodiscard]] std::uint32_t pipFrontmostShortcutKeyCode() const { return frontmostKeyCode; }
+    void setPipFrontmostShortcutKeyCode(std::uint32_t value) { assign(frontmostKeyCode, value); }
+    [[nodiscard]] std::uint32_t pipFrontmostShortcutModifiers() const { return frontmostModifiers; }
+    void setPipFrontmostShortcutModifiers(std::uint32_t value) { assign(frontmostModifiers, value); }
+
+    /// What the monitor needs, as of the last completed assignment. Any thread.
+    [[nodiscard]] MonitoringSettings currentMonitoringSettings() const;
+
+  private:
+    template <class Value> void assign(Value& member, Value value) {
+        objectWillChange.send();
+        member = std::move(value);
+        save();
+    }
+    void save();
+
+    MonitoringScope scope;
+    std::set<std::string> appIdentifiers;
+    double pollSeconds;
+    double promptSeconds;
+    bool startsMonitoring;
+    bool alwaysOnTop;
+    PiPCorner corner;
+    std::uint32_t keyCode;
+    std::uint32_t modifiers;
+    std::uint32_t frontmostKeyCode;
+    std::uint32_t frontmostModifiers;
+    mutable platform::NSLock lock; ///< Guards the snapshot only; nothing else is locked while it is held.
+    MonitoringSettings snapshot;
+    platform::UserDefaults& defaults;
+};
+
+} // namespace mirrolet
