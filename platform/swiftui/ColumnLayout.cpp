@@ -13,9 +13,7 @@ namespace {
 constexpr const char* precedenceProperty = "mirrolet.precedence";
 
 int precedenceOf(const QLayoutItem& item) {
-    auto& mutableItem =
-        const_cast<QLayoutItem&>(item); // widget() is const only from Qt 6.5 on for some items
-    const auto* widget = mutableItem.widget();
+    const auto* widget = item.widget();
     return widget ? widget->property(precedenceProperty).toInt() : 0;
 }
 
@@ -23,19 +21,9 @@ bool fillsWidth(const QLayoutItem& item) {
     return item.expandingDirections().testFlag(Qt::Horizontal);
 }
 
-int widthOf(const QLayoutItem& item, int available) {
-    return fillsWidth(item) ? available : std::min(item.sizeHint().width(), available);
-}
-
-int heightOf(const QLayoutItem& item, int available) {
-    if (item.hasHeightForWidth())
-        return item.heightForWidth(widthOf(item, available));
-    return item.sizeHint().height();
-}
-
 } // namespace
 
-ColumnLayout::ColumnLayout(double spacing) {
+ColumnLayout::ColumnLayout(double spacing, Placement placement) : placement(placement) {
     setSpacing(static_cast<int>(std::lround(spacing)));
     setContentsMargins(0, 0, 0, 0);
 }
@@ -68,10 +56,16 @@ int ColumnLayout::totalSpacing() const {
     return items.empty() ? 0 : spacing() * (count() - 1);
 }
 
+int ColumnLayout::widthOf(const QLayoutItem& item, int available) const {
+    const bool fills = placement == Placement::fromTop || fillsWidth(item);
+    return fills ? available : std::min(item.sizeHint().width(), available);
+}
+
 std::vector<int> ColumnLayout::idealHeights(int width) const {
     std::vector<int> heights;
     for (const auto& item : items)
-        heights.push_back(heightOf(*item, width));
+        heights.push_back(item->hasHeightForWidth() ? item->heightForWidth(widthOf(*item, width))
+                                                    : item->sizeHint().height());
     return heights;
 }
 
@@ -111,6 +105,16 @@ void ColumnLayout::compress(std::vector<int>& heights, int excess) const {
     }
 }
 
+void ColumnLayout::expand(std::vector<int>& heights, int spare) const {
+    std::vector<std::size_t> growing;
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        if (items[index]->expandingDirections().testFlag(Qt::Vertical))
+            growing.push_back(index);
+    }
+    for (const std::size_t index : growing)
+        heights[index] += spare / static_cast<int>(growing.size());
+}
+
 void ColumnLayout::setGeometry(const QRect& bounds) {
     QLayout::setGeometry(bounds);
     const QRect room = bounds.marginsRemoved(contentsMargins());
@@ -120,7 +124,10 @@ void ColumnLayout::setGeometry(const QRect& bounds) {
         compress(heights, total - room.height());
         total = std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing();
     }
-    int top = room.top() + std::max(0, (room.height() - total) / 2);
+    const int spare = std::max(0, room.height() - total);
+    if (placement == Placement::fromTop)
+        expand(heights, spare);
+    int top = room.top() + (placement == Placement::fromTop ? 0 : spare / 2);
     for (std::size_t index = 0; index < items.size(); ++index) {
         const int width = widthOf(*items[index], room.width());
         items[index]->setGeometry({room.left() + (room.width() - width) / 2, top, width, heights[index]});

@@ -12,7 +12,9 @@ namespace mirrolet::platform::swiftui {
 /// before the lower.
 class ColumnLayout : public QLayout {
   public:
-    explicit ColumnLayout(double spacing);
+    enum class Placement { centred, fromTop };
+
+    explicit ColumnLayout(double spacing, Placement placement = Placement::centred);
     ~ColumnLayout() override;
 
     /// Precedence of a widget's ideal height; 0 unless set.
@@ -32,8 +34,11 @@ class ColumnLayout : public QLayout {
   private:
     [[nodiscard]] int totalSpacing() const;
     [[nodiscard]] std::vector<int> idealHeights(int width) const;
+    [[nodiscard]] int widthOf(const QLayoutItem& item, int available) const;
+    void expand(std::vector<int>& heights, int spare) const;
     void compress(std::vector<int>& heights, int excess) const;
 
+    Placement placement;
     std::vector<std::unique_ptr<QLayoutItem>> items;
 };
 

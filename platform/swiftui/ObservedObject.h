@@ -18,7 +18,7 @@ template <class Object> class ObservedObject {
 
     [[nodiscard]] Observation changes() const {
         return [observed = object](std::function<void()> changed) {
-            return observed->objectWillChange().sinkOn(DispatchQueue::main(), std::move(changed));
+            return observed->objectWillChange.sinkOn(DispatchQueue::main(), std::move(changed));
         };
     }
     template <class Value, class Get, class Set>

@@ -1,6 +1,8 @@
 #include "platform/swiftui/View.h"
 
+#include "platform/swiftui/AlertPresenter.h"
 #include "platform/swiftui/ColumnLayout.h"
+#include "platform/swiftui/Follow.h"
 #include "platform/swiftui/MaterialWidget.h"
 
 #include <QEvent>
@@ -100,6 +102,24 @@ View View::accessibilityLabel(std::string label) const {
         widget->setAccessibleName(QString::fromStdString(label));
         return widget;
     });
+}
+
+View View::onChange(Observation changes, std::function<void()> action) const {
+    return View([view = *this, changes = std::move(changes),
+                 action = std::move(action)](const BuildContext& context) {
+        QWidget* widget = view.build(context);
+        whenChanged(*widget, changes, action);
+        return widget;
+    });
+}
+
+View View::alert(std::string title, Binding<std::optional<std::string>> message) const {
+    return View(
+        [view = *this, title = std::move(title), message = std::move(message)](const BuildContext& context) {
+            QWidget* widget = view.build(context);
+            new AlertPresenter(*widget, title, message); // owned by the widget
+            return widget;
+        });
 }
 
 View View::task(std::function<void()> action) const {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/swiftui/Binding.h"
+
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -41,6 +44,11 @@ class View {
     [[nodiscard]] View background(Material material, double cornerRadius) const;
     /// What assistive software calls it.
     [[nodiscard]] View accessibilityLabel(std::string label) const;
+    /// Runs after each change of what is observed, while the view exists.
+    [[nodiscard]] View onChange(Observation changes, std::function<void()> action) const;
+    /// A message with an "OK" button in front of the view's window, up while `message` is not empty.
+    /// Dismissing it clears the message.
+    [[nodiscard]] View alert(std::string title, Binding<std::optional<std::string>> message) const;
     /// Runs each time the view comes on screen (not when its window is restored from the task list).
     [[nodiscard]] View task(std::function<void()> action) const;
 
@@ -61,6 +69,12 @@ template <class Self> class Modifiable {
     [[nodiscard]] View fullWidth() const { return view().fullWidth(); }
     [[nodiscard]] View accessibilityLabel(std::string label) const {
         return view().accessibilityLabel(std::move(label));
+    }
+    [[nodiscard]] View onChange(Observation changes, std::function<void()> action) const {
+        return view().onChange(std::move(changes), std::move(action));
+    }
+    [[nodiscard]] View alert(std::string title, Binding<std::optional<std::string>> message) const {
+        return view().alert(std::move(title), std::move(message));
     }
     [[nodiscard]] View task(std::function<void()> action) const { return view().task(std::move(action)); }
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/swiftui/Binding.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+namespace mirrolet::platform::swiftui {
+
+/// Runs `action` after each change, until the widget goes.
+inline void whenChanged(QWidget& widget, const Observation& changes, const std::function<void()>& action) {
+    auto subscription =
+        std::make_shared<AnyCancellable>(changes([guard = QPointer<QWidget>(&widget), action] {
+            if (guard)
+                action();
+        }));
+    // The connection goes with the widget, and the subscription with the connection.
+    QObject::connect(&widget, &QObject::destroyed, [subscription] { subscription->cancel(); });
+}
+
+/// The same, and once now.
+inline void follow(QWidget& widget, const Observation& changes, const std::function<void()>& update) {
+    update();
+    whenChanged(widget, changes, update);
+}
+
+} // namespace mirrolet::platform::swiftui

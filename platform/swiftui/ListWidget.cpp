@@ -1,0 +1,27 @@
+#include "platform/swiftui/ListWidget.h"
+
+#include <QFocusEvent>
+
+namespace mirrolet::platform::swiftui {
+
+ListWidget::ListWidget() {
+    setFrameShape(QFrame::NoFrame);
+    setUniformItemSizes(true); // so that a thousand rows need not be measured
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setMouseTracking(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    viewport()->setAutoFillBackground(false);
+}
+
+void ListWidget::focusInEvent(QFocusEvent* event) {
+    QListView::focusInEvent(event);
+    if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() && model() &&
+        model()->rowCount() > 0)
+        setCurrentIndex(model()->index(0, 0)); // the keyboard needs a row to start from
+}
+
+} // namespace mirrolet::platform::swiftui

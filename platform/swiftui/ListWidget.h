@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QListView>
+
+namespace mirrolet::platform::swiftui {
+
+/// The list view under a List: part of its surroundings, without a frame or a background of its own.
+class ListWidget : public QListView {
+  public:
+    ListWidget();
+    [[nodiscard]] QSize sizeHint() const override { return {200, minimumHeight()}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override;
+};
+
+} // namespace mirrolet::platform::swiftui

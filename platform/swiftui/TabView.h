@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/swiftui/View.h"
+
+#include <string>
+#include <vector>
+
+namespace mirrolet::platform::swiftui {
+
+/// Pages of which one is shown, chosen by a tab with a symbol and a label.
+class TabView : public Modifiable<TabView> {
+  public:
+    struct Tab {
+        std::string label;
+        std::string systemImage;
+        View content;
+    };
+
+    explicit TabView(std::vector<Tab> tabs) : pages(std::move(tabs)) {}
+    [[nodiscard]] View body() const;
+
+  private:
+    std::vector<Tab> pages;
+};
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace mirrolet::platform::swiftui {
+
+/// A line to type into, in the look of the declarative views.
+class TextFieldWidget : public QLineEdit {
+  public:
+    TextFieldWidget();
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+} // namespace mirrolet::platform::swiftui
