@@ -14,7 +14,7 @@ struct Picture {
 
     /// Outside of the picture: black.
     [[nodiscard]] std::uint32_t at(int x, int y) const;
-    /// A portable pixmap (PPM).
+    /// As PNG.
     void save(const std::filesystem::path& file) const;
     bool operator==(const Picture&) const = default;
 };

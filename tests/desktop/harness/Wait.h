@@ -21,4 +21,8 @@ void require(const std::string& message, const Condition& condition,
 /// For what must not happen: true if the condition held at every poll of the given time.
 bool holdsFor(const Condition& condition, std::chrono::milliseconds time);
 
+/// From a signal handler: lets the wait that runs, or the next one, end with a HarnessError, so that
+/// everything that was started is ended by its owner.
+void interruptWait();
+
 } // namespace mirrolet::harness

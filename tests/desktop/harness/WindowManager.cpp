@@ -5,6 +5,8 @@
 #include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/XServer.h"
 
+#include <csignal>
+
 namespace mirrolet::harness {
 
 namespace {
@@ -116,6 +118,11 @@ WindowManager::WindowManager(const XServer& server, WindowManagerKind kind, cons
         throw HarnessError(name(kind) + " did not start: " + Sandbox::read(log));
     probe.reset();
     require("the window manager forgets the probe", [&] { return facts.clientList().empty(); });
+}
+
+WindowManager::~WindowManager() {
+    if (process)
+        process->signal(SIGKILL);
 }
 
 } // namespace mirrolet::harness

@@ -17,6 +17,10 @@ class WindowManager {
   public:
     /// The bus is for xfwm4, which starts its settings service on it.
     WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
+    /// Kills it: fluxbox now and then does not end when asked to.
+    ~WindowManager();
+    WindowManager(const WindowManager&) = delete;
+    WindowManager& operator=(const WindowManager&) = delete;
 
     [[nodiscard]] WindowManagerKind kind() const { return which; }
     /// For the names of parameterized tests.

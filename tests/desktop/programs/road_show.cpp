@@ -1,0 +1,161 @@
+// Shows the road of one call on a desktop of its own: starts it, a window that looks like a video call and
+// Mirrolet, answers the prompt, and leaves a screenshot of each step. Fails if a step does not happen.
+
+#include "tests/desktop/harness/CallWindow.h"
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/Keyboard.h"
+#include "tests/desktop/harness/Pointer.h"
+#include "tests/desktop/harness/Program.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/WindowManager.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <csignal>
+#include <iostream>
+
+namespace {
+
+using namespace mirrolet::harness;
+
+class RoadShow {
+  public:
+    explicit RoadShow(std::filesystem::path folder) : folder(std::move(folder)) {
+        std::filesystem::create_directories(this->folder);
+        paintBackground();
+    }
+
+    void run() {
+        auto call = std::make_unique<CallWindow>(server, callOptions());
+        Program program(&server, &bus, {.defaults = Program::defaults()});
+        require("Mirrolet runs and offers Picture-in-Picture",
+                [&] { return alive(program) && program.prompt(facts).has_value(); });
+        settle(*program.prompt(facts));
+        take("1-prompt");
+
+        Keyboard(client).stroke({key::returnKey});
+        require("Return closes the prompt and opens the mirror",
+                [&] { return !program.prompt(facts) && program.panel(facts).has_value(); });
+        const xcb_window_t panel = *program.panel(facts);
+        require("the mirror shows the call", [&] { return showsPicture(panel); });
+        take("2-mirror");
+
+        enlarge(panel);
+        take("3-mirror-resized");
+
+        hover(panel);
+        take("4-close-button");
+
+        call.reset();
+        require("the end of the call closes the mirror", [&] { return !program.panel(facts); });
+        take("5-call-ended");
+
+        program.child().signal(SIGTERM);
+        if (program.child().waitForExit() != 0)
+            throw HarnessError("Mirrolet did not end well: " + program.log());
+    }
+
+  private:
+    static CallWindow::Options callOptions() {
+        CallWindow::Options options;
+        options.width = 720;
+        options.height = 450;
+        options.x = 90;
+        options.y = 90;
+        options.rate = 30;
+        return options;
+    }
+
+    static bool alive(Program& program) {
+        if (!program.child().running())
+            throw HarnessError("Mirrolet ended: " + program.log());
+        return true;
+    }
+
+    void paintBackground() {
+        const std::uint32_t colour = 0x51627a;
+        xcb_change_window_attributes(client.xcb(), client.root(), XCB_CW_BACK_PIXEL, &colour);
+        xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
+        client.sync();
+    }
+
+    /// The window has drawn itself and stands still.
+    void settle(xcb_window_t window) {
+        const Box box = facts.box(window);
+        Picture last;
+        require("the window is drawn", [&] {
+            const Picture now = facts.screenshot(box);
+            const bool still = now == last && now.at(box.width / 2, box.height / 2) != 0;
+            last = now;
+            return still;
+        });
+    }
+
+    /// The wall behind one of the two people of the scene is at a quarter of the panel's width.
+    [[nodiscard]] bool showsPicture(xcb_window_t panel) const {
+        const Box box = facts.box(panel);
+        const Picture picture = facts.screenshot(box);
+        return picture.at(box.width / 8, box.height / 2) != 0 &&
+               picture.at(box.width / 8, box.height / 2) != picture.at(box.width * 7 / 8, box.height / 2);
+    }
+
+    void enlarge(xcb_window_t panel) {
+        const Box before = facts.box(panel);
+        const int right = before.x + before.width;
+        const int bottom = before.y + before.height;
+        // First to where there is room, then by the grip.
+        Pointer(client).drag(before.x + before.width / 2, before.y + before.height / 2, 900, 520);
+        require("the mirror follows the pointer", [&] { return facts.box(panel).x != before.x; });
+        const Box moved = facts.box(panel);
+        const int gripX = right - before.x + moved.x - 8;
+        const int gripY = bottom - before.y + moved.y - 8;
+        Pointer(client).drag(gripX, gripY, gripX + 220, gripY + 100);
+        require("the grip makes the mirror larger",
+                [&] { return facts.box(panel).width == 320 && facts.box(panel).height == 200; });
+        Pointer(client).move(20, 780);
+        require("the larger mirror shows the call", [&] { return showsPicture(panel); });
+    }
+
+    void hover(xcb_window_t panel) {
+        const Box box = facts.box(panel);
+        Pointer(client).move(box.x + box.width / 2, box.y + box.height / 2);
+        require("the close button appears under the pointer", [&] {
+            const std::uint32_t pixel = facts.pixel(box.x + 12, box.y + 18);
+            return (pixel >> 16) > 0xc0 && (pixel >> 8 & 0xff) < 0x60;
+        });
+    }
+
+    void take(const std::string& name) const {
+        const auto file = folder / (name + ".png");
+        facts.screenshot().save(file);
+        std::cout << "screenshot: " << file.string() << std::endl;
+    }
+
+    std::filesystem::path folder;
+    XServer server;
+    SessionBus bus;
+    WindowManager manager{server, WindowManagerKind::openbox};
+    Picom compositor{server};
+    TrayHost tray{server};
+    XClient client{server};
+    WindowFacts facts{client};
+};
+
+} // namespace
+
+int main(int count, char** values) {
+    if (count != 2) {
+        std::cerr << "road_show: name the folder for the screenshots" << std::endl;
+        return 2;
+    }
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, [](int) { interruptWait(); });
+    try {
+        RoadShow(values[1]).run();
+    } catch (const std::exception& problem) {
+        std::cerr << "road_show: " << problem.what() << std::endl;
+        return 1;
+    }
+    std::cout << "Mirrolet showed the prompt, the mirror and its end." << std::endl;
+    return 0;
+}
