@@ -24,14 +24,34 @@ QImage emptyImage(QSize pixels) {
     return image;
 }
 
+/// A drawing and the square that it fills, in device pixels.
+struct Placed {
+    QString file;
+    int side;
+};
+
+/// Drawings lie on a grid of 16; what stands in status bars has a second one for their other common size.
+/// Where there are two, the picture is a whole multiple of one of them, so that its edges stay on pixels,
+/// with a margin around it.
+Placed placed(const std::string& name, int side) {
+    const QString base = QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name);
+    const QString small = base + QStringLiteral(".svg");
+    const QString large = base + QStringLiteral("@22.svg");
+    if (side < 16 || !QFileInfo::exists(large))
+        return {small, side};
+    const int ofSmall = side / 16 * 16;
+    const int ofLarge = side / 22 * 22;
+    return ofLarge > ofSmall ? Placed{large, ofLarge} : Placed{small, ofSmall};
+}
+
 QImage renderedSvg(const std::string& name, QSize pixels) {
     loadSymbols();
     QImage image = emptyImage(pixels);
-    QSvgRenderer renderer(QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name) +
-                          QStringLiteral(".svg"));
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    const Placed drawing = placed(name, std::min(pixels.width(), pixels.height()));
+    QSvgRenderer renderer(drawing.file);
     QPainter painter(&image);
-    renderer.render(&painter);
+    renderer.render(&painter, QRectF((pixels.width() - drawing.side) / 2,
+                                     (pixels.height() - drawing.side) / 2, drawing.side, drawing.side));
     return image;
 }
 
@@ -104,7 +124,7 @@ QImage renderedImage(const NSImage& image, QSize pixels, const QColor& tint) {
 
 QIcon toQIcon(const NSImage& image, const QColor& tint) {
     QIcon icon;
-    for (const int side : {16, 18, 20, 22, 24, 32, 36, 48, 64})
+    for (const int side : {16, 18, 20, 22, 24, 28, 32, 36, 44, 48, 64})
         icon.addPixmap(QPixmap::fromImage(renderedImage(image, {side, side}, tint)));
     return icon;
 }

@@ -1,6 +1,11 @@
 #include "platform/appkit/NSWorkspace.h"
 
 #include "platform/desktop/Desktop.h"
+#include "platform/foundation/Bundle.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <gio/gio.h>
 
 #include <utility>
 
@@ -16,6 +21,23 @@ std::optional<NSRunningApplication> NSWorkspace::frontmostApplication() const {
     if (!front)
         return std::nullopt;
     return NSRunningApplication(front->pid, std::move(front->identifier), std::move(front->name));
+}
+
+bool NSWorkspace::open(const URL& link) const {
+    const QUrl url(QString::fromStdString(link.absoluteString()));
+    if (!url.isValid() || url.scheme().isEmpty())
+        return false;
+    // Asked first, as the opener itself says yes to everything and complains later, in a window of its own.
+    GAppInfo* opener = g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData());
+    if (!opener)
+        return false;
+    g_object_unref(opener);
+    return QDesktopServices::openUrl(url);
+}
+
+std::shared_ptr<NSImage> NSWorkspace::iconForFile(const std::string& path) const {
+    const auto bundle = Bundle::open(URL::fileURLWithPath(path));
+    return NSImage::icon(bundle ? bundle->icon() : std::string());
 }
 
 } // namespace mirrolet::platform

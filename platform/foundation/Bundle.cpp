@@ -1,0 +1,73 @@
+#include "platform/foundation/Bundle.h"
+
+#include "platform/foundation/ApplicationFolders.h"
+#include "platform/foundation/RegularFile.h"
+
+#include <gio/gdesktopappinfo.h>
+
+#include <memory>
+
+namespace mirrolet::platform {
+
+namespace {
+
+constexpr std::size_t mostBytesOfEntry = 1 << 20;
+
+struct Release {
+    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
+    void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
+    void operator()(char* text) const { g_free(text); }
+};
+template <typename T> using Owned = std::unique_ptr<T, Release>;
+
+/// GIO's own reading by path would wait for ever on a FIFO, and swallow a file of any size.
+Owned<GDesktopAppInfo> readEntry(const std::string& path) {
+    const auto content = readRegularFile(path, mostBytesOfEntry);
+    const Owned<GKeyFile> keys(g_key_file_new());
+    if (!content || content->empty() ||
+        !g_key_file_load_from_data(keys.get(), content->data(), content->size(), G_KEY_FILE_NONE, nullptr))
+        return nullptr;
+    // Nothing for what is no application, or whose program is not installed.
+    return Owned<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(keys.get()));
+}
+
+bool isInMenus(GDesktopAppInfo* info) {
+    return !g_desktop_app_info_get_is_hidden(info) && g_app_info_should_show(G_APP_INFO(info));
+}
+
+} // namespace
+
+const Bundle& Bundle::main() {
+    static const Bundle own = [] {
+        Bundle bundle;
+        bundle.identifier = "app.mirrolet.Mirrolet";
+        bundle.name = "Mirrolet";
+        bundle.iconName = "app.mirrolet.Mirrolet";
+        return bundle;
+    }();
+    return own;
+}
+
+std::optional<Bundle> Bundle::open(const URL& application) {
+    const auto file = ApplicationFolders().entryOf(application);
+    if (!file)
+        return std::nullopt;
+    const auto info = readEntry(file->path);
+    if (!info || !isInMenus(info.get()))
+        return std::nullopt;
+    Bundle bundle;
+    bundle.identifier = file->id;
+    if (g_desktop_app_info_has_key(info.get(), G_KEY_FILE_DESKTOP_KEY_NAME))
+        bundle.name = g_app_info_get_name(G_APP_INFO(info.get()));
+    const Owned<char> icon(g_desktop_app_info_get_locale_string(info.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
+    bundle.iconName = icon ? icon.get() : "";
+    return bundle;
+}
+
+PropertyList Bundle::object(const std::string& forInfoDictionaryKey) const {
+    const bool asksName =
+        forInfoDictionaryKey == "CFBundleDisplayName" || forInfoDictionaryKey == "CFBundleName";
+    return asksName && name ? PropertyList(*name) : PropertyList();
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,151 @@
+#include "platform/foundation/DesktopEntryFiles.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+// Far above what is found in practice, and low enough that a folder gone wild does not delay anyone for long.
+constexpr std::size_t mostEntries = 20000;
+constexpr int deepestFolder = 8;
+constexpr std::string_view suffix = ".desktop";
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool isFolder(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool isHidden(const std::string& name) {
+    return name.starts_with('.');
+}
+
+/// One pass over the folders.
+class Walk {
+  public:
+    Walk(std::vector<DesktopEntryFile>& found, std::vector<std::string>* visited)
+        : found(found), visited(visited) {}
+
+    void walk(const std::string& folder, std::size_t root, const std::string& idPrefix = {}, int depth = 0) {
+        if (visited)
+            visited->push_back(folder);
+        if (depth > deepestFolder || !enter(folder))
+            return;
+        for (const auto& item : itemsIn(folder))
+            take(item, root, idPrefix, depth);
+    }
+
+  private:
+    bool enter(const std::string& folder) {
+        struct stat status {};
+        return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+               entered.emplace(status.st_dev, status.st_ino).second;
+    }
+
+    /// Sorted, so that which of two alike is taken does not depend on the file system.
+    static std::vector<std::filesystem::directory_entry> itemsIn(const std::string& folder) {
+        std::vector<std::filesystem::directory_entry> items;
+        std::error_code error;
+        std::filesystem::directory_iterator item(folder, error);
+        for (; !error && item != std::filesystem::directory_iterator() && items.size() < mostEntries;
+             item.increment(error))
+            items.push_back(*item);
+        std::sort(items.begin(), items.end());
+        return items;
+    }
+
+    void take(const std::filesystem::directory_entry& item, std::size_t root, const std::string& idPrefix,
+              int depth) {
+        const std::string name = item.path().filename().string();
+        if (isHidden(name))
+            return;
+        if (name.ends_with(suffix))
+            return takeEntry(item.path().string(), root,
+                             idPrefix + name.substr(0, name.size() - suffix.size()));
+        std::error_code error;
+        if (item.is_directory(error))
+            walk(item.path().string(), root, idPrefix + name + '-', depth + 1);
+    }
+
+    void takeEntry(std::string path, std::size_t root, std::string id) {
+        if (ids.size() < mostEntries && ids.insert(id).second)
+            found.push_back({std::move(id), std::move(path), root});
+    }
+
+    std::vector<DesktopEntryFile>& found;
+    std::vector<std::string>* visited;
+    std::set<std::pair<dev_t, ino_t>> entered;
+    std::set<std::string> ids;
+};
+
+/// A dash in an ID may stand for a folder.
+std::optional<std::string> pathBelow(const std::string& folder, const std::string& id, int depth = 0) {
+    const std::string here = folder + '/' + id + std::string(suffix);
+    struct stat status {};
+    if (!isHidden(id) && lstat(here.c_str(), &status) == 0)
+        return here;
+    for (auto dash = id.find('-'); dash != std::string::npos && depth < deepestFolder;
+         dash = id.find('-', dash + 1)) {
+        const std::string child = folder + '/' + id.substr(0, dash);
+        if (dash == 0 || isHidden(id) || !isFolder(child))
+            continue;
+        if (auto path = pathBelow(child, id.substr(dash + 1), depth + 1))
+            return path;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<std::string> userApplicationFolders() {
+    const std::string own = environment("XDG_DATA_HOME");
+    const std::string system = environment("XDG_DATA_DIRS");
+    // Relative paths are to be ignored.
+    std::string list = (own.starts_with('/') ? own : std::string(g_get_home_dir()) + "/.local/share") + ':' +
+                       (system.empty() ? "/usr/local/share:/usr/share" : system) + ':';
+    std::vector<std::string> folders;
+    for (std::size_t start = 0, end = list.find(':'); end != std::string::npos;
+         start = end + 1, end = list.find(':', start)) {
+        std::string folder = list.substr(start, end - start);
+        while (folder.ends_with('/'))
+            folder.pop_back();
+        if (folder.starts_with('/'))
+            folders.push_back(folder + "/applications");
+    }
+    return folders;
+}
+
+std::vector<DesktopEntryFile> desktopEntryFiles(const std::vector<std::string>& folders,
+                                                std::vector<std::string>* visited) {
+    std::vector<DesktopEntryFile> found;
+    Walk walk(found, visited);
+    for (std::size_t root = 0; root < folders.size(); ++root)
+        walk.walk(folders[root], root);
+    return found;
+}
+
+std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,
+                                                 const std::string& id) {
+    if (id.empty() || id.find('/') != std::string::npos)
+        return std::nullopt;
+    for (std::size_t root = 0; root < folders.size(); ++root)
+        if (auto path = pathBelow(folders[root], id))
+            return DesktopEntryFile{id, std::move(*path), root};
+    return std::nullopt;
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mirrolet::platform {
+
+/// A desktop entry on disk, not read yet.
+struct DesktopEntryFile {
+    std::string id;   ///< File ID without ".desktop": the path below the root, its slashes as dashes.
+    std::string path; ///< Of the file.
+    std::size_t root; ///< Index of the folder that it was found below.
+};
+
+/// The `applications` folders of this user in order of precedence, as the environment has them now:
+/// XDG_DATA_HOME, then XDG_DATA_DIRS.
+std::vector<std::string> userApplicationFolders();
+
+/// What is called an entry below the folders, at any depth. Of two with the same file ID the one below the
+/// earlier folder counts, whatever it says. Sorted within a folder. Symbolic links that make a folder its own
+/// child, and folders gone wild, end in bounded time. `visited` takes every folder that was looked at, also
+/// those that are not there.
+std::vector<DesktopEntryFile> desktopEntryFiles(const std::vector<std::string>& folders,
+                                                std::vector<std::string>* visited = nullptr);
+
+/// The file of one ID, which is what desktopEntryFiles() gives for it. None if there is none.
+std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,
+                                                 const std::string& id);
+
+} // namespace mirrolet::platform
