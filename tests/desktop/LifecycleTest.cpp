@@ -1,0 +1,100 @@
+#include "tests/desktop/RoadTest.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using testing::HasSubstr;
+
+class TheProgram : public RoadTest {};
+
+std::ptrdiff_t lineCount(const std::string& text) {
+    return std::count(text.begin(), text.end(), '\n');
+}
+
+/// Ended by itself with a failure, not by a crash.
+void expectRefusal(Program& program) {
+    const auto status = program.child().waitForExit();
+    ASSERT_TRUE(status.has_value()) << "still running";
+    EXPECT_GT(*status, 0);
+    EXPECT_LT(*status, 126);
+    EXPECT_EQ(lineCount(program.log()), 1) << program.log();
+}
+
+TEST_F(TheProgram, EndsWellOnTheSignalsThatAskForIt) {
+    const auto call = showCall();
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(strsignal(number));
+        startQuiet();
+        openMirror(*call);
+        program->child().signal(number);
+        EXPECT_EQ(program->child().waitForExit(), 0);
+        EXPECT_EQ(program->log(), "");
+    }
+    EXPECT_FALSE(isGrabbed(key::f));
+}
+
+TEST_F(TheProgram, EndsWithOneLineWhenTheServerIsLost) {
+    startQuiet();
+    const auto call = showCall();
+    openMirror(*call);
+    server.kill();
+    expectRefusal(*program);
+}
+
+TEST_F(TheProgram, SetsABrokenDefaultsFileAsideAndRunsWithItsOwnValues) {
+    const std::string broken = R"({"pollInterval": 0.1, "pipCorner")";
+    program = std::make_unique<Program>(&server, &bus, Program::Options{.defaults = broken});
+    const auto call = showCall();
+    awaitPrompt();
+    EXPECT_THAT(program->log(), HasSubstr("defaults.json"));
+    EXPECT_EQ(lineCount(program->log()), 1) << program->log();
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+
+    const auto folder = program->defaultsFile().parent_path();
+    const bool kept = std::any_of(std::filesystem::directory_iterator(folder), {}, [&](const auto& entry) {
+        return entry.path() != program->defaultsFile() && Sandbox::read(entry.path()) == broken;
+    });
+    EXPECT_TRUE(kept) << "the broken file is still to be found";
+}
+
+TEST(ADesktopThatIsNoGood, IsRefusedWithOneLine) {
+    {
+        SCOPED_TRACE("no DISPLAY");
+        Program program(nullptr, nullptr, {});
+        expectRefusal(program);
+    }
+    {
+        SCOPED_TRACE("a DISPLAY that nobody serves");
+        Program program(nullptr, nullptr, {.environment = {{"DISPLAY", ":9876"}}});
+        expectRefusal(program);
+    }
+    {
+        SCOPED_TRACE("without COMPOSITE");
+        XServer::Options options;
+        options.composite = false;
+        const XServer server(options);
+        Program program(&server, nullptr, {});
+        expectRefusal(program);
+    }
+}
+
+TEST(ADesktopWithout, AWindowManagerATrayOrABusStillGetsItsMirror) {
+    const XServer server;
+    XClient client(server);
+    const WindowFacts facts(client);
+    Program program(&server, nullptr, {.defaults = Program::defaults()});
+    const CallWindow call(server);
+    require("the prompt is shown", [&] { return program.prompt(facts).has_value(); });
+    Keyboard(client).stroke({key::returnKey});
+    require("the mirror is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
+}
+
+} // namespace
+} // namespace mirrolet

@@ -1,0 +1,116 @@
+#include "tests/desktop/RoadTest.h"
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+
+class APrompt : public RoadTest {};
+
+TEST_F(APrompt, IsShownForACallWithoutTakingMoreThanTheKeyboard) {
+    start();
+    const auto other = showWindow({.title = "Notes", .wmClass = "Editor"});
+    const auto call = showCall();
+    giveKeyboardTo(*other);
+    const xcb_window_t prompt = awaitPrompt();
+    const Box box = facts.box(prompt);
+    // In the middle, lifted by a tenth of the screen's height.
+    EXPECT_EQ(box, (Box{460, 240, 360, 160}));
+    EXPECT_TRUE(facts.isAbove(prompt, call->window()));
+
+    // What is typed goes to the prompt alone, and the keyboard goes back when it is answered.
+    require("the prompt has the keyboard", [&] { return facts.focus() != other->window(); });
+    keyboard.stroke({key::escape});
+    awaitNothing();
+    require("the keyboard is back", [&] { return facts.focus() == other->window(); });
+    EXPECT_THAT(other->keys(), testing::IsEmpty());
+}
+
+TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
+    start();
+    auto call = showCall();
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    awaitColour(awaitPanel(), blue);
+    call.reset();
+    awaitNothing();
+
+    const auto next = showCall(green);
+    awaitPrompt();
+}
+
+TEST_F(APrompt, ThatWasDeclinedComesBackOnlyForTheNextCall) {
+    start();
+    auto call = showCall();
+    awaitPrompt();
+    keyboard.stroke({key::escape});
+    awaitNothing();
+    EXPECT_TRUE(nothingAppears());
+
+    call.reset();
+    ASSERT_TRUE(nothingAppears());
+    call = showCall();
+    awaitPrompt();
+}
+
+TEST_F(APrompt, IsDeclinedByItsTimeOut) {
+    start(R"("promptTimeout": 0.5)");
+    const auto call = showCall();
+    awaitPrompt();
+    awaitNothing();
+    EXPECT_TRUE(nothingAppears());
+    EXPECT_TRUE(program->child().running());
+}
+
+TEST_F(APrompt, GoesWithTheCallThatEndsBeforeAnAnswer) {
+    start();
+    auto call = showCall();
+    awaitPrompt();
+    call.reset();
+    awaitNothing();
+}
+
+TEST_F(APrompt, AnswersToThePointer) {
+    start();
+    auto call = showCall();
+    struct Row {
+        const char* button;
+        int x; // Within the prompt; the buttons stand side by side in its lower part.
+        bool opensMirror;
+    };
+    for (const Row& row : {Row{"Not Now", 125, false}, Row{"Enable PiP", 230, true}}) {
+        SCOPED_TRACE(row.button);
+        const Box box = facts.box(awaitPrompt());
+        pointer.click(box.x + row.x, box.y + 122);
+        if (row.opensMirror)
+            awaitPanel();
+        else
+            awaitNothing();
+        call.reset();
+        ASSERT_TRUE(row.opensMirror || nothingAppears());
+        awaitNothing();
+        call = showCall();
+    }
+}
+
+TEST_F(APrompt, IsNotShownWhileTheMirrorIsOpen) {
+    start();
+    const auto editor = showWindow({.title = "Notes", .wmClass = "Editor", .width = 300, .height = 300});
+    pressFrontmostShortcut();
+    awaitPanel();
+    const auto call = showCall();
+    EXPECT_TRUE(holdsFor([&] { return !program->prompt(facts); }, std::chrono::milliseconds(500)));
+}
+
+TEST_F(APrompt, FindsTheCallByTheTitleThatAppearsLater) {
+    start(R"("promptTimeout": 60)");
+    const auto chats =
+        showWindow({.title = "Chats", .width = 700, .height = 500, .colour = colourName(green)});
+    // One window of the watched application is offered too, as a plain window.
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    awaitColour(awaitPanel(), green);
+}
+
+} // namespace
+} // namespace mirrolet

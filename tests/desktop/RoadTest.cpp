@@ -1,0 +1,161 @@
+#include "tests/desktop/RoadTest.h"
+
+#include "tests/desktop/harness/HarnessError.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <unistd.h>
+
+namespace mirrolet {
+
+using namespace harness;
+
+namespace {
+
+constexpr int fromEvdev = 8;
+constexpr auto severalPolls = std::chrono::milliseconds(600);
+constexpr int cornerOfScreen = 2; // Where the pointer hovers over nothing.
+
+/// xfwm4 starts its settings service on the bus.
+SessionBus::Services servicesFor(WindowManagerKind kind) {
+    return kind == WindowManagerKind::xfwm4 ? SessionBus::Services::installed : SessionBus::Services::none;
+}
+
+} // namespace
+
+RoadTest::RoadTest(WindowManagerKind kind)
+    : bus(servicesFor(kind), server.with({})), manager(std::make_unique<WindowManager>(server, kind, &bus)) {
+    pointer.move(cornerOfScreen, cornerOfScreen);
+}
+
+void RoadTest::TearDown() {
+    if (!HasFailure() || !program)
+        return;
+    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+    std::cout << "standard error of the program:\n" << program->log();
+    const auto file =
+        std::filesystem::temp_directory_path() / ("mirrolet-failed-" + std::to_string(getpid()) + ".png");
+    facts.screenshot().save(file);
+    std::cout << "screenshot: " << file.string() << std::endl;
+}
+
+void RoadTest::start(const std::string& defaults) {
+    program =
+        std::make_unique<Program>(&server, &bus, Program::Options{.defaults = Program::defaults(defaults)});
+    require("the program takes its shortcuts", [this] {
+        if (!program->child().running())
+            throw HarnessError("the program ended: " + program->log());
+        return isGrabbed(key::f);
+    });
+}
+
+void RoadTest::startQuiet(const std::string& defaults) {
+    start(R"("startMonitoringOnLaunch": false)" + (defaults.empty() ? "" : ", " + defaults));
+}
+
+/// While the server is ours alone, so that the program cannot meet this grab.
+bool RoadTest::isGrabbed(int evdevCode) {
+    xcb_connection_t* xcb = client.xcb();
+    const auto code = static_cast<xcb_keycode_t>(evdevCode + fromEvdev);
+    const std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
+    xcb_grab_server(xcb);
+    const auto cookie = xcb_grab_key_checked(xcb, 0, client.root(), modifiers, code, XCB_GRAB_MODE_ASYNC,
+                                             XCB_GRAB_MODE_ASYNC);
+    const Reply<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
+    if (!error)
+        xcb_ungrab_key(xcb, code, client.root(), modifiers);
+    xcb_ungrab_server(xcb);
+    client.sync();
+    return error != nullptr;
+}
+
+std::unique_ptr<CallWindow> RoadTest::showWindow(const CallWindow::Options& options) {
+    auto window = std::make_unique<CallWindow>(server, options);
+    giveKeyboardTo(*window);
+    return window;
+}
+
+std::unique_ptr<CallWindow> RoadTest::showCall(std::uint32_t colour) {
+    CallWindow::Options options;
+    options.colour = colourName(colour);
+    // As broad as high, so that it fills the panel.
+    options.width = 400;
+    options.height = 400;
+    return std::make_unique<CallWindow>(server, options);
+}
+
+void RoadTest::giveKeyboardTo(const CallWindow& window) {
+    commands.activate(window.window());
+    require("the window has the keyboard", [&] { return facts.focus() == window.window(); });
+}
+
+xcb_window_t RoadTest::awaitPrompt() {
+    require("the prompt is shown", [this] { return program->prompt(facts).has_value(); });
+    return program->prompt(facts).value_or(XCB_NONE);
+}
+
+xcb_window_t RoadTest::awaitPanel() {
+    require("the mirror is shown", [this] { return !program->prompt(facts) && program->panel(facts); });
+    return program->panel(facts).value_or(XCB_NONE);
+}
+
+bool RoadTest::nothingShown() {
+    return program->windows(facts).empty();
+}
+
+void RoadTest::awaitNothing() {
+    require("neither prompt nor mirror is shown", [this] { return nothingShown(); });
+}
+
+bool RoadTest::nothingAppears() {
+    return holdsFor([this] { return nothingShown(); }, severalPolls);
+}
+
+xcb_window_t RoadTest::openMirror(const CallWindow& call, std::uint32_t colour) {
+    giveKeyboardTo(call);
+    pressFrontmostShortcut();
+    const xcb_window_t panel = awaitPanel();
+    awaitColour(panel, colour);
+    return panel;
+}
+
+std::uint32_t RoadTest::centreOf(xcb_window_t window) const {
+    const Box box = facts.box(window);
+    return facts.pixel(box.x + box.width / 2, box.y + box.height / 2);
+}
+
+void RoadTest::awaitColour(xcb_window_t panel, std::uint32_t colour) {
+    require("the mirror shows " + colourName(colour), [&] { return isNear(centreOf(panel), colour); });
+}
+
+void RoadTest::clickCloseButton(xcb_window_t panel) {
+    const Box box = facts.box(panel);
+    const int x = box.x + 18;
+    const int y = box.y + 18;
+    pointer.move(x, y);
+    // Beside the cross in the middle of the button.
+    require("the close button is there", [&] { return (facts.pixel(x - 7, y) >> 16) > 0xc0; });
+    pointer.click(x, y);
+    pointer.move(cornerOfScreen, cornerOfScreen);
+}
+
+std::string colourName(std::uint32_t colour) {
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "%06x", colour);
+    return text.data();
+}
+
+bool isNear(std::uint32_t first, std::uint32_t second) {
+    for (const unsigned shift : {0U, 8U, 16U}) {
+        const int difference = int(first >> shift & 0xff) - int(second >> shift & 0xff);
+        if (std::abs(difference) > 3)
+            return false;
+    }
+    return true;
+}
+
+} // namespace mirrolet

@@ -1,0 +1,109 @@
+#include "tests/desktop/RoadTest.h"
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+
+struct Keys {
+    const char* name;
+    std::vector<int> locks;
+    const char* layout;
+};
+
+class Shortcuts : public RoadTest {};
+class ShortcutsWith : public RoadTest, public testing::WithParamInterface<Keys> {};
+
+TEST_P(ShortcutsWith, OpenHideShowAndCloseTheMirror) {
+    keyboard.setLayout(GetParam().layout);
+    for (const int lock : GetParam().locks)
+        keyboard.stroke({lock});
+    startQuiet();
+    const auto call = showCall();
+    giveKeyboardTo(*call);
+
+    pressFrontmostShortcut();
+    const xcb_window_t panel = awaitPanel();
+    EXPECT_EQ(facts.focus(), call->window());
+    pressVisibilityShortcut();
+    awaitNothing();
+    pressVisibilityShortcut();
+    EXPECT_EQ(awaitPanel(), panel);
+    pressFrontmostShortcut();
+    awaitNothing();
+    EXPECT_THAT(call->keys(), testing::Not(testing::Contains("key 41 press"))); // F was ours.
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, ShortcutsWith,
+                         testing::Values(Keys{"NoLock", {}, "us"}, Keys{"NumLock", {key::numLock}, "us"},
+                                         Keys{"CapsLock", {key::capsLock}, "us"},
+                                         Keys{"BothLocks", {key::numLock, key::capsLock}, "us"},
+                                         Keys{"RussianLayout", {}, "ru"}),
+                         [](const auto& each) { return each.param.name; });
+
+TEST_F(Shortcuts, FollowALayoutThatChangesWhileItRuns) {
+    startQuiet();
+    const auto call = showCall();
+    giveKeyboardTo(*call);
+    keyboard.setLayout("de");
+    keyboard.stroke({key::numLock});
+    pressFrontmostShortcut();
+    awaitPanel();
+}
+
+TEST_F(Shortcuts, FireOnceWhileTheKeysAreHeld) {
+    startQuiet();
+    const auto call = showCall();
+    giveKeyboardTo(*call);
+    for (const int code : {key::leftSuper, key::leftAlt, key::f})
+        keyboard.press(code);
+    const xcb_window_t panel = awaitPanel();
+    // Longer than the delay of the server's auto-repeat, 660 ms.
+    EXPECT_TRUE(holdsFor([&] { return facts.viewable(panel); }, std::chrono::milliseconds(1000)));
+    for (const int code : {key::f, key::leftAlt, key::leftSuper})
+        keyboard.release(code);
+}
+
+TEST_F(Shortcuts, DismissAPrompt) {
+    start();
+    const auto call = showCall();
+    awaitPrompt();
+    pressFrontmostShortcut();
+    awaitNothing();
+    pressFrontmostShortcut();
+    awaitPanel();
+}
+
+TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
+    const auto code = static_cast<xcb_keycode_t>(key::f + 8);
+    xcb_grab_key(client.xcb(), 0, client.root(), XCB_MOD_MASK_ANY, code, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    start();
+    const auto call = showCall();
+    require("the program says that the shortcut is taken", [this] {
+        return program->log().find("HotkeyManager: RegisterEventHotKey failed") != std::string::npos;
+    });
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    awaitPanel();
+    pressVisibilityShortcut();
+    awaitNothing();
+}
+
+TEST_F(Shortcuts, MirrorTheLargestWindowOfTheFrontmostApplication) {
+    startQuiet();
+    const auto other =
+        showWindow({.title = "Mail", .wmClass = "Mail", .width = 900, .height = 600, .colour = "20a040"});
+    const auto call = showWindow({.width = 300, .height = 300, .colour = colourName(blue)});
+    pressFrontmostShortcut();
+    awaitColour(awaitPanel(), blue);
+    pressFrontmostShortcut();
+    awaitNothing();
+
+    giveKeyboardTo(*other);
+    pressFrontmostShortcut();
+    awaitColour(awaitPanel(), green);
+}
+
+} // namespace
+} // namespace mirrolet
