@@ -1,4 +1,4 @@
-#include "tests/desktop/RoadTest.h"
+#include "tests/desktop/road/RoadTest.h"
 #include "tests/desktop/harness/DesktopServices.h"
 
 namespace mirrolet {

@@ -1,4 +1,4 @@
-#include "tests/desktop/RoadTest.h"
+#include "tests/desktop/road/RoadTest.h"
 
 namespace mirrolet {
 namespace {
