@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// The content of a regular file. None for anything else (a FIFO would block for ever), for what cannot be
+/// read, and for a file of more than `most` bytes.
+std::optional<std::string> readRegularFile(const std::string& path, std::size_t most);
+
+} // namespace mirrolet::platform::desktop::x11
