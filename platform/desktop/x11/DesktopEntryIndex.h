@@ -18,9 +18,6 @@ class DesktopEntryIndex {
     /// says that it is hidden.
     explicit DesktopEntryIndex(std::vector<std::string> folders) : folders(std::move(folders)) {}
 
-    /// The `applications` folders of this user, from the environment.
-    static std::vector<std::string> userFolders();
-
     /// The entries as of the last look at the folders.
     const DesktopEntries& entries();
     /// Looks at the folders. True if the entries were read anew: pointers to the old ones are dead.
@@ -32,8 +29,6 @@ class DesktopEntryIndex {
         std::int64_t modified; ///< Nanoseconds; -1 for a folder that is not there.
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
-    class Reading;
-
     [[nodiscard]] bool changed() const;
     static std::int64_t modificationTime(const std::string& folder);
 

@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/ProcFolder.h"
 
-#include "platform/desktop/x11/RegularFile.h"
+#include "platform/foundation/RegularFile.h"
 
 #include <charconv>
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/x11/OwnerRequest.h"
 #include "platform/desktop/x11/WindowManagerCheck.h"
+#include "platform/foundation/DesktopEntryFiles.h"
 
 #include <unistd.h>
 
@@ -9,7 +10,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 X11Applications::X11Applications(X11Connection& connection, KeyboardLoan& loan)
     : connection(connection), loan(loan),
-      book(getpid(), ProcFolder(), DesktopEntryIndex(DesktopEntryIndex::userFolders())) {}
+      book(getpid(), ProcFolder(), DesktopEntryIndex(userApplicationFolders())) {}
 
 std::optional<Application> X11Applications::frontmost() {
     const xcb_window_t lender = loan.window();
