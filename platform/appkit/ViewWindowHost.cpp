@@ -186,10 +186,6 @@ void ViewWindowHost::takeKeyboard() {
         panel->takeKeyboard();
 }
 
-QRect ViewWindowHost::geometry() const {
-    return window->geometry();
-}
-
 bool ViewWindowHost::isVisible() const {
     return window->isVisible();
 }

@@ -154,10 +154,6 @@ void WidgetWindowHost::takeKeyboard() {
         panel->takeKeyboard();
 }
 
-QRect WidgetWindowHost::geometry() const {
-    return container->geometry();
-}
-
 bool WidgetWindowHost::isVisible() const {
     return container->isVisible();
 }

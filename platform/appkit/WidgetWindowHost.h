@@ -23,7 +23,6 @@ class WidgetWindowHost final : public WindowHost {
     void hide() override;
     void takeKeyboard() override;
     [[nodiscard]] bool isVisible() const override;
-    [[nodiscard]] QRect geometry() const override;
 
   private:
     class Container;

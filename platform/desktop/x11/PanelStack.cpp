@@ -104,11 +104,20 @@ void PanelStack::requestCheck() {
 }
 
 void PanelStack::configured(const xcb_configure_notify_event_t& event) {
-    // A window that is moved or resized tells the same sibling with every step; only stacking counts here.
-    const auto [entry, first] = siblingBelow.try_emplace(event.window, event.above_sibling);
-    if (!first && std::exchange(entry->second, event.above_sibling) == event.above_sibling)
-        return;
-    requestCheck();
+    if (noteBelow(event.window, event.above_sibling))
+        requestCheck();
+}
+
+/// False if that was known: a window that is moved or resized tells the same sibling with every step.
+bool PanelStack::noteBelow(xcb_window_t topLevel, xcb_window_t sibling) {
+    const auto known = siblingBelow.find(topLevel);
+    if (known != siblingBelow.end() && known->second == sibling)
+        return false;
+    // The windows that were above it, or above its new sibling, stand above another one now and are not told.
+    std::erase_if(siblingBelow,
+                  [=](const auto& entry) { return entry.second == topLevel || entry.second == sibling; });
+    siblingBelow[topLevel] = sibling;
+    return true;
 }
 
 void PanelStack::forget(xcb_window_t topLevel) {
@@ -178,7 +187,7 @@ void PanelStack::arrange(const std::vector<Panel>& shown, std::vector<xcb_window
 
 bool PanelStack::placeAbove(xcb_window_t panel, xcb_window_t sibling) {
     const std::uint32_t values[] = {sibling, XCB_STACK_MODE_ABOVE};
-    siblingBelow[panel] = sibling; // So that the report of it is no news.
+    noteBelow(panel, sibling); // So that the report of it is no news.
     return connection.succeeds(xcb_configure_window_checked(
         connection.xcb(), panel, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values));
 }

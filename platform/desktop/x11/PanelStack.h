@@ -43,6 +43,7 @@ class PanelStack {
     void insert(Panel panel);
     void requestCheck();
     void configured(const xcb_configure_notify_event_t& event);
+    bool noteBelow(xcb_window_t topLevel, xcb_window_t sibling);
     void forget(xcb_window_t topLevel);
     void checkRequested();
     void check(const std::vector<Panel>& shown);

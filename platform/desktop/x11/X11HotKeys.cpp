@@ -53,9 +53,28 @@ X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection) {
     releaseSubscription = connection.subscribe(XCB_KEY_RELEASE, [this](const xcb_generic_event_t& event) {
         keyReleased(reinterpret_cast<const xcb_key_release_event_t&>(event));
     });
-    mappingSubscription = connection.subscribe(XCB_MAPPING_NOTIFY, [this](const xcb_generic_event_t& event) {
-        // Grabs go by key code: new symbols (a switched layout) change nothing.
-        if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_MODIFIER)
+    followMapping();
+}
+
+/// Grabs go by key code: new symbols (a switched layout) change nothing, only a new modifier mapping does.
+/// The server tells a client that speaks XKB nothing of it by the core event.
+void X11HotKeys::followMapping() {
+    const auto xkbEvent = connection.extensions().xkbFirstEvent;
+    if (!xkbEvent) {
+        mappingSubscription = connection.subscribe(XCB_MAPPING_NOTIFY, [this](
+                                                                           const xcb_generic_event_t& event) {
+            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_MODIFIER)
+                followModifiers();
+        });
+        return;
+    }
+    xcb_xkb_select_events(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD,
+                          XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY, 0,
+                          XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY, XCB_XKB_MAP_PART_MODIFIER_MAP,
+                          XCB_XKB_MAP_PART_MODIFIER_MAP, nullptr);
+    mappingSubscription = connection.subscribe(xkbEvent, [this](const xcb_generic_event_t& event) {
+        const auto kind = reinterpret_cast<const xcb_xkb_map_notify_event_t&>(event).xkbType;
+        if (kind == XCB_XKB_MAP_NOTIFY || kind == XCB_XKB_NEW_KEYBOARD_NOTIFY)
             followModifiers();
     });
 }
@@ -85,11 +104,11 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
         return GrabResult::invalid;
     Combination combination{*key, modifiers, modifierMap->bits(modifiers), false};
     const GrabResult result = acquire(combination);
-    if (result != GrabResult::held)
-        return result;
     if (isSuspended)
         letGo(combination);
-    held.emplace(number, combination);
+    if (result == GrabResult::held)
+        held.emplace(number, combination);
+    connection.flush(); // What was let go must not wait for the next request.
     return result;
 }
 

@@ -44,6 +44,7 @@ class X11HotKeys final : public HotKeys {
 
     void keyPressed(const xcb_key_press_event_t& event);
     void keyReleased(const xcb_key_release_event_t& event);
+    void followMapping();
     void followModifiers();
 
     X11Connection& connection;

@@ -5,6 +5,7 @@
 #include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/XServer.h"
 
+#include <algorithm>
 #include <csignal>
 
 namespace mirrolet::harness {
@@ -45,6 +46,14 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
 bool isManaged(const WindowFacts& facts, xcb_window_t root) {
     const auto window = facts.numbers(root, "_NET_SUPPORTING_WM_CHECK");
     return !window.empty() && facts.numbers(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
+}
+
+/// A manager that takes over finds the windows of the one before it.
+bool hasWindowsToAdopt(const WindowFacts& facts) {
+    const auto windows = facts.children(facts.connection().root());
+    return std::ranges::any_of(windows, [&](xcb_window_t window) {
+        return facts.viewable(window) && !facts.overrideRedirect(window);
+    });
 }
 
 /// Shows a window until the manager takes care of it: openbox announces itself before it listens, and the
@@ -108,11 +117,14 @@ WindowManager::WindowManager(const XServer& server, WindowManagerKind kind, cons
     std::vector<std::string> command{wanted.program};
     command.insert(command.end(), wanted.arguments.begin(), wanted.arguments.end());
     const auto log = sandbox.folder() / "window-manager.log";
-    process = std::make_unique<ChildProcess>(
-        ChildProcess::Options{.command = command, .environment = environment, .log = log});
     XClient client(server);
     const WindowFacts facts(client);
+    const bool adopts = hasWindowsToAdopt(facts);
+    process = std::make_unique<ChildProcess>(
+        ChildProcess::Options{.command = command, .environment = environment, .log = log});
     waitUntil([&] { return isManaged(facts, client.root()) || !process->running(); });
+    if (adopts && isManaged(facts, client.root()))
+        return; // The probe could stay hidden behind a full-screen window.
     auto probe = std::make_unique<Probe>(client);
     if (!isManaged(facts, client.root()) || !waitUntil([&] { return probe->isTakenCareOf(); }))
         throw HarnessError(name(kind) + " did not start: " + Sandbox::read(log));

@@ -1,0 +1,402 @@
+#include "platform/desktop/x11/CompositingManager.h"
+#include "platform/desktop/x11/KeyboardLoan.h"
+#include "platform/desktop/x11/PanelStack.h"
+#include "platform/desktop/x11/X11PanelWindow.h"
+#include "tests/desktop/harness/CallWindow.h"
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/Keyboard.h"
+#include "tests/desktop/harness/Pointer.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/WindowCommands.h"
+#include "tests/desktop/harness/WindowFacts.h"
+#include "tests/desktop/harness/WindowManager.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <xcb/shape.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace mirrolet::platform::desktop::x11 {
+namespace {
+
+using namespace harness;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+constexpr std::uint32_t panelColour = 0xe04020;
+constexpr int panelLevel = 3;
+constexpr int promptLevel = 8;
+constexpr std::uint32_t everyDesktop = 0xffffffff;
+
+/// The backend's part, and its connection.
+struct Backend {
+    explicit Backend(const XServer& server) : connection(X11Connection::open(server.display(), problem)) {
+        connection->start();
+    }
+
+    std::string problem;
+    std::unique_ptr<X11Connection> connection;
+    KeyboardLoan loan;
+    CompositingManager compositingManager{*connection};
+    PanelStack stack{*connection};
+};
+
+/// A panel as the toolkit makes one: on a connection of its own, which the backend does not see.
+class TestPanel {
+  public:
+    TestPanel(const XServer& server, Backend& backend, PanelStacking stacking, int level,
+              Box where = {40, 50, 200, 120})
+        : client(server), window(xcb_generate_id(client.xcb())) {
+        const std::uint32_t values[] = {panelColour, stacking == PanelStacking::floating ? 1U : 0U,
+                                        XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_FOCUS_CHANGE};
+        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(),
+                          static_cast<std::int16_t>(where.x), static_cast<std::int16_t>(where.y),
+                          static_cast<std::uint16_t>(where.width), static_cast<std::uint16_t>(where.height),
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+        const auto protocol = client.atom("WM_TAKE_FOCUS");
+        xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, window, client.atom("WM_PROTOCOLS"),
+                            XCB_ATOM_ATOM, 32, 1, &protocol);
+        client.sync();
+        desktop.emplace(*backend.connection, backend.stack, backend.compositingManager, backend.loan, window,
+                        stacking);
+        desktop->setLevel(level);
+    }
+    ~TestPanel() {
+        desktop.reset();
+        xcb_destroy_window(client.xcb(), window);
+        client.sync();
+    }
+    TestPanel(const TestPanel&) = delete;
+    TestPanel& operator=(const TestPanel&) = delete;
+
+    void show() {
+        desktop->willShow();
+        xcb_map_window(client.xcb(), window);
+        xcb_flush(client.xcb()); // Not waited for: a toolkit does not either.
+        desktop->didShow();
+    }
+    void hide() {
+        xcb_unmap_window(client.xcb(), window);
+        xcb_flush(client.xcb());
+        desktop->didHide();
+    }
+
+    /// Key codes that came since the last call, and 0 for each time it got the keyboard.
+    std::vector<int> events() {
+        while (Reply<xcb_generic_event_t> event{xcb_poll_for_event(client.xcb())}) {
+            const int type = event->response_type & 0x7f;
+            if (type == XCB_KEY_PRESS)
+                seen.push_back(reinterpret_cast<const xcb_key_press_event_t&>(*event).detail - 8);
+            else if (type == XCB_FOCUS_IN &&
+                     reinterpret_cast<const xcb_focus_in_event_t&>(*event).mode == XCB_NOTIFY_MODE_NORMAL)
+                seen.push_back(0);
+        }
+        return seen;
+    }
+
+    XClient client;
+    const xcb_window_t window;
+    std::optional<X11PanelWindow> desktop;
+
+  private:
+    std::vector<int> seen;
+};
+
+class PanelTest : public testing::TestWithParam<WindowManagerKind> {
+  protected:
+    void startManager() {
+        manager.reset();
+        manager = std::make_unique<WindowManager>(server, GetParam(), &bus);
+    }
+
+    /// A window of another process with the keyboard.
+    std::unique_ptr<CallWindow> focusedWindow(CallWindow::Options options) {
+        auto window = std::make_unique<CallWindow>(server, options);
+        const bool managed = manager && manager->kind() != WindowManagerKind::none;
+        if (managed)
+            WindowCommands(client).activate(window->window());
+        else
+            xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, window->window(), XCB_CURRENT_TIME);
+        require("the window has the keyboard", [&] { return facts.focus() == window->window(); });
+        return window;
+    }
+    std::unique_ptr<CallWindow> fullScreenWindow() {
+        CallWindow::Options options;
+        options.states = {"_NET_WM_STATE_FULLSCREEN"};
+        if (GetParam() == WindowManagerKind::none)
+            options.width = 1280, options.height = 800, options.x = 0, options.y = 0;
+        auto window = focusedWindow(options);
+        require("the window fills the screen", [&] { return facts.box(window->window()).width == 1280; });
+        return window;
+    }
+
+    void switchDesktop() {
+        if (GetParam() ==
+            WindowManagerKind::i3) { // Makes its desktops when they are gone to, and not by message.
+            ChildProcess tool({.command = {"i3-msg", "workspace", "2"},
+                               .environment = server.with(Sandbox().environment())});
+            tool.waitForExit();
+        } else {
+            WindowCommands(client).setDesktopCount(2);
+            WindowCommands(client).switchToDesktop(1);
+        }
+        require("another desktop is shown", [&] {
+            return GetParam() == WindowManagerKind::none ||
+                   facts.numbers(client.root(), "_NET_CURRENT_DESKTOP") == std::vector<std::uint32_t>{1};
+        });
+    }
+
+    bool comesAbove(xcb_window_t front, xcb_window_t back) {
+        return waitUntil([=, this] { return facts.isAbove(front, back); });
+    }
+    bool isSeen(const Box& box) {
+        return waitUntil([&] { return facts.pixel(box.x + 20, box.y + 20) == panelColour; });
+    }
+
+    XServer server;
+    SessionBus bus{SessionBus::Services::installed, server.with({})};
+    XClient client{server};
+    WindowFacts facts{client};
+    std::unique_ptr<WindowManager> manager;
+    Backend backend{server};
+};
+
+TEST_P(PanelTest, FloatsAboveFullScreenWindowsOfOthersOnEveryDesktop) {
+    startManager();
+    TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
+    panel.show();
+    const auto first = fullScreenWindow();
+    EXPECT_TRUE(comesAbove(panel.window, first->window()));
+    EXPECT_TRUE(isSeen({40, 50}));
+    const auto second = fullScreenWindow();
+    EXPECT_TRUE(comesAbove(panel.window, second->window()));
+    EXPECT_TRUE(isSeen({40, 50}));
+
+    panel.hide();
+    WindowCommands(client).activate(first->window());
+    EXPECT_TRUE(waitUntil([&] { return facts.pixel(60, 70) != panelColour; }));
+    panel.show();
+    EXPECT_TRUE(isSeen({40, 50})) << "shown again";
+
+    switchDesktop();
+    const auto elsewhere = fullScreenWindow();
+    EXPECT_TRUE(comesAbove(panel.window, elsewhere->window()));
+    EXPECT_TRUE(isSeen({40, 50}));
+
+    startManager();
+    EXPECT_TRUE(waitUntil([&] { return facts.viewable(elsewhere->window()); }));
+    EXPECT_TRUE(comesAbove(panel.window, elsewhere->window())) << "a new window manager";
+    EXPECT_THAT(facts.clientList(), Not(Contains(panel.window)));
+    EXPECT_THAT(panel.events(), ElementsAre()) << "the keyboard was never touched";
+}
+
+TEST_P(PanelTest, StaysBelowPopUpsAndKeepsItsLevels) {
+    startManager();
+    TestPanel prompt(server, backend, PanelStacking::floating, promptLevel, {60, 70, 200, 120});
+    TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
+    prompt.show();
+    panel.show();
+    EXPECT_TRUE(comesAbove(prompt.window, panel.window));
+    CallWindow::Options options;
+    options.overrideRedirect = true;
+    const CallWindow locker(server, options);
+    options.type = "_NET_WM_WINDOW_TYPE_POPUP_MENU";
+    const CallWindow menu(server, options);
+
+    const auto window = fullScreenWindow();
+    for (const xcb_window_t above : {menu.window(), locker.window()}) {
+        const std::uint32_t top = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(client.xcb(), above, XCB_CONFIG_WINDOW_STACK_MODE, &top);
+    }
+    client.sync();
+    const auto other = fullScreenWindow();
+    EXPECT_TRUE(comesAbove(panel.window, other->window()));
+    EXPECT_TRUE(comesAbove(prompt.window, panel.window));
+    panel.desktop->setLevel(promptLevel + 1);
+    EXPECT_TRUE(comesAbove(panel.window, prompt.window));
+    panel.desktop->setLevel(panelLevel);
+    EXPECT_TRUE(comesAbove(prompt.window, panel.window));
+    if (GetParam() == WindowManagerKind::none)
+        return; // Nobody but the server stacks: the window came above the pop-ups by itself.
+    EXPECT_TRUE(facts.isAbove(menu.window(), prompt.window) || facts.isAbove(other->window(), menu.window()));
+    EXPECT_TRUE(facts.isAbove(locker.window(), prompt.window) ||
+                facts.isAbove(other->window(), locker.window()));
+}
+
+TEST_P(PanelTest, AmongNormalWindowsIsOnEveryDesktopInNoListAndNeverFocused) {
+    if (GetParam() == WindowManagerKind::none)
+        return;
+    startManager();
+    const auto window = focusedWindow({});
+    TestPanel panel(server, backend, PanelStacking::amongNormal, 0);
+    const auto isAsItShould = [&] {
+        return facts.viewable(panel.window) && facts.hasState(panel.window, "_NET_WM_STATE_SKIP_TASKBAR") &&
+               facts.hasState(panel.window, "_NET_WM_STATE_SKIP_PAGER") &&
+               facts.numbers(panel.window, "_NET_WM_DESKTOP") == std::vector{everyDesktop};
+    };
+    panel.show();
+    EXPECT_TRUE(waitUntil(isAsItShould));
+    EXPECT_THAT(facts.clientList(), Contains(panel.window));
+    for (int i = 0; i < 5; ++i) { // Quicker than some window managers take note.
+        panel.hide();
+        panel.show();
+    }
+    EXPECT_TRUE(waitUntil(isAsItShould)) << "shown again";
+    switchDesktop();
+    EXPECT_TRUE(waitUntil([&] { return !facts.viewable(window->window()); }));
+    EXPECT_TRUE(waitUntil(isAsItShould)) << "on another desktop";
+    startManager();
+    EXPECT_TRUE(waitUntil(isAsItShould)) << "a new window manager";
+    EXPECT_THAT(panel.events(), Not(Contains(0)));
+}
+
+TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
+    startManager();
+    const auto owner = focusedWindow({});
+    TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
+    for (int round = 1; round <= 2; ++round) {
+        prompt.show();
+        prompt.desktop->takeKeyboard();
+        ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
+        EXPECT_EQ(backend.loan.window(), owner->window());
+        Keyboard(client).stroke({round == 1 ? key::returnKey : key::escape});
+        EXPECT_TRUE(waitUntil([&] { return prompt.events().size() == 2U * static_cast<unsigned>(round); }));
+        if (round == 1)
+            prompt.desktop->returnKeyboard();
+        prompt.hide(); // The second time the focus falls away with the window.
+        EXPECT_TRUE(waitUntil([&] { return facts.focus() == owner->window(); }));
+        EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == XCB_WINDOW_NONE; }));
+        EXPECT_TRUE(GetParam() == WindowManagerKind::none ||
+                    waitUntil([&] { return facts.active() == owner->window(); }));
+    }
+    EXPECT_THAT(prompt.events(), ElementsAre(0, key::returnKey, 0, key::escape));
+    Keyboard(client).stroke({key::a});
+    EXPECT_TRUE(waitUntil([&] { return owner->keys().size() == 2; }));
+}
+
+TEST_P(PanelTest, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
+    startManager();
+    const auto owner = focusedWindow({.x = 60, .y = 300});
+    const CallWindow chosen(server, {.x = 700, .y = 300, .waitUntilViewable = true});
+    WindowCommands(client).activate(owner->window());
+    require("the first has the keyboard", [&] { return facts.focus() == owner->window(); });
+    TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
+    prompt.show();
+    prompt.desktop->takeKeyboard();
+    ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
+    if (GetParam() == WindowManagerKind::none) {
+        xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, chosen.window(), XCB_CURRENT_TIME);
+    } else {
+        const Box box = facts.box(chosen.window());
+        Pointer(client).click(box.x + box.width / 2, box.y + box.height / 2);
+    }
+    EXPECT_TRUE(waitUntil([&] { return facts.focus() == chosen.window(); }));
+    EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == XCB_WINDOW_NONE; }));
+    prompt.hide();
+    EXPECT_TRUE(waitUntil([&] { return !facts.viewable(prompt.window); }));
+    EXPECT_TRUE(holdsFor([&] { return facts.focus() == chosen.window(); }, std::chrono::milliseconds(100)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Panels, PanelTest,
+                         testing::Values(WindowManagerKind::none, WindowManagerKind::openbox,
+                                         WindowManagerKind::xfwm4, WindowManagerKind::i3,
+                                         WindowManagerKind::icewm),
+                         [](const auto& each) { return WindowManager::name(each.param); });
+
+class PanelAloneTest : public testing::Test {
+  protected:
+    /// The rectangles of a window's shape; none if it has no shape.
+    std::vector<Box> shapeOf(xcb_window_t window) {
+        const Reply<xcb_shape_query_extents_reply_t> extents(xcb_shape_query_extents_reply(
+            client.xcb(), xcb_shape_query_extents(client.xcb(), window), nullptr));
+        if (!extents || !extents->bounding_shaped)
+            return {};
+        const Reply<xcb_shape_get_rectangles_reply_t> reply(xcb_shape_get_rectangles_reply(
+            client.xcb(), xcb_shape_get_rectangles(client.xcb(), window, XCB_SHAPE_SK_BOUNDING), nullptr));
+        std::vector<Box> boxes;
+        for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i) {
+            const auto& each = xcb_shape_get_rectangles_rectangles(reply.get())[i];
+            boxes.push_back({each.x, each.y, each.width, each.height});
+        }
+        return boxes;
+    }
+
+    XServer server;
+    XClient client{server};
+    WindowFacts facts{client};
+    Backend backend{server};
+};
+
+TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
+    TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
+    panel.desktop->setCorners({200, 120}, 10);
+    EXPECT_TRUE(waitUntil([&] { return !shapeOf(panel.window).empty(); }));
+    const auto shape = shapeOf(panel.window);
+    EXPECT_EQ(shape.front(), (Box{7, 0, 186, 1}));
+    EXPECT_EQ(shape.back(), (Box{7, 119, 186, 1}));
+    EXPECT_THAT(shape, Contains((Box{0, 7, 200, 106})));
+    {
+        const Picom picom(server);
+        EXPECT_TRUE(waitUntil([&] { return shapeOf(panel.window).empty(); }));
+        panel.desktop->setCorners({100, 60}, 10);
+        EXPECT_TRUE(backend.compositingManager.running());
+    }
+    EXPECT_TRUE(waitUntil([&] { return !shapeOf(panel.window).empty(); }));
+    EXPECT_EQ(shapeOf(panel.window).front(), (Box{7, 0, 86, 1})) << "the size that was set in between";
+    panel.desktop->setCorners({1, 1}, 10);
+    EXPECT_TRUE(waitUntil([&] { return shapeOf(panel.window) == std::vector{Box{0, 0, 1, 1}}; }));
+}
+
+TEST_F(PanelAloneTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile) {
+    const CallWindow opponent(server);
+    TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
+    panel.show();
+    const auto stackOpponent = [&](std::uint32_t mode) {
+        xcb_configure_window(client.xcb(), opponent.window(), XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+        client.sync();
+    };
+    const auto opponentRaises = [&] {
+        stackOpponent(XCB_STACK_MODE_ABOVE);
+        return waitUntil([&] { return facts.isAbove(panel.window, opponent.window()); },
+                         std::chrono::milliseconds(200));
+    };
+    int answers = 0;
+    while (answers < 100 && opponentRaises())
+        ++answers;
+    EXPECT_GE(answers, 8);
+    EXPECT_LT(answers, 100);
+    EXPECT_TRUE(waitUntil([&] {
+        stackOpponent(XCB_STACK_MODE_BELOW);
+        return opponentRaises();
+    }));
+}
+
+TEST_F(PanelAloneTest, KeyboardGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
+    auto owner = std::make_unique<CallWindow>(server);
+    xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, owner->window(), XCB_CURRENT_TIME);
+    client.sync();
+    TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
+    prompt.desktop->takeKeyboard();
+    EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == owner->window(); }));
+    prompt.desktop->returnKeyboard();
+    EXPECT_EQ(backend.loan.window(), XCB_WINDOW_NONE);
+    prompt.show();
+    EXPECT_TRUE(waitUntil([&] { return facts.viewable(prompt.window); }));
+    EXPECT_EQ(facts.focus(), owner->window());
+
+    prompt.desktop->takeKeyboard();
+    ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
+    const xcb_window_t dead = owner->window();
+    owner.reset();
+    ASSERT_TRUE(waitUntil([&] { return !facts.exists(dead); }));
+    prompt.desktop->returnKeyboard();
+    EXPECT_TRUE(waitUntil([&] { return facts.focus() == XCB_INPUT_FOCUS_POINTER_ROOT; }));
+}
+
+} // namespace
+} // namespace mirrolet::platform::desktop::x11
