@@ -53,9 +53,12 @@ void followDisplayScale(QGuiApplication& toolkit) {
 } // namespace
 
 struct NSApplication::State {
-    State(int& argc, char** argv) : toolkit(argc, argv) {}
+    State(int& argc, char** argv) {
+        if (!QCoreApplication::instance()) // A test program has one for all its tests.
+            toolkit = std::make_unique<QApplication>(argc, argv);
+    }
 
-    QApplication toolkit;
+    std::unique_ptr<QApplication> toolkit;
     std::weak_ptr<NSApplicationDelegate> delegate;
     ActivationPolicy policy = ActivationPolicy::regular;
     bool terminating = false;
@@ -70,7 +73,7 @@ NSApplication::NSApplication(int& argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("app.mirrolet.Mirrolet"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     state = std::make_unique<State>(argc, argv);
-    followDisplayScale(state->toolkit);
+    followDisplayScale(*qGuiApp);
     theApplication = this;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/appkit/Drawing.h"
 #include "platform/appkit/NSImageView.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/carbon/KeyCodes.h"
 
 #include <QCursor>
 #include <QKeyEvent>
@@ -12,8 +13,6 @@
 #include <utility>
 
 namespace mirrolet::platform {
-
-std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode);
 
 namespace {
 

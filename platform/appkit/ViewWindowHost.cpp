@@ -186,6 +186,10 @@ void ViewWindowHost::takeKeyboard() {
         panel->takeKeyboard();
 }
 
+QRect ViewWindowHost::geometry() const {
+    return window->geometry();
+}
+
 bool ViewWindowHost::isVisible() const {
     return window->isVisible();
 }

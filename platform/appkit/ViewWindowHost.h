@@ -27,6 +27,7 @@ class ViewWindowHost final : public WindowHost {
     void hide() override;
     void takeKeyboard() override;
     [[nodiscard]] bool isVisible() const override;
+    [[nodiscard]] QRect geometry() const override;
 
   private:
     class Window;

@@ -154,6 +154,10 @@ void WidgetWindowHost::takeKeyboard() {
         panel->takeKeyboard();
 }
 
+QRect WidgetWindowHost::geometry() const {
+    return container->geometry();
+}
+
 bool WidgetWindowHost::isVisible() const {
     return container->isVisible();
 }

@@ -23,6 +23,7 @@ class WidgetWindowHost final : public WindowHost {
     void hide() override;
     void takeKeyboard() override;
     [[nodiscard]] bool isVisible() const override;
+    [[nodiscard]] QRect geometry() const override;
 
   private:
     class Container;

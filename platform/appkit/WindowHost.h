@@ -2,6 +2,7 @@
 
 #include "platform/coregraphics/Geometry.h"
 
+#include <QObject>
 #include <QRect>
 #include <Qt>
 
@@ -16,7 +17,7 @@ class NSWindow;
 /// downwards.
 class WindowHost {
   public:
-    explicit WindowHost(NSWindow& window) : owner(window) {}
+    explicit WindowHost(NSWindow& window);
     virtual ~WindowHost() = default;
     WindowHost(const WindowHost&) = delete;
     WindowHost& operator=(const WindowHost&) = delete;
@@ -32,12 +33,20 @@ class WindowHost {
     virtual void hide() = 0;
     virtual void takeKeyboard() = 0;
     [[nodiscard]] virtual bool isVisible() const = 0;
+    [[nodiscard]] virtual QRect geometry() const = 0;
 
   protected:
     /// Tells the NSWindow where the user or the desktop has put it.
     void moved(const QRect& geometry);
 
     NSWindow& owner;
+
+  private:
+    void watchScreens();
+    void screensChanged();
+
+    QObject screenWatch; ///< What the connections to screens hang on.
+    bool screensDirty = false;
 };
 
 /// Rectangles of the screen, y turned over.

@@ -34,15 +34,16 @@ bool isHidden(const std::string& name) {
     return name.starts_with('.');
 }
 
+using Entering = std::function<void(const std::string& folder)>;
+
 /// One pass over the folders.
 class Walk {
   public:
-    Walk(std::vector<DesktopEntryFile>& found, std::vector<std::string>* visited)
-        : found(found), visited(visited) {}
+    Walk(std::vector<DesktopEntryFile>& found, const Entering& entering) : found(found), entering(entering) {}
 
     void walk(const std::string& folder, std::size_t root, const std::string& idPrefix = {}, int depth = 0) {
-        if (visited)
-            visited->push_back(folder);
+        if (entering)
+            entering(folder);
         if (depth > deepestFolder || !enter(folder))
             return;
         for (const auto& item : itemsIn(folder))
@@ -87,7 +88,7 @@ class Walk {
     }
 
     std::vector<DesktopEntryFile>& found;
-    std::vector<std::string>* visited;
+    const Entering& entering;
     std::set<std::pair<dev_t, ino_t>> entered;
     std::set<std::string> ids;
 };
@@ -130,9 +131,9 @@ std::vector<std::string> userApplicationFolders() {
 }
 
 std::vector<DesktopEntryFile> desktopEntryFiles(const std::vector<std::string>& folders,
-                                                std::vector<std::string>* visited) {
+                                                const Entering& entering) {
     std::vector<DesktopEntryFile> found;
-    Walk walk(found, visited);
+    Walk walk(found, entering);
     for (std::size_t root = 0; root < folders.size(); ++root)
         walk.walk(folders[root], root);
     return found;

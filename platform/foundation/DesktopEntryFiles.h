@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,10 +21,11 @@ std::vector<std::string> userApplicationFolders();
 
 /// What is called an entry below the folders, at any depth. Of two with the same file ID the one below the
 /// earlier folder counts, whatever it says. Sorted within a folder. Symbolic links that make a folder its own
-/// child, and folders gone wild, end in bounded time. `visited` takes every folder that was looked at, also
-/// those that are not there.
-std::vector<DesktopEntryFile> desktopEntryFiles(const std::vector<std::string>& folders,
-                                                std::vector<std::string>* visited = nullptr);
+/// child, and folders gone wild, end in bounded time. `entering` is called with every folder before it is
+/// read, also with those that are not there.
+std::vector<DesktopEntryFile>
+desktopEntryFiles(const std::vector<std::string>& folders,
+                  const std::function<void(const std::string& folder)>& entering = nullptr);
 
 /// The file of one ID, which is what desktopEntryFiles() gives for it. None if there is none.
 std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,

@@ -1,6 +1,9 @@
 #include "platform/foundation/SessionBus.h"
 
+#include "platform/foundation/NSLog.h"
+
 #include <condition_variable>
+#include <cstdlib>
 #include <mutex>
 #include <optional>
 #include <pthread.h>
@@ -77,10 +80,18 @@ void SessionBus::whenKnown(Task task) {
     invoke(state->context, [task = std::move(task), connection = *state->connection] { task(connection); });
 }
 
-bool SessionBus::isConnected(std::chrono::milliseconds patience) {
+bool SessionBus::isKnown(std::chrono::milliseconds patience) {
     std::unique_lock guard(state->lock);
-    state->known.wait_for(guard, patience, [this] { return state->connection.has_value(); });
-    return state->connection.value_or(nullptr) != nullptr;
+    return state->known.wait_for(guard, patience, [this] { return state->connection.has_value(); });
+}
+
+void SessionBus::shieldToolkit() {
+    constexpr std::chrono::milliseconds patience{400};
+    if (isKnown(patience))
+        return;
+    NSLog("Mirrolet: the session bus does not answer; going on without it");
+    // An address where nobody listens: no address at all would make the toolkit start a bus.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);
 }
 
 } // namespace mirrolet::platform

@@ -21,8 +21,11 @@ class SessionBus {
     /// connected, or with nullptr once it is known that there is none. Never, if the bus hangs. Any thread.
     void whenKnown(Task task);
 
-    /// Whether the bus is connected, waiting at most so long for it. Not on the bus's own thread.
-    [[nodiscard]] bool isConnected(std::chrono::milliseconds patience);
+    /// Whether it is known by then if there is a bus: if not, it hangs. Not on the bus's own thread.
+    [[nodiscard]] bool isKnown(std::chrono::milliseconds patience);
+    /// The toolkit waits for the bus on the main thread. If the bus hangs, says so in one line and makes the
+    /// toolkit go on as if there were none. Before the application object is made.
+    void shieldToolkit();
 
   private:
     struct State;

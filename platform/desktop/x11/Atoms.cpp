@@ -16,6 +16,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
     }
     const std::array wanted = {
         ATOM(UTF8_STRING),
+        ATOM(COMPOUND_TEXT),
         ATOM(WM_STATE),
         ATOM(WM_CLIENT_MACHINE),
         ATOM(WM_PROTOCOLS),

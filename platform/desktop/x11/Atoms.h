@@ -10,9 +10,11 @@ namespace mirrolet::platform::desktop::x11 {
 
 /// The atoms that the backend uses (EWMH, ICCCM and some of toolkits), interned in one round trip at start.
 struct Atoms {
+    /// None interned yet: every atom is XCB_ATOM_NONE in `Atoms{}`. For code that runs without a server.
+    Atoms() = default;
     explicit Atoms(xcb_connection_t* connection, int screenNumber);
 
-    xcb_atom_t UTF8_STRING, WM_STATE, WM_CLIENT_MACHINE, WM_PROTOCOLS, WM_TAKE_FOCUS, MANAGER;
+    xcb_atom_t UTF8_STRING, COMPOUND_TEXT, WM_STATE, WM_CLIENT_MACHINE, WM_PROTOCOLS, WM_TAKE_FOCUS, MANAGER;
     xcb_atom_t _NET_SUPPORTED, _NET_SUPPORTING_WM_CHECK, _NET_CLIENT_LIST_STACKING, _NET_ACTIVE_WINDOW;
     xcb_atom_t _NET_WM_NAME, _NET_WM_PID, _NET_WM_STATE, _NET_WM_STATE_HIDDEN, _NET_WM_STATE_ABOVE,
         _NET_WM_STATE_BELOW, _NET_WM_STATE_STICKY, _NET_WM_STATE_SKIP_TASKBAR, _NET_WM_STATE_SKIP_PAGER,

@@ -1,0 +1,161 @@
+#include "app/AppDelegate.h"
+
+#include "platform/appkit/NSMenu.h"
+#include "platform/appkit/NSStatusBar.h"
+#include "platform/coregraphics/CGScreenCaptureAccess.h"
+#include "platform/dispatch/DispatchQueue.h"
+#include "settings/SettingsStore.h"
+
+namespace mirrolet {
+
+using namespace platform;
+
+namespace {
+
+AppDelegate::Shortcut shortcutIn(const SettingsStore& store) {
+    return {store.shortcutKeyCode(), store.shortcutModifiers()};
+}
+
+AppDelegate::Shortcut pipFrontmostShortcutIn(const SettingsStore& store) {
+    return {store.pipFrontmostShortcutKeyCode(), store.pipFrontmostShortcutModifiers()};
+}
+
+} // namespace
+
+std::shared_ptr<AppDelegate> AppDelegate::make() {
+    return std::shared_ptr<AppDelegate>(new AppDelegate);
+}
+
+AppDelegate::AppDelegate() : windowMonitor(WindowMonitor::make()), hotkeyManager(HotkeyManager::make()) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    NSApplication::shared().setActivationPolicy(NSApplication::ActivationPolicy::accessory);
+    setupStatusItem();
+    wireMonitorCallbacks();
+    registerHotkeys();
+    subscribeToSettings();
+    if (SettingsStore::shared().startMonitoringOnLaunch())
+        windowMonitor->start();
+    updateMonitoringTitle();
+    CGRequestScreenCaptureAccess();
+}
+
+void AppDelegate::setupStatusItem() {
+    const auto item = NSStatusBar::system().statusItem(NSSquareStatusItemLength);
+    if (auto* button = item->button()) {
+        if (const auto image = NSImage::systemSymbol("pip.fill", "Mirrolet"))
+            button->setImage(image);
+        else
+            button->setTitle("PiP");
+    }
+    item->setMenu(makeMenu());
+    statusItem = item;
+}
+
+std::shared_ptr<NSMenu> AppDelegate::makeMenu() {
+    const auto action = [weak = weak_from_this()](void (AppDelegate::*run)()) {
+        return [weak, run] {
+            if (const auto delegate = weak.lock())
+                (*delegate.*run)();
+        };
+    };
+    auto menu = std::make_shared<NSMenu>();
+    monitoringMenuItem =
+        std::make_shared<NSMenuItem>("Monitoring Active", action(&AppDelegate::toggleMonitoring));
+    menu->addItem(monitoringMenuItem);
+    menu->addItem(std::make_shared<NSMenuItem>("PiP Frontmost Window", action(&AppDelegate::manualTrigger)));
+    menu->addItem(NSMenuItem::separator());
+    menu->addItem(std::make_shared<NSMenuItem>("Settings…", nullptr, ","));
+    menu->addItem(NSMenuItem::separator());
+    menu->addItem(std::make_shared<NSMenuItem>("Quit Mirrolet", action(&AppDelegate::quit), "q"));
+    return menu;
+}
+
+void AppDelegate::wireMonitorCallbacks() {
+    windowMonitor->onCallDetected = [weak = weak_from_this()](const DetectedWindowInfo& info) {
+        if (const auto delegate = weak.lock())
+            delegate->callDetected(info);
+    };
+    windowMonitor->onCallEnded = [weak = weak_from_this()] {
+        if (const auto delegate = weak.lock())
+            delegate->endSession();
+    };
+}
+
+void AppDelegate::registerHotkeys() {
+    hotkeyManager->onHotkeyPressed = [weak = weak_from_this()](HotkeyID id) {
+        if (const auto delegate = weak.lock())
+            delegate->handleHotkey(id);
+    };
+    const auto& store = SettingsStore::shared();
+    appliedShortcut = shortcutIn(store);
+    appliedPipFrontmostShortcut = pipFrontmostShortcutIn(store);
+    appliedPollInterval = store.pollInterval();
+    appliedAlwaysOnTop = store.pipAlwaysOnTop();
+    hotkeyManager->registerHotkey(HotkeyID::togglePiPVisibility, appliedShortcut.keyCode,
+                                  appliedShortcut.modifiers);
+    hotkeyManager->registerHotkey(HotkeyID::pipFrontmostWindow, appliedPipFrontmostShortcut.keyCode,
+                                  appliedPipFrontmostShortcut.modifiers);
+}
+
+void AppDelegate::subscribeToSettings() {
+    settingsSubscription =
+        SettingsStore::shared().objectWillChange.sinkOn(DispatchQueue::main(), [weak = weak_from_this()] {
+            if (const auto delegate = weak.lock())
+                delegate->applySettings();
+        });
+}
+
+/// What is not taken over here is read by who uses it, when it is used.
+void AppDelegate::applySettings() {
+    const auto& store = SettingsStore::shared();
+    applyShortcut(HotkeyID::togglePiPVisibility, shortcutIn(store), appliedShortcut);
+    applyShortcut(HotkeyID::pipFrontmostWindow, pipFrontmostShortcutIn(store), appliedPipFrontmostShortcut);
+    if (store.pollInterval() != appliedPollInterval) {
+        appliedPollInterval = store.pollInterval();
+        windowMonitor->restartIfMonitoring();
+    }
+    if (store.pipAlwaysOnTop() != appliedAlwaysOnTop) {
+        appliedAlwaysOnTop = store.pipAlwaysOnTop();
+        applyAlwaysOnTop();
+    }
+}
+
+void AppDelegate::applyShortcut(HotkeyID id, Shortcut wanted, Shortcut& applied) {
+    if (wanted == applied)
+        return;
+    applied = wanted; // Even if it cannot be had: it is tried again only when the setting changes again.
+    hotkeyManager->registerHotkey(id, wanted.keyCode, wanted.modifiers);
+}
+
+void AppDelegate::applyAlwaysOnTop() {
+    if (pipController && pipController->panel)
+        pipController->panel->setLevel(appliedAlwaysOnTop ? NSWindowLevel::floating : NSWindowLevel::normal);
+}
+
+void AppDelegate::updateMonitoringTitle() {
+    if (monitoringMenuItem)
+        monitoringMenuItem->setTitle(windowMonitor->isMonitoring() ? "Monitoring Active"
+                                                                   : "Monitoring Paused");
+}
+
+void AppDelegate::toggleMonitoring() {
+    if (windowMonitor->isMonitoring())
+        windowMonitor->stop();
+    else
+        windowMonitor->start();
+    updateMonitoringTitle();
+}
+
+void AppDelegate::quit() {
+    NSApplication::shared().terminate();
+}
+
+/// The shortcuts go with the manager.
+void AppDelegate::applicationWillTerminate() {
+    windowMonitor->stop();
+    if (pipController)
+        pipController->stop();
+}
+
+} // namespace mirrolet

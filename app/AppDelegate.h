@@ -1,0 +1,81 @@
+#pragma once
+
+#include "hotkeys/HotkeyManager.h"
+#include "monitor/WindowMonitor.h"
+#include "pip/PiPController.h"
+#include "platform/appkit/NSApplication.h"
+#include "platform/appkit/NSMenuItem.h"
+#include "platform/appkit/NSStatusItem.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/combine/AnyCancellable.h"
+#include "prompt/PromptPanel.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace mirrolet {
+
+/// The spine of the program: makes and owns what lives long, and joins detection, prompt, mirror and
+/// shortcuts. Main thread only. At most one prompt or mirror exists at a time.
+class AppDelegate : public platform::NSApplicationDelegate, public std::enable_shared_from_this<AppDelegate> {
+  public:
+    /// A shortcut as it was last registered: virtual key code and Carbon modifier mask.
+    struct Shortcut {
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
+        friend bool operator==(const Shortcut&, const Shortcut&) = default;
+    };
+
+    /// Shows and starts nothing.
+    static std::shared_ptr<AppDelegate> make();
+
+    void applicationDidFinishLaunching() override;
+    void applicationWillTerminate() override;
+
+    // The menu's actions.
+    void toggleMonitoring();
+    void manualTrigger();
+    void quit();
+
+    void handleHotkey(HotkeyID id);
+
+    std::shared_ptr<platform::NSStatusItem> statusItem;
+    std::shared_ptr<platform::NSMenuItem> monitoringMenuItem; ///< Its title shows whether monitoring is on.
+    std::shared_ptr<platform::NSWindow> settingsWindow;       ///< Made on first use, then kept.
+    std::shared_ptr<WindowMonitor> windowMonitor;
+    std::shared_ptr<HotkeyManager> hotkeyManager;
+    std::shared_ptr<PromptPanel> promptPanel; ///< While a prompt is shown.
+    std::shared_ptr<PiPController>
+        pipController; ///< The current session, stopped by its close button or not.
+    platform::AnyCancellable settingsSubscription;
+    // What was last taken over from the settings.
+    Shortcut appliedShortcut;
+    Shortcut appliedPipFrontmostShortcut;
+    double appliedPollInterval = 0;
+    bool appliedAlwaysOnTop = true;
+    bool activeSession = false; ///< From the showing of a prompt, or the start of a mirror, to its end.
+
+  private:
+    AppDelegate();
+
+    void setupStatusItem();
+    [[nodiscard]] std::shared_ptr<platform::NSMenu> makeMenu();
+    void wireMonitorCallbacks();
+    void registerHotkeys();
+    void subscribeToSettings();
+    void applySettings();
+    void applyShortcut(HotkeyID id, Shortcut wanted, Shortcut& applied);
+    void applyAlwaysOnTop();
+    void updateMonitoringTitle();
+
+    void callDetected(const DetectedWindowInfo& info);
+    void showPrompt(const DetectedWindowInfo& info);
+    void startSession(const DetectedWindowInfo& info);
+    void endSession();
+    void toggleVisibility();
+    void toggleFrontmost();
+    void showScreenRecordingAlert();
+    void showNoWindowAlert();
+};
+
+} // namespace mirrolet

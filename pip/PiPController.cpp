@@ -1,0 +1,116 @@
+#include "pip/PiPController.h"
+
+#include "platform/appkit/NSScreen.h"
+#include "settings/SettingsStore.h"
+
+#include <utility>
+
+namespace mirrolet {
+
+using namespace platform;
+
+namespace {
+
+constexpr const char* captureQueueLabel = "app.mirrolet.Mirrolet.pipCapture";
+constexpr double framesPerSecond = 15;
+constexpr CGFloat initialSide = 100;
+constexpr CGFloat screenMargin = 24;
+
+} // namespace
+
+PiPController::PiPController(CGWindowID window)
+    : windowID(window), captureQueue(captureQueueLabel, DispatchQoS::userInteractive) {}
+
+NSRect PiPController::initialFrame(PiPCorner corner) {
+    const auto screen = NSScreen::main();
+    if (!screen)
+        return {{0, 0}, {initialSide, initialSide}};
+    const NSRect visible = screen->visibleFrame;
+    const bool right = corner == PiPCorner::bottomRight || corner == PiPCorner::topRight;
+    const bool top = corner == PiPCorner::topRight || corner == PiPCorner::topLeft;
+    return {{right ? visible.maxX() - initialSide - screenMargin : visible.minX() + screenMargin,
+             top ? visible.maxY() - initialSide - screenMargin : visible.minY() + screenMargin},
+            {initialSide, initialSide}};
+}
+
+void PiPController::start() {
+    if (running)
+        return;
+    running = true;
+    showPanel();
+    startTimer();
+}
+
+void PiPController::showPanel() {
+    auto& store = SettingsStore::shared();
+    const auto shown = PiPPanel::make(initialFrame(store.pipCorner()));
+    shown->setLevel(store.pipAlwaysOnTop() ? NSWindowLevel::floating : NSWindowLevel::normal);
+    // The close button stops the session and tells nobody, unlike a window that is gone: the owner keeps the
+    // stopped session as the current one, so that the same call is not offered again to a user who has just
+    // sent it away.
+    shown->onCloseRequested = [weak = weak_from_this()] {
+        if (const auto controller = weak.lock())
+            controller->stop();
+    };
+    shown->orderFrontRegardless();
+    panel = shown;
+}
+
+void PiPController::startTimer() {
+    timer = DispatchSourceTimer::make(captureQueue);
+    timer->scheduleNow(1 / framesPerSecond);
+    timer->setEventHandler([weak = weak_from_this()] {
+        if (const auto controller = weak.lock())
+            controller->captureFrame();
+    });
+    timer->resume();
+}
+
+/// One tick, on the capture queue: touches nothing but the window's number.
+void PiPController::captureFrame() {
+    auto image = CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,
+                                         kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
+    if (!image) {
+        handleCaptureFailure();
+        return;
+    }
+    DispatchQueue::main().async([weak = weak_from_this(), image = std::move(image)] {
+        if (const auto controller = weak.lock())
+            controller->deliver(image);
+    });
+}
+
+void PiPController::deliver(const CGImageRef& image) {
+    if (!panel)
+        return; // A frame that was on its way when the session stopped.
+    const NSSize size{CGFloat(CGImageGetWidth(*image)), CGFloat(CGImageGetHeight(*image))};
+    panel->imageView->setImage(std::make_shared<NSImage>(image, size));
+}
+
+void PiPController::handleCaptureFailure() {
+    DispatchQueue::main().async([weak = weak_from_this()] {
+        const auto controller = weak.lock();
+        if (!controller || !controller->running)
+            return;
+        controller->stop();
+        if (controller->onClose)
+            controller->onClose();
+    });
+}
+
+void PiPController::stop() {
+    if (!running)
+        return;
+    running = false;
+    if (timer)
+        timer->cancel();
+    timer = nullptr;
+    DispatchQueue::main().async([closing = std::exchange(panel, nullptr)] {
+        if (!closing)
+            return;
+        closing->orderOut();
+        closing->close();
+    });
+}
+
+} // namespace mirrolet

@@ -1,0 +1,147 @@
+#include "platform/desktop/x11/CaptureSource.h"
+
+#include "platform/desktop/x11/PixelBox.h"
+#include "platform/desktop/x11/X11WindowImage.h"
+#include "platform/desktop/x11/XcbReply.h"
+
+#include <xcb/composite.h>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+// Some drivers report a direct-rendered frame before it has landed. So a window that fell silent is read once
+// more; a steady refresh would make every still window cost something for it.
+constexpr std::chrono::seconds settleTime{1};
+
+} // namespace
+
+CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
+    : connection(connection), formats(formats), window(window) {
+    auto* xcb = connection.xcb();
+    // VisibilityNotify because it comes when a parent is mapped as well: a redirected window counts as
+    // uncovered.
+    const std::uint32_t mask =
+        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
+    firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
+    xcb_composite_redirect_window(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    damage = {connection, xcb_generate_id(xcb)};
+    xcb_damage_create(xcb, damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+    damagedParts = {connection, xcb_generate_id(xcb)};
+    xcb_xfixes_create_region(xcb, damagedParts.id(), 0, nullptr);
+}
+
+void CaptureSource::end(bool selectedAnew) {
+    if (gone) { // All this died with the window, and its number may be another window's by now.
+        damage.release();
+        return;
+    }
+    const std::uint32_t nothing = XCB_EVENT_MASK_NO_EVENT;
+    if (!selectedAnew)
+        xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &nothing);
+    damage = {};
+    xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+}
+
+void CaptureSource::noteGeometry(PixelSize size, int borderWidth) {
+    if (packed(size, borderWidth) != knownGeometry) // A window that is only moved keeps its pixmap.
+        noteReplaced();
+}
+
+std::uint64_t CaptureSource::packed(PixelSize size, int borderWidth) {
+    return static_cast<std::uint64_t>(size.width) << 40 | static_cast<std::uint64_t>(size.height) << 16 |
+           static_cast<std::uint64_t>(borderWidth);
+}
+
+std::shared_ptr<const WindowImage> CaptureSource::image() {
+    const std::lock_guard guard(lock);
+    const bool changed = !gone && update();
+    if (gone || !content)
+        return nullptr;
+    auto image = changed ? nullptr : lastImage.lock();
+    if (!image) {
+        image = std::make_shared<X11WindowImage>(connection, shared_from_this(), content);
+        lastImage = image;
+    }
+    return image;
+}
+
+bool CaptureSource::update() {
+    const unsigned changes = pending.exchange(0);
+    if (changes == 0 && Clock::now() < settlesAt)
+        return false;
+    settlesAt = changes == 0 ? Clock::time_point::max() : Clock::now() + settleTime;
+    // Some windows get the pixmap that they draw to only with the first drawing after the redirection.
+    const bool first = (changes & damaged) != 0 && !sawDamage;
+    sawDamage = sawDamage || first;
+    if ((changes & replaced) != 0 || first)
+        nameAgain();
+    else if ((changes & damaged) != 0)
+        collectDamage();
+    else
+        content->noteDamageEverywhere();
+    return true;
+}
+
+void CaptureSource::collectDamage() {
+    auto* xcb = connection.xcb();
+    xcb_damage_subtract(xcb, damage.id(), XCB_NONE, damagedParts.id());
+    const XcbReply<xcb_xfixes_fetch_region_reply_t> parts(
+        xcb_xfixes_fetch_region_reply(xcb, xcb_xfixes_fetch_region(xcb, damagedParts.id()), nullptr));
+    if (!parts) {
+        content->noteDamageEverywhere();
+        return;
+    }
+    const auto& box = parts->extents;
+    content->noteDamage({box.x - cutLeft, box.y - cutTop, box.width, box.height});
+}
+
+void CaptureSource::nameAgain() {
+    auto* xcb = connection.xcb();
+    xcb_damage_subtract(xcb, damage.id(), XCB_NONE, XCB_NONE);
+    const auto attributesCookie = xcb_get_window_attributes(xcb, window);
+    const auto geometryCookie = xcb_get_geometry(xcb, window);
+    const auto extentsCookie =
+        xcb_get_property(xcb, 0, window, connection.atoms()._GTK_FRAME_EXTENTS, XCB_ATOM_CARDINAL, 0, 4);
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(xcb, attributesCookie, nullptr));
+    const XcbReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb, geometryCookie, nullptr));
+    const XcbReply<xcb_get_property_reply_t> extents(xcb_get_property_reply(xcb, extentsCookie, nullptr));
+    if (!attributes || !geometry) {
+        gone = true;
+        return;
+    }
+    if (attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY)
+        return; // Nothing to see, ever.
+    const PixelSize size{geometry->width, geometry->height};
+    knownGeometry = packed(size, geometry->border_width);
+    const auto shadow = FrameExtents::from(extents.get());
+    if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+        namePixmap(attributes->visual, geometry->border_width, shadow);
+    const auto visible = shadow.visiblePart(size);
+    if (!content || (content->pixmapId() == 0 && content->size() != PixelSize{visible.width, visible.height}))
+        content = std::make_shared<WindowContent>(PixelSize{visible.width, visible.height});
+}
+
+void CaptureSource::namePixmap(xcb_visualid_t visual, int borderWidth, const FrameExtents& shadow) {
+    auto* xcb = connection.xcb();
+    const auto id = xcb_generate_id(xcb);
+    const auto naming = xcb_composite_name_window_pixmap_checked(xcb, window, id);
+    // The window may have another size again: what counts is the pixmap's.
+    const XcbReply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, id), nullptr));
+    if (!connection.succeeds(naming))
+        return; // Not viewable any more, or gone: an event says so. The last picture stays until then.
+    ServerPixmap pixmap(connection, id);
+    const auto format = formats.opaque(visual);
+    if (!geometry || format == 0 || geometry->width <= 2 * borderWidth || geometry->height <= 2 * borderWidth)
+        return;
+    auto part = shadow.visiblePart({geometry->width - 2 * borderWidth, geometry->height - 2 * borderWidth});
+    cutLeft = part.x;
+    cutTop = part.y;
+    part.x += borderWidth;
+    part.y += borderWidth;
+    content = std::make_shared<WindowContent>(std::move(pixmap), format, part);
+}
+
+} // namespace mirrolet::platform::desktop::x11

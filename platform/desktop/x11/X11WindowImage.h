@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/desktop/WindowCapture.h"
+#include "platform/desktop/x11/WindowContent.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace mirrolet::platform::desktop::x11 {
+
+class CaptureSource;
+
+/// A window's picture that stays on the server. Holds its source: as long as one image is held, the window
+/// stays redirected and its changes are watched.
+class X11WindowImage final : public WindowImage {
+  public:
+    X11WindowImage(X11Connection& connection, std::shared_ptr<const CaptureSource> source,
+                   std::shared_ptr<const WindowContent> content)
+        : connection(connection), source(std::move(source)), theContent(std::move(content)),
+          theAge(theContent->age()) {}
+
+    [[nodiscard]] PixelSize size() const override { return theContent->size(); }
+    [[nodiscard]] Bitmap readBack() const override;
+
+    [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
+    /// The content's age when the image was made.
+    [[nodiscard]] std::uint64_t age() const { return theAge; }
+
+  private:
+    X11Connection& connection;
+    const std::shared_ptr<const CaptureSource> source;
+    const std::shared_ptr<const WindowContent> theContent;
+    const std::uint64_t theAge;
+};
+
+} // namespace mirrolet::platform::desktop::x11

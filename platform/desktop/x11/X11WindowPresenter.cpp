@@ -1,0 +1,152 @@
+#include "platform/desktop/x11/X11WindowPresenter.h"
+
+#include "platform/desktop/x11/PixelBox.h"
+#include "platform/desktop/x11/XcbReply.h"
+
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr int largestPixmap = 32767;
+
+xcb_rectangle_t toX(const PixelRect& rect) {
+    return {static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
+            static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height)};
+}
+
+xcb_render_color_t toColour(std::uint32_t argb) {
+    const auto channel = [argb](int shift) {
+        return static_cast<std::uint16_t>((argb >> shift & 0xff) * 0x101);
+    };
+    return {channel(16), channel(8), channel(0), 0xffff};
+}
+
+} // namespace
+
+std::unique_ptr<WindowPresenter> X11WindowPresenter::make(X11Connection& connection, WindowNumber window) {
+    RenderFormats formats(connection);
+    if (!formats.complete())
+        return nullptr;
+    const auto attributesCookie = xcb_get_window_attributes(connection.xcb(), window);
+    const auto geometryCookie = xcb_get_geometry(connection.xcb(), window);
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(connection.xcb(), attributesCookie, nullptr));
+    const XcbReply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(connection.xcb(), geometryCookie, nullptr));
+    if (!attributes || !geometry || formats.exact(attributes->visual) == 0)
+        return nullptr;
+    const Target target{window, geometry->depth, formats.exact(attributes->visual),
+                        formats.hasAlpha(attributes->visual)};
+    return std::unique_ptr<WindowPresenter>(new X11WindowPresenter(connection, std::move(formats), target));
+}
+
+X11WindowPresenter::X11WindowPresenter(X11Connection& connection, RenderFormats renderFormats, Target target)
+    : connection(connection), formats(std::move(renderFormats)), target(target), scaler(connection, formats) {
+}
+
+void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
+    canvas = {};
+    cut = {};
+    overlay = {};
+    corners.reset();
+    pictureRect = {};
+    stale = {};
+    if (size.width <= 0 || size.height <= 0 || size.width > largestPixmap || size.height > largestPixmap)
+        return;
+    canvas = makeSurface(connection, size, 24, formats.opaque24);
+    if (target.depth != 24 || target.translucent)
+        cut = makeSurface(connection, size, target.depth, target.format);
+    if (target.translucent)
+        corners.emplace(connection, formats, size, cornerRadius);
+    // On the pixmap that it copies from: the window may be gone at any time, and would take it along.
+    const std::uint32_t noExposures = 0;
+    context = {connection, xcb_generate_id(connection.xcb())};
+    xcb_create_gc(connection.xcb(), context.id(), shown().pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
+                  &noExposures);
+    stale = whole();
+}
+
+void X11WindowPresenter::setBackground(std::uint32_t colour) {
+    if (std::exchange(background, colour) != colour)
+        stale = whole();
+}
+
+void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect rect) {
+    const bool moved = std::exchange(pictureRect, rect) != rect;
+    const bool same = image == picture;
+    if (same && !moved)
+        return;
+    const bool cameOrWent = !image != !picture;
+    picture = std::move(image);
+    auto drawn = isEmpty(rect) ? nullptr : std::dynamic_pointer_cast<const X11WindowImage>(picture);
+    const auto changed = scaler.setImage(std::move(drawn), {rect.width, rect.height});
+    if (moved || cameOrWent)
+        stale = whole();
+    else
+        stale = united(
+            stale,
+            intersection({rect.x + changed.x, rect.y + changed.y, changed.width, changed.height}, whole()));
+}
+
+void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
+    if (!canvas.pixmap || bitmap.size != canvas.size)
+        return;
+    if (!overlay.pixmap)
+        overlay = makeSurface(connection, canvas.size, 32, formats.argb32);
+    upload(connection, overlay, bitmap);
+    stale = whole();
+}
+
+void X11WindowPresenter::present() {
+    const auto part = std::exchange(stale, {});
+    if (isEmpty(part))
+        return;
+    drawCanvas(part);
+    if (cut.pixmap)
+        composite(XCB_RENDER_PICT_OP_SRC, canvas, cut, part);
+    if (corners)
+        corners->cut(cut.picture.id(), part);
+    copyToWindow(part);
+}
+
+void X11WindowPresenter::drawCanvas(const PixelRect& part) {
+    const bool covered = picture && contains(pictureRect, part);
+    if (!covered) {
+        const auto area = toX(part);
+        xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture.id(),
+                                   toColour(background), 1, &area);
+    }
+    if (picture) {
+        auto shown = intersection(part, pictureRect);
+        shown.x -= pictureRect.x;
+        shown.y -= pictureRect.y;
+        scaler.draw(canvas.picture.id(), pictureRect.x, pictureRect.y, shown);
+    }
+    if (overlay.pixmap)
+        composite(XCB_RENDER_PICT_OP_OVER, overlay, canvas, part);
+}
+
+void X11WindowPresenter::composite(std::uint8_t operation, const Surface& from, const Surface& to,
+                                   const PixelRect& part) {
+    const auto area = toX(part);
+    xcb_render_composite(connection.xcb(), operation, from.picture.id(), XCB_RENDER_PICTURE_NONE,
+                         to.picture.id(), area.x, area.y, 0, 0, area.x, area.y, area.width, area.height);
+}
+
+void X11WindowPresenter::copyToWindow(const PixelRect& part) {
+    const auto area = toX(part);
+    xcb_copy_area(connection.xcb(), shown().pixmap.id(), target.window, context.id(), area.x, area.y, area.x,
+                  area.y, area.width, area.height);
+    connection.flush();
+}
+
+void X11WindowPresenter::repair(PixelRect area) {
+    // What is about to be drawn anew anyway, or was never drawn, is not worth copying.
+    const auto part = intersection(area, whole());
+    if (canvas.pixmap && !isEmpty(part) && stale != whole())
+        copyToWindow(part);
+}
+
+} // namespace mirrolet::platform::desktop::x11

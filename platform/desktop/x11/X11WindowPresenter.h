@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/desktop/WindowPresenter.h"
+#include "platform/desktop/x11/PictureScaler.h"
+#include "platform/desktop/x11/RenderFormats.h"
+#include "platform/desktop/x11/RenderResources.h"
+#include "platform/desktop/x11/RoundedCorners.h"
+
+#include <memory>
+#include <optional>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// Composes with RENDER: an opaque canvas of background, picture and overlay; from it, where the window can
+/// be translucent, a copy with the corners cut; from that the window. All stay on the server from frame to
+/// frame, only what changed is drawn again, and nothing waits for a reply. A window that died in between
+/// makes it all go nowhere.
+class X11WindowPresenter final : public WindowPresenter {
+  public:
+    /// nullptr on a server without RENDER, and for a window that is gone. Waits for the server, this once.
+    static std::unique_ptr<WindowPresenter> make(X11Connection& connection, WindowNumber window);
+
+    void resize(PixelSize size, double cornerRadius) override;
+    void setBackground(std::uint32_t colour) override;
+    void setPicture(std::shared_ptr<const WindowImage> image, PixelRect target) override;
+    void setOverlay(const Bitmap& overlay) override;
+    void present() override;
+    void repair(PixelRect area) override;
+
+  private:
+    struct Target {
+        xcb_window_t window;
+        std::uint8_t depth;
+        xcb_render_pictformat_t format;
+        bool translucent;
+    };
+
+    X11WindowPresenter(X11Connection& connection, RenderFormats formats, Target target);
+    [[nodiscard]] PixelRect whole() const { return {0, 0, canvas.size.width, canvas.size.height}; }
+    [[nodiscard]] const Surface& shown() const { return cut.pixmap ? cut : canvas; }
+    void composite(std::uint8_t operation, const Surface& from, const Surface& to, const PixelRect& part);
+    void drawCanvas(const PixelRect& part);
+    void copyToWindow(const PixelRect& part);
+
+    X11Connection& connection;
+    const RenderFormats formats;
+    const Target target;
+    ServerContext context;
+    PictureScaler scaler;
+    Surface canvas;  ///< Opaque: background, picture, overlay.
+    Surface cut;     ///< With the window's depth and cut corners. None for an opaque window.
+    Surface overlay; ///< Premultiplied. None before the first setOverlay().
+    std::optional<RoundedCorners> corners;
+    std::uint32_t background = 0xff000000;
+    std::shared_ptr<const WindowImage> picture;
+    PixelRect pictureRect;
+    PixelRect stale; ///< What present() has to draw.
+};
+
+} // namespace mirrolet::platform::desktop::x11

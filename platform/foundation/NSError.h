@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace mirrolet::platform {
+
+/// Why something failed.
+struct NSError {
+    std::string localizedDescription; ///< One or two sentences for the user.
+};
+
+} // namespace mirrolet::platform

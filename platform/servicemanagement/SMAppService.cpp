@@ -1,0 +1,70 @@
+#include "platform/servicemanagement/SMAppService.h"
+
+#include "platform/servicemanagement/AutostartEntry.h"
+
+#include <glib.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace mirrolet::platform {
+
+namespace {
+
+std::string runningProgram() {
+    // An image that mounts itself: the program's own path is gone after the session.
+    if (const char* image = std::getenv("APPIMAGE"); image && *image == '/')
+        return image;
+    std::error_code error;
+    std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+    constexpr std::string_view deleted = " (deleted)"; // An upgrade replaced the file meanwhile.
+    if (path.ends_with(deleted))
+        path.resize(path.size() - deleted.size());
+    return path;
+}
+
+/// A program that runs out of the folder where it was built would be gone tomorrow: the installed one is
+/// preferred.
+std::string installedProgram() {
+    std::string running = runningProgram();
+    const auto name = std::filesystem::path(running).filename().string();
+    const std::unique_ptr<char, decltype(&g_free)> found(g_find_program_in_path(name.c_str()), g_free);
+    return found && *found.get() == '/' ? std::string(found.get()) : running;
+}
+
+} // namespace
+
+const SMAppService& SMAppService::mainApp() {
+    static const SMAppService service(installedProgram());
+    return service;
+}
+
+SMAppService::Status SMAppService::status() const {
+    const auto own = AutostartEntry::own();
+    const auto counts = own.exists() ? std::optional(own) : AutostartEntry::systemWide();
+    return counts && counts->isOn() ? Status::enabled : Status::notRegistered;
+}
+
+std::optional<NSError> SMAppService::registerService() const {
+    if (status() == Status::enabled)
+        return std::nullopt;
+    const auto systemWide = AutostartEntry::systemWide();
+    if (auto error = AutostartEntry::own().write(program, true, systemWide))
+        return error;
+    if (status() == Status::enabled)
+        return std::nullopt;
+    return NSError{"The login item was written, but the desktop would not start “" + program + "” with it."};
+}
+
+std::optional<NSError> SMAppService::unregisterService() const {
+    const auto systemWide = AutostartEntry::systemWide();
+    if (systemWide && systemWide->isOn())
+        return AutostartEntry::own().write(program, false, systemWide);
+    return AutostartEntry::own().remove();
+}
+
+} // namespace mirrolet::platform

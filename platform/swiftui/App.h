@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/appkit/NSApplication.h"
+
+#include <memory>
+#include <utility>
+
+namespace mirrolet::platform {
+
+/// A view that shows nothing.
+struct EmptyView {};
+
+/// The scene of an application that opens no window at launch; its content is shown only on demand.
+template <class Content> struct Settings { Content content; };
+
+/// Makes the application's one delegate and keeps it for the life of the application.
+template <class Delegate> class NSApplicationDelegateAdaptor {
+  public:
+    NSApplicationDelegateAdaptor() : delegate(Delegate::make()) {
+        NSApplication::shared().setDelegate(delegate);
+    }
+
+    [[nodiscard]] const std::shared_ptr<Delegate>& wrappedValue() const { return delegate; }
+
+  private:
+    std::shared_ptr<Delegate> delegate;
+};
+
+/// Runs an application object until it terminates; returns the exit status. The toolkit and the desktop stand
+/// already.
+template <class App> int runApplication() {
+    const App app;
+    (void)app
+        .body(); // Only a scene that opens windows at launch would be shown here, and there is no such scene.
+    return NSApplication::shared().run();
+}
+
+} // namespace mirrolet::platform

@@ -1,0 +1,221 @@
+#include "tests/desktop/MirrorParts.h"
+#include "tests/desktop/harness/CallWindow.h"
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/WindowCommands.h"
+#include "tests/desktop/harness/WindowFacts.h"
+#include "tests/desktop/harness/WindowManager.h"
+
+#include <gtest/gtest.h>
+#include <xcb/res.h>
+
+#include <algorithm>
+#include <map>
+
+namespace mirrolet::harness {
+namespace {
+
+using platform::desktop::PixelSize;
+
+constexpr std::uint32_t red = 0xffcc2020;
+constexpr std::uint32_t green = 0xff20a040;
+constexpr std::uint32_t black = 0xff000000;
+
+class WindowCaptureTest : public testing::Test, protected MirrorParts {
+  protected:
+    static CallWindow::Options plain(const std::string& colour) {
+        CallWindow::Options options;
+        options.colour = colour;
+        return options;
+    }
+
+    /// Every pixel has this colour and the picture this size.
+    static bool isPlain(const Image& image, std::uint32_t colour, PixelSize size) {
+        if (!image || image->size() != size)
+            return false;
+        const auto bitmap = image->readBack();
+        return bitmap.size == size && std::all_of(bitmap.pixels.begin(), bitmap.pixels.end(),
+                                                  [colour](std::uint32_t pixel) { return pixel == colour; });
+    }
+
+    bool becomesPlain(xcb_window_t window, std::uint32_t colour, PixelSize size = {640, 400}) {
+        return waitUntil([&] {
+            held = capture->image(window);
+            return isPlain(held, colour, size);
+        });
+    }
+
+    /// No new image comes for longer than a window's last drawing is looked after.
+    bool comesToRest(xcb_window_t window) {
+        return waitUntil([&] {
+            held = capture->image(window);
+            return holdsFor([&] { return capture->image(window) == held; }, std::chrono::milliseconds(1200));
+        });
+    }
+
+    /// How many of each kind the server keeps for the connection.
+    std::map<std::string, std::uint32_t> resources() {
+        std::map<std::string, std::uint32_t> counts;
+        const Reply<xcb_res_query_client_resources_reply_t> reply(xcb_res_query_client_resources_reply(
+            client.xcb(), xcb_res_query_client_resources(client.xcb(), connection->ownWindow()), nullptr));
+        for (auto it = xcb_res_query_client_resources_types_iterator(reply.get()); it.rem;
+             xcb_res_type_next(&it)) {
+            const Reply<xcb_get_atom_name_reply_t> name(xcb_get_atom_name_reply(
+                client.xcb(), xcb_get_atom_name(client.xcb(), it.data->resource_type), nullptr));
+            counts[std::string(xcb_get_atom_name_name(name.get()),
+                               xcb_get_atom_name_name_length(name.get()))] = it.data->count;
+        }
+        return counts;
+    }
+
+    Image held;
+};
+
+TEST_F(WindowCaptureTest, ShowsACoveredWindowLiveAndAnUnchangedOneAsTheSameObject) {
+    const CallWindow window(server, plain("cc2020"));
+    const CallWindow cover(server, plain("0000ff"));
+    ASSERT_TRUE(capture->permitted());
+    ASSERT_TRUE(becomesPlain(window.window(), red));
+    EXPECT_TRUE(comesToRest(window.window()));
+
+    const auto before = held;
+    window.tell("colour 20a040");
+    EXPECT_TRUE(waitUntil([&] { return capture->image(window.window()) != before; }));
+    EXPECT_TRUE(becomesPlain(window.window(), green));
+    EXPECT_TRUE(comesToRest(window.window()));
+}
+
+TEST_F(WindowCaptureTest, FollowsASizeChangeAndKeepsThePictureOfAnUnmappedWindow) {
+    const CallWindow window(server, plain("cc2020"));
+    ASSERT_TRUE(becomesPlain(window.window(), red));
+    window.tell("resize 300 200");
+    EXPECT_TRUE(becomesPlain(window.window(), red, {300, 200}));
+
+    window.tell("unmap");
+    ASSERT_TRUE(waitUntil([&] { return !WindowFacts(client).viewable(window.window()); }));
+    EXPECT_TRUE(isPlain(capture->image(window.window()), red, {300, 200}));
+    window.tell("map");
+    window.tell("colour 20a040");
+    EXPECT_TRUE(becomesPlain(window.window(), green, {300, 200}));
+}
+
+TEST_F(WindowCaptureTest, IsLiveAgainAfterAWindowManagerHidTheWindow) {
+    const WindowManager manager(server, WindowManagerKind::openbox);
+    const CallWindow window(server, plain("cc2020"));
+    WindowCommands commands(client);
+    const WindowFacts facts(client);
+    ASSERT_TRUE(becomesPlain(window.window(), red));
+
+    commands.minimize(window.window());
+    ASSERT_TRUE(waitUntil([&] { return !facts.viewable(window.window()); }));
+    EXPECT_TRUE(isPlain(capture->image(window.window()), red, {640, 400}));
+    commands.activate(window.window());
+    window.tell("colour 20a040");
+    EXPECT_TRUE(becomesPlain(window.window(), green));
+
+    commands.setDesktopCount(2);
+    commands.switchToDesktop(1);
+    ASSERT_TRUE(waitUntil([&] { return !facts.viewable(window.window()); }));
+    EXPECT_TRUE(isPlain(capture->image(window.window()), green, {640, 400}));
+    commands.switchToDesktop(0);
+    ASSERT_TRUE(waitUntil([&] { return facts.viewable(window.window()); }));
+    window.tell("colour cc2020");
+    EXPECT_TRUE(becomesPlain(window.window(), red));
+}
+
+TEST_F(WindowCaptureTest, SurvivesACompositingManagerComingAndGoing) {
+    const CallWindow window(server, plain("cc2020"));
+    ASSERT_TRUE(becomesPlain(window.window(), red));
+    {
+        const Picom picom(server);
+        window.tell("colour 20a040");
+        EXPECT_TRUE(becomesPlain(window.window(), green));
+        window.tell("resize 300 200");
+        EXPECT_TRUE(becomesPlain(window.window(), green, {300, 200}));
+    }
+    window.tell("colour cc2020");
+    EXPECT_TRUE(becomesPlain(window.window(), red, {300, 200}));
+}
+
+TEST_F(WindowCaptureTest, IsBlackUntilTheWindowIsFirstSeen) {
+    auto options = plain("cc2020");
+    const CallWindow window(server, options);
+    window.tell("unmap");
+    ASSERT_TRUE(waitUntil([&] { return !WindowFacts(client).viewable(window.window()); }));
+    EXPECT_TRUE(isPlain(held = capture->image(window.window()), black, {640, 400}));
+    EXPECT_EQ(capture->image(window.window()), held);
+    window.tell("map");
+    EXPECT_TRUE(becomesPlain(window.window(), red));
+}
+
+TEST_F(WindowCaptureTest, ShowsTheWindowWithoutItsBorderItsShadowAndItsAlpha) {
+    struct Row {
+        const char* what;
+        int border;
+        int alpha;
+        const char* extents;
+        PixelSize size;
+        std::uint32_t colour;
+    };
+    const Row rows[] = {
+        {"border", 7, -1, "", {640, 400}, red},
+        {"shadow", 0, -1, "10,20,30,40", {610, 330}, red},
+        {"shadow larger than the window", 0, -1, "320,320,0,0", {640, 400}, red},
+        {"shadow out of all bounds", 0, -1, "4294967295,2,0,0", {640, 400}, red},
+        {"alpha, which has darkened the colour", 0, 128, "", {640, 400}, 0xff661010},
+        {"all of them", 5, 255, "1,2,3,4", {637, 393}, red},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        auto options = plain("cc2020");
+        options.border = row.border;
+        options.alpha = row.alpha;
+        options.frameExtents = row.extents;
+        const CallWindow window(server, options);
+        EXPECT_TRUE(becomesPlain(window.window(), row.colour, row.size));
+    }
+}
+
+TEST_F(WindowCaptureTest, GivesNothingForAWindowThatIsGoneEvenIfItsNumberIsUsedAgain) {
+    EXPECT_EQ(capture->image(0), nullptr);
+    EXPECT_EQ(capture->image(client.root()), nullptr);
+    const auto window = xcb_generate_id(client.xcb());
+    EXPECT_EQ(capture->image(window), nullptr);
+    const auto create = [&] {
+        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 80, 60, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &red);
+        xcb_map_window(client.xcb(), window);
+        client.sync();
+    };
+    create();
+    ASSERT_TRUE(becomesPlain(window, red, {80, 60}));
+    xcb_destroy_window(client.xcb(), window);
+    create();
+    EXPECT_TRUE(waitUntil([&] { return capture->image(window) == nullptr; }));
+    EXPECT_TRUE(isPlain(held, red, {80, 60})) << "the last picture stays readable";
+    held.reset();
+    EXPECT_TRUE(becomesPlain(window, red, {80, 60})) << "nobody holds the old window's picture any more";
+}
+
+TEST_F(WindowCaptureTest, LeavesNothingOnTheServer) {
+    const CallWindow still(server, plain("cc2020"));
+    ASSERT_TRUE(becomesPlain(still.window(), red));
+    held.reset();
+    const auto before = resources();
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_TRUE(becomesPlain(still.window(), red));
+        const auto window = xcb_generate_id(client.xcb());
+        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 80, 60, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_map_window(client.xcb(), window);
+        client.sync();
+        const auto dying = capture->image(window);
+        xcb_destroy_window(client.xcb(), window);
+        client.sync();
+        held.reset();
+    }
+    waitUntil([&] { return resources() == before; });
+    EXPECT_EQ(resources(), before);
+}
+
+} // namespace
+} // namespace mirrolet::harness

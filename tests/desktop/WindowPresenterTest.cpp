@@ -1,0 +1,181 @@
+#include "tests/desktop/MirrorParts.h"
+#include "tests/desktop/harness/Similarity.h"
+#include "tests/desktop/harness/TextPage.h"
+#include "tests/desktop/harness/Wait.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace mirrolet::harness {
+namespace {
+
+using platform::desktop::Bitmap;
+using platform::desktop::PixelRect;
+using platform::desktop::PixelSize;
+using platform::desktop::WindowPresenter;
+
+class WindowPresenterTest : public testing::Test, protected MirrorParts {
+  protected:
+    WindowPresenterTest() : MirrorParts({.width = 2200, .height = 2200}) {}
+
+    void fill(xcb_window_t window, std::uint32_t colour, xcb_rectangle_t area) {
+        const auto context = xcb_generate_id(client.xcb());
+        xcb_create_gc(client.xcb(), context, window, XCB_GC_FOREGROUND, &colour);
+        xcb_poly_fill_rectangle(client.xcb(), window, context, 1, &area);
+        xcb_free_gc(client.xcb(), context);
+        client.sync();
+    }
+
+    /// The image after whatever was drawn last, first taken when there was none yet.
+    Image freshImage(xcb_window_t window, const Image& before) {
+        Image image;
+        waitUntil([&] { return (image = capture->image(window)) != before; });
+        return image;
+    }
+};
+
+TEST_F(WindowPresenterTest, PutsBackgroundPictureOverlayAndCornersOverEachOther) {
+    const auto source = makeWindow({300, 0, 100, 60});
+    fill(source, 0x2040c0, {0, 0, 100, 60});
+    Bitmap overlay{{80, 80}, std::vector<std::uint32_t>(80 * 80)};
+    overlay.pixels[40 * 80 + 5] = 0xffffffff;  // Over the picture.
+    overlay.pixels[40 * 80 + 6] = 0x80800000;  // Half of a red, over the picture.
+    overlay.pixels[70 * 80 + 40] = 0xff00ff00; // Over the background.
+    for (const auto depth : {std::uint8_t{24}, std::uint8_t{32}}) {
+        SCOPED_TRACE(static_cast<int>(depth));
+        const auto window = makeWindow({0, 0, 80, 80}, depth);
+        const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+        ASSERT_TRUE(presenter);
+        presenter->resize({80, 80}, 12);
+        presenter->setBackground(0xff101010);
+        presenter->setPicture(capture->image(source), {0, 16, 80, 48});
+        presenter->setOverlay(overlay);
+        presenter->present();
+
+        const auto seen = pixelsOf(window, {0, 0, 80, 80});
+        const std::uint32_t opaque = depth == 32 ? 0xff000000 : 0;
+        EXPECT_EQ(seen.at(40, 15), opaque | 0x101010);
+        EXPECT_EQ(seen.at(40, 16), opaque | 0x2040c0);
+        EXPECT_EQ(seen.at(0, 40), opaque | 0x2040c0);
+        EXPECT_EQ(seen.at(79, 63), opaque | 0x2040c0);
+        EXPECT_EQ(seen.at(40, 64), opaque | 0x101010);
+        EXPECT_EQ(seen.at(5, 40), opaque | 0xffffff);
+        EXPECT_NEAR(seen.at(6, 40) >> 16 & 0xff, 0x90, 2);
+        EXPECT_EQ(seen.at(40, 70), opaque | 0x00ff00);
+        for (const int x : {0, 79})
+            for (const int y : {0, 79})
+                EXPECT_EQ(seen.at(x, y), depth == 32 ? 0U : 0x101010U);
+        if (depth == 32) {
+            EXPECT_EQ(seen.at(12, 0) >> 24, 0xffU) << "where the circle ends";
+            const auto edge = seen.at(79 - 3, 4) >> 24; // On the circle, a little inside.
+            EXPECT_GT(edge, 0U);
+            EXPECT_EQ(edge, seen.at(3, 4) >> 24) << "the same on the other side";
+        }
+    }
+}
+
+TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
+    const auto source = makeWindow({0, 0, 801, 603});
+    drawTextPage(client, source, 801, 603);
+    struct Row {
+        PixelSize panel;
+        xcb_rectangle_t change;
+    };
+    const Row rows[] = {{{200, 150}, {101, 99, 1, 1}},   {{320, 241}, {0, 0, 33, 17}},
+                        {{320, 241}, {790, 595, 11, 8}}, {{613, 461}, {300, 300, 77, 5}},
+                        {{70, 53}, {400, 31, 3, 300}},   {{1200, 904}, {13, 590, 50, 13}},
+                        {{801, 603}, {1, 2, 3, 4}},      {{450, 339}, {640, 480, 2, 100}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(row.panel.width));
+        const auto window = makeWindow({100, 100, row.panel.width, row.panel.height});
+        const PixelRect whole{0, 0, row.panel.width, row.panel.height};
+        const auto partly = x11::X11WindowPresenter::make(*connection, window);
+        partly->resize(row.panel, 0);
+        const auto before = capture->image(source);
+        partly->setPicture(before, whole);
+        partly->present();
+        const auto earlier = pixelsOf(window, whole);
+        fill(source, 0xffffff, row.change);
+        partly->setPicture(freshImage(source, before), whole);
+        partly->present();
+        const auto seen = pixelsOf(window, whole);
+        EXPECT_NE(seen, earlier);
+
+        const auto anew = x11::X11WindowPresenter::make(*connection, window);
+        anew->resize(row.panel, 0);
+        anew->setPicture(capture->image(source), whole);
+        anew->present();
+        EXPECT_EQ(pixelsOf(window, whole), seen);
+        drawTextPage(client, source, 801, 603);
+    }
+}
+
+TEST_F(WindowPresenterTest, DrawsNothingWithoutAChangeAndRepairsWhatTheServerLost) {
+    const auto source = makeWindow({300, 0, 100, 60});
+    const auto window = makeWindow({0, 0, 100, 60});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+    presenter->present();
+    presenter->repair({0, 0, 100, 60});
+    presenter->resize({100, 60}, 0);
+    presenter->setBackground(0xff336699);
+    const auto image = capture->image(source);
+    presenter->setPicture(image, {0, 0, 50, 60});
+    presenter->present();
+    ASSERT_EQ(pixelsOf(window, {0, 0, 100, 60}).at(75, 30), 0x336699U);
+
+    fill(window, 0xff0000, {0, 0, 100, 60});
+    presenter->setBackground(0xff336699);
+    presenter->setPicture(image, {0, 0, 50, 60});
+    presenter->present();
+    EXPECT_EQ(pixelsOf(window, {0, 0, 100, 60}).at(75, 30), 0xff0000U);
+    presenter->repair({70, 0, 500, 500});
+    EXPECT_EQ(pixelsOf(window, {0, 0, 100, 60}).at(69, 30), 0xff0000U);
+    EXPECT_EQ(pixelsOf(window, {0, 0, 100, 60}).at(70, 30), 0x336699U);
+}
+
+TEST_F(WindowPresenterTest, TakesAnOverlayLargerThanARequestMayBe) {
+    const PixelSize size{2100, 2100}; // 17 MB; the server takes 16 at once.
+    const auto window = makeWindow({0, 0, size.width, size.height});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+    presenter->resize(size, 0);
+    presenter->setOverlay({size, std::vector<std::uint32_t>(2100 * 2100, 0xff123456)});
+    presenter->present();
+    EXPECT_EQ(pixelsOf(window, {2099, 2099, 1, 1}).at(0, 0), 0x123456U);
+}
+
+TEST_F(WindowPresenterTest, SurvivesTheEndOfItsWindow) {
+    const auto window = makeWindow({0, 0, 100, 60});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+    presenter->resize({100, 60}, 5);
+    xcb_destroy_window(client.xcb(), window);
+    client.sync();
+    presenter->setBackground(0xff336699);
+    presenter->present();
+    EXPECT_EQ(x11::X11WindowPresenter::make(*connection, window), nullptr);
+    EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
+}
+
+TEST_F(WindowPresenterTest, KeepsSmallTextSharpAtEveryRatio) {
+    constexpr PixelSize size{1280, 800};
+    const auto source = makeWindow({0, 0, size.width, size.height});
+    drawTextPage(client, source, size.width, size.height);
+    const auto image = capture->image(source);
+    const auto original = pictureOf(image);
+    for (const double ratio : {1.3, 1.9, 2.7, 3.99, 4.0, 6.4, 7.5, 12.8}) {
+        const int width = static_cast<int>(std::lround(size.width / ratio));
+        const int height = static_cast<int>(std::lround(size.height / ratio));
+        const auto window = makeWindow({0, 0, width, height});
+        const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+        presenter->resize({width, height}, 0);
+        presenter->setPicture(image, {0, 0, width, height});
+        presenter->present();
+        EXPECT_GE(similarity(pixelsOf(window, {0, 0, width, height}), areaAverage(original, width, height)),
+                  0.96)
+            << "shrunk " << ratio << " times";
+        xcb_destroy_window(client.xcb(), window);
+    }
+}
+
+} // namespace
+} // namespace mirrolet::harness

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "tests/desktop/harness/XClient.h"
+
+#include <xcb/xcb.h>
+
+namespace mirrolet::harness {
+
+/// Fills a drawable of depth 24 with a page of small coloured text on a dark ground, as a terminal shows it:
+/// the hardest common picture to scale down. The same page every time, from the server's built-in font.
+void drawTextPage(XClient& client, xcb_drawable_t drawable, int width, int height);
+
+} // namespace mirrolet::harness

@@ -1,0 +1,243 @@
+#include "app/AppDelegate.h"
+
+#include "platform/appkit/NSApplication.h"
+#include "platform/appkit/NSMenu.h"
+#include "settings/SettingsStore.h"
+#include "tests/unit/DesktopTest.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace mirrolet {
+namespace {
+
+using namespace platform;
+using desktop::WindowRow;
+
+constexpr desktop::WindowNumber callWindow = 77;
+constexpr desktop::WindowNumber editorWindow = 78;
+constexpr std::int32_t messengerPid = 4001;
+constexpr std::int32_t editorPid = 4002;
+// Option-Command-P and Option-Command-F by the place of the keys.
+const desktop::fake::FakeHotKeys::Combination showHide{25, desktop::superModifier | desktop::altModifier};
+const desktop::fake::FakeHotKeys::Combination startClose{33, desktop::superModifier | desktop::altModifier};
+
+class AppDelegateTest : public DesktopTest {
+  protected:
+    AppDelegateTest() {
+        desktop.applications().add({messengerPid, "WhatsApp", "net.whatsapp.WhatsApp"});
+        desktop.applications().add({editorPid, "Editor", "org.example.Editor"});
+        desktop.capture().setPicture(callWindow, {400, 300}, 0x101010);
+        desktop.capture().setPicture(editorWindow, {800, 600}, 0x202020);
+        atEnd.emplace_back([this] {
+            delegate->applicationWillTerminate();
+            time.run();
+            delegate.reset();
+        });
+    }
+
+    void launch() {
+        delegate->applicationDidFinishLaunching();
+        time.run();
+    }
+    void press(const desktop::fake::FakeHotKeys::Combination& keys) {
+        desktop.hotKeys().press(keys);
+        time.run();
+    }
+    void callAppears() {
+        desktop.windowList().setWindows({{call, editor}});
+        time.advance(2);
+    }
+    void callEnds() {
+        desktop.windowList().setWindows({{editor}});
+        time.advance(2);
+    }
+    void accept() {
+        delegate->promptPanel->respond(true);
+        time.run();
+    }
+    NSMenuItem& entry(std::size_t index) { return *delegate->statusItem->menu()->items().at(index); }
+    std::optional<desktop::WindowNumber> mirrored() const {
+        return delegate->pipController && delegate->pipController->panel
+                   ? std::optional(delegate->pipController->windowID)
+                   : std::nullopt;
+    }
+    /// Presses a button of the alert that comes up next; gives its text afterwards.
+    void answerNextAlert(int button) {
+        QTimer::singleShot(0, [this, button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            alertText = box->text().toStdString();
+            box->buttons().at(button)->click();
+        });
+    }
+
+    int argc = 0;
+    NSApplication application{argc, nullptr};
+    const WindowRow call{callWindow, {10, 10, 400, 300}, 0, messengerPid, "WhatsApp", "Video Call"};
+    const WindowRow editor{editorWindow, {0, 0, 800, 600}, 0, editorPid, "Editor", "notes"};
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make();
+    std::string alertText;
+};
+
+TEST_F(AppDelegateTest, ADetectionIsOfferedMirroredOnAcceptanceAndEndsWithTheCall) {
+    launch();
+    callAppears();
+    ASSERT_NE(delegate->promptPanel, nullptr);
+    EXPECT_TRUE(delegate->activeSession);
+    accept();
+    EXPECT_EQ(delegate->promptPanel, nullptr);
+    EXPECT_EQ(mirrored(), callWindow);
+    callEnds();
+    EXPECT_EQ(mirrored(), std::nullopt);
+    EXPECT_FALSE(delegate->activeSession);
+    EXPECT_EQ(desktop.capture().imagesHeld(), 0);
+}
+
+TEST_F(AppDelegateTest, ADeclinedCallIsNotOfferedAgainButTheNextOneIs) {
+    launch();
+    callAppears();
+    delegate->promptPanel->respond(false);
+    EXPECT_FALSE(delegate->activeSession);
+    time.advance(10);
+    EXPECT_EQ(delegate->promptPanel, nullptr);
+    callEnds();
+    callAppears();
+    EXPECT_NE(delegate->promptPanel, nullptr);
+}
+
+TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
+    launch();
+    callAppears();
+    accept();
+    delegate->pipController->panel->closeButtonTapped();
+    time.run();
+    EXPECT_TRUE(delegate->activeSession);
+    entry(1).performAction(); // Refused as well.
+    EXPECT_EQ(delegate->promptPanel, nullptr);
+    press(startClose);
+    EXPECT_FALSE(delegate->activeSession);
+    EXPECT_EQ(mirrored(), std::nullopt);
+    desktop.applications().setFrontmost(editorPid);
+    press(startClose);
+    EXPECT_EQ(mirrored(), editorWindow);
+}
+
+TEST_F(AppDelegateTest, ACaptureThatFailsFreesTheWayForTheNextSession) {
+    launch();
+    desktop.windowList().setWindows({{editor}});
+    press(startClose);
+    EXPECT_EQ(mirrored(), editorWindow);
+    desktop.capture().destroyWindow(editorWindow);
+    time.advance(0.2);
+    EXPECT_EQ(delegate->pipController, nullptr);
+    EXPECT_FALSE(delegate->activeSession);
+}
+
+TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
+    launch();
+    press(startClose); // No window: silence.
+    EXPECT_FALSE(delegate->activeSession);
+    callAppears();
+    press(startClose);
+    EXPECT_EQ(delegate->promptPanel, nullptr);
+    EXPECT_FALSE(delegate->activeSession);
+    desktop.applications().setFrontmost(9999); // Owns no window: the largest of all is taken.
+    press(startClose);
+    EXPECT_EQ(mirrored(), editorWindow);
+    press(startClose);
+    EXPECT_EQ(mirrored(), std::nullopt);
+}
+
+TEST_F(AppDelegateTest, TheShowHideShortcutHidesAndShowsTheSamePanel) {
+    launch();
+    press(showHide); // Without a session: nothing.
+    callAppears();
+    press(showHide); // With only a prompt: nothing.
+    accept();
+    const auto panel = delegate->pipController->panel;
+    press(showHide);
+    EXPECT_FALSE(panel->isVisible());
+    EXPECT_TRUE(delegate->activeSession);
+    press(showHide);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(delegate->pipController->panel, panel);
+}
+
+TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
+    SettingsStore::shared().setStartMonitoringOnLaunch(false);
+    launch();
+    SettingsStore::shared().setStartMonitoringOnLaunch(true);
+    ASSERT_EQ(delegate->statusItem->menu()->items().size(), 6u);
+    EXPECT_EQ(entry(0).title(), "Monitoring Paused");
+    EXPECT_EQ(entry(1).title(), "PiP Frontmost Window");
+    EXPECT_EQ(entry(3).title(), "Settings…");
+    EXPECT_EQ(entry(5).title(), "Quit Mirrolet");
+    entry(0).performAction();
+    EXPECT_EQ(entry(0).title(), "Monitoring Active");
+    callAppears();
+    accept();
+    entry(0).performAction(); // Pausing during a call ends its mirror.
+    time.run();
+    EXPECT_EQ(entry(0).title(), "Monitoring Paused");
+    EXPECT_EQ(mirrored(), std::nullopt);
+}
+
+TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
+    launch();
+    answerNextAlert(0);
+    entry(1).performAction();
+    EXPECT_EQ(alertText, "No Window Found");
+    EXPECT_FALSE(delegate->activeSession);
+    desktop.windowList().setWindows({{editor}});
+    entry(1).performAction();
+    ASSERT_NE(delegate->promptPanel, nullptr);
+    accept();
+    EXPECT_EQ(mirrored(), editorWindow);
+}
+
+TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
+    desktop.capture().setPermitted(false);
+    launch();
+    callAppears();
+    answerNextAlert(1);
+    accept();
+    EXPECT_EQ(alertText, "Screen Recording Access Needed");
+    EXPECT_EQ(mirrored(), std::nullopt);
+    EXPECT_FALSE(delegate->activeSession);
+}
+
+TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing) {
+    auto& store = SettingsStore::shared();
+    launch();
+    callAppears();
+    accept();
+    const auto held = desktop.hotKeys().held();
+    const int reads = desktop.windowList().reads();
+    store.setPromptTimeout(15);
+    time.run();
+    EXPECT_EQ(desktop.hotKeys().held(), held);
+    EXPECT_EQ(desktop.windowList().reads(), reads);
+
+    store.setShortcutKeyCode(0); // The A key.
+    time.run();
+    const desktop::fake::FakeHotKeys::Combination changed{30, showHide.second};
+    EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(changed, startClose));
+    store.setPollInterval(5);
+    time.run();
+    EXPECT_EQ(desktop.windowList().reads(), reads + 1); // A new timer polls at once, and the call goes on.
+    EXPECT_EQ(mirrored(), callWindow);
+    store.setPipAlwaysOnTop(false);
+    time.run();
+    EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::normal);
+
+    store.setShortcutKeyCode(35);
+    store.setPollInterval(2);
+    store.setPipAlwaysOnTop(true);
+}
+
+} // namespace
+} // namespace mirrolet

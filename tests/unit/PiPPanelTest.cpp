@@ -1,0 +1,235 @@
+#include "pip/PiPController.h"
+#include "platform/appkit/NSScreen.h"
+#include "platform/appkit/ViewTree.h"
+#include "settings/SettingsStore.h"
+#include "tests/unit/DesktopTest.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QWindow>
+
+namespace mirrolet {
+namespace {
+
+using namespace platform;
+
+constexpr desktop::WindowNumber callWindow = 77;
+
+/// Sends pointer events to the panel's native window, at positions from the main screen's top-left corner.
+class Pointer {
+  public:
+    explicit Pointer(QWindow& target) : window(target) {}
+
+    void press(QPointF at) { send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton); }
+    void drag(QPointF at) { send(QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton); }
+    void release(QPointF at) { send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton); }
+    void click(QPointF at) {
+        press(at);
+        release(at);
+    }
+    void enter(QPointF at) {
+        QEnterEvent event(at - window.position(), at - window.position(), at);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+    void leave() {
+        QEvent event(QEvent::Leave);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+
+  private:
+    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at - window.position(), at, button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+
+    QWindow& window;
+};
+
+class PiPPanelTest : public DesktopTest {
+  protected:
+    PiPPanelTest() {
+        panel->orderFrontRegardless();
+        settle();
+        atEnd.emplace_back([this] { panel->close(); });
+        atEnd.emplace_back([this] { panel.reset(); });
+    }
+
+    static void settle() { QCoreApplication::processEvents(); }
+    static QWindow& native() { return *QGuiApplication::topLevelWindows().first(); }
+    desktop::fake::PresenterRecord& presented() { return *desktop.presenters().back(); }
+
+    std::shared_ptr<PiPPanel> panel = PiPPanel::make({{200, 300}, {100, 80}});
+};
+
+TEST_F(PiPPanelTest, AMoveFollowsThePointerAndIsNotClamped) {
+    Pointer pointer(native());
+    const QPointF start = native().position() + QPoint(50, 40);
+    pointer.press(start);
+    pointer.drag(start + QPointF(30, 20));
+    EXPECT_EQ(panel->frame(), (NSRect{{230, 280}, {100, 80}}));
+    pointer.drag(start + QPointF(-5000, 0));
+    EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
+    pointer.release(start);
+    pointer.drag(start + QPointF(10, 10)); // The press of this one never came.
+    EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
+}
+
+TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
+    Pointer pointer(native());
+    const QPointF grip = native().position() + QPoint(95, 75);
+    pointer.press(grip);
+    pointer.drag(grip + QPointF(60, 40));
+    EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
+    EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
+    EXPECT_EQ(panel->resizeHandle->frame(), (NSRect{{136, 0}, {24, 24}}));
+    EXPECT_EQ(panel->contentView()->trackingAreas().size(), 1u);
+    for (const double step : {-70.0, -70.0, -70.0}) // Ends at 50 and stays there.
+        pointer.drag(grip + QPointF(step, step) * 2);
+    EXPECT_EQ(panel->frame(), (NSRect{{200, 330}, {50, 50}}));
+    pointer.release(grip);
+}
+
+TEST_F(PiPPanelTest, TheCloseButtonAsksOnceAndIsNotADrag) {
+    int asked = 0;
+    panel->onCloseRequested = [&] { ++asked; };
+    Pointer pointer(native());
+    const QPointF button = native().position() + QPoint(18, 18);
+    pointer.click(button);
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(panel->dragOrigin);
+    pointer.press(button);
+    pointer.release(native().position() + QPoint(60, 60)); // Let go outside: a change of mind.
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(PiPPanelTest, TheCloseButtonFadesInUnderThePointerAndOutAgain) {
+    Pointer pointer(native());
+    const auto waitForAlpha = [this](double alpha) {
+        const QDeadlineTimer deadline(5000);
+        while (panel->closeButton->alphaValue() != alpha && !deadline.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        return panel->closeButton->alphaValue();
+    };
+    EXPECT_EQ(panel->closeButton->alphaValue(), 0);
+    pointer.enter(native().position() + QPoint(50, 40));
+    EXPECT_EQ(waitForAlpha(1), 1);
+    panel->setFrame({{200, 300}, {120, 90}}, true); // Comes and goes under the pointer: not a new entry.
+    EXPECT_EQ(panel->closeButton->alphaValue(), 1);
+    pointer.leave();
+    EXPECT_EQ(waitForAlpha(0), 0);
+}
+
+TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPaintedOnlyWhenItChanges) {
+    desktop.capture().setPicture(callWindow, {400, 200}, 0x336699);
+    const auto image = desktop.capture().image(callWindow);
+    const int overlays = presented().overlaysSet;
+    for (int frame = 0; frame < 3; ++frame) {
+        panel->imageView->setImage(std::make_shared<NSImage>(image, NSSize{400, 200}));
+        settle();
+    }
+    EXPECT_EQ(presented().picture, image);
+    EXPECT_EQ(presented().pictureTarget, (desktop::PixelRect{0, 15, 100, 50}));
+    EXPECT_EQ(presented().picturesSet, 2); // None at first, then this one, once.
+    EXPECT_EQ(presented().overlaysSet, overlays);
+    EXPECT_EQ(presented().background, 0xff000000u);
+    EXPECT_EQ(presented().cornerRadius, 10);
+
+    const auto& overlay = presented().overlay;
+    const auto pixel = [&](int x, int y) { return overlay.pixels[static_cast<std::size_t>(y) * 100 + x]; };
+    EXPECT_EQ(pixel(50, 40), 0u);           // Nothing over the picture,
+    EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // the border in white at a quarter,
+    EXPECT_EQ(pixel(14, 14), 0u);           // no close button until the pointer comes,
+    EXPECT_GT(pixel(92, 72) >> 24, 100u);   // a stroke of the grip,
+    EXPECT_EQ(pixel(96, 75), 0u);           // and nothing where its first segment has no length.
+}
+
+TEST_F(PiPPanelTest, ALevelOnTheOtherSideOfNormalGetsAWindowOfTheOtherKind) {
+    EXPECT_EQ(desktop.panelWindows().back()->stacking, desktop::PanelStacking::floating);
+    panel->setLevel(NSWindowLevel::normal);
+    settle();
+    ASSERT_EQ(desktop.panelWindows().size(), 2u);
+    EXPECT_FALSE(desktop.panelWindows().front()->alive);
+    EXPECT_EQ(desktop.panelWindows().back()->stacking, desktop::PanelStacking::amongNormal);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(desktop.panelWindows().back()->keyboardsTaken, 0);
+}
+
+class PiPControllerTest : public DesktopTest {
+  protected:
+    PiPControllerTest() {
+        desktop.capture().setPicture(callWindow, {400, 200}, 0x336699);
+        controller->onClose = [this] { ++closed; };
+        atEnd.emplace_back([this] { controller->stop(); });
+        atEnd.emplace_back([this] { controller.reset(); });
+    }
+    ~PiPControllerTest() override { SettingsStore::shared().setPipAlwaysOnTop(true); }
+
+    std::shared_ptr<PiPController> controller = std::make_shared<PiPController>(callWindow);
+    int closed = 0;
+};
+
+TEST_F(PiPControllerTest, StartsOnceCapturesAtOnceAndThenFifteenTimesASecond) {
+    controller->start();
+    const auto panel = controller->panel;
+    controller->start();
+    EXPECT_EQ(controller->panel, panel);
+    time.run();
+    EXPECT_EQ(desktop.capture().captures(callWindow), 1);
+    EXPECT_TRUE(panel->imageView->showsWindow());
+    EXPECT_EQ(panel->imageView->image()->size(), (NSSize{400, 200}));
+    time.advance(2);
+    EXPECT_NEAR(desktop.capture().captures(callWindow), 31, 1);
+}
+
+TEST_F(PiPControllerTest, AWindowThatIsGoneEndsTheSessionOnceAndTellsTheOwner) {
+    controller->start();
+    time.run();
+    desktop.capture().destroyWindow(callWindow);
+    time.advance(0.2);
+    EXPECT_FALSE(controller->isRunning());
+    EXPECT_EQ(controller->panel, nullptr);
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(desktop.capture().imagesHeld(), 0);
+    EXPECT_FALSE(desktop.panelWindows().back()->alive);
+}
+
+TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropped) {
+    controller->start();
+    time.run();
+    const auto panel = controller->panel;
+    panel->closeButtonTapped();
+    EXPECT_FALSE(controller->isRunning());
+    EXPECT_EQ(controller->panel, nullptr);
+    EXPECT_TRUE(panel->isVisible()); // It closes on the next turn.
+    time.run();
+    EXPECT_FALSE(panel->isVisible());
+    const int captures = desktop.capture().captures(callWindow);
+    time.advance(1);
+    EXPECT_EQ(desktop.capture().captures(callWindow), captures);
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(PiPControllerTest, TakesItsLevelFromTheSettingsWhenItStarts) {
+    SettingsStore::shared().setPipAlwaysOnTop(false);
+    controller->start();
+    EXPECT_EQ(controller->panel->level(), 0);
+    EXPECT_EQ(desktop.panelWindows().back()->stacking, desktop::PanelStacking::amongNormal);
+}
+
+TEST_F(PiPControllerTest, StandsInEachCornerTwentyFourPointsFromTheVisibleEdges) {
+    const NSRect visible = NSScreen::main()->visibleFrame;
+    const double left = visible.minX() + 24;
+    const double right = visible.maxX() - 124;
+    const double lower = visible.minY() + 24;
+    const double upper = visible.maxY() - 124;
+    EXPECT_EQ(PiPController::initialFrame(PiPCorner::bottomRight), (NSRect{{right, lower}, {100, 100}}));
+    EXPECT_EQ(PiPController::initialFrame(PiPCorner::bottomLeft), (NSRect{{left, lower}, {100, 100}}));
+    EXPECT_EQ(PiPController::initialFrame(PiPCorner::topRight), (NSRect{{right, upper}, {100, 100}}));
+    EXPECT_EQ(PiPController::initialFrame(PiPCorner::topLeft), (NSRect{{left, upper}, {100, 100}}));
+}
+
+} // namespace
+} // namespace mirrolet
