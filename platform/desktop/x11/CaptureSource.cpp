@@ -115,7 +115,7 @@ void CaptureSource::nameAgain() {
         return; // Nothing to see, ever.
     const PixelSize size{geometry->width, geometry->height};
     knownGeometry = packed(size, geometry->border_width);
-    const auto shadow = FrameExtents::from(extents.get());
+    const auto shadow = FrameExtents::from(propertyIn(extents));
     if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
         namePixmap(attributes->visual, geometry->border_width, shadow);
     const auto visible = shadow.visiblePart(size);

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/desktop/Pixels.h"
-
-#include <xcb/xcb.h>
+#include "platform/desktop/x11/Property.h"
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -14,9 +13,8 @@ struct FrameExtents {
     int top = 0;
     int bottom = 0;
 
-    /// From the property's reply, which may be missing. Clients write what they like: none if the type,
-    /// length or values make no sense.
-    static FrameExtents from(const xcb_get_property_reply_t* reply);
+    /// Clients write what they like: none if the type, length or values make no sense.
+    static FrameExtents from(const Property& property);
     /// The visible part of a window of this size. All of it if nothing would be left.
     [[nodiscard]] PixelRect visiblePart(PixelSize window) const;
 };

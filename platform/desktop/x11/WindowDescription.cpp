@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/WindowDescription.h"
 
+#include "platform/desktop/x11/FrameExtents.h"
 #include "platform/desktop/x11/WindowText.h"
 
 #include <algorithm>
@@ -42,17 +43,9 @@ Role roleOf(const Property& types, const Atoms& atoms) {
     return Role::ordinary;
 }
 
-/// Extents that leave nothing of the window are a lie or belong to another size: then the whole window
-/// counts.
-PixelRect withoutShadow(PixelRect bounds, const Property& frameExtents) {
-    const auto extents = frameExtents.items(XCB_ATOM_CARDINAL);
-    if (extents.size() != 4)
-        return bounds;
-    const std::int64_t left = extents[0], right = extents[1], top = extents[2], bottom = extents[3];
-    if (left + right >= bounds.width || top + bottom >= bounds.height)
-        return bounds;
-    return {static_cast<int>(bounds.x + left), static_cast<int>(bounds.y + top),
-            static_cast<int>(bounds.width - left - right), static_cast<int>(bounds.height - top - bottom)};
+PixelRect withoutShadow(const PixelRect& bounds, const Property& frameExtents) {
+    const auto visible = FrameExtents::from(frameExtents).visiblePart({bounds.width, bounds.height});
+    return {bounds.x + visible.x, bounds.y + visible.y, visible.width, visible.height};
 }
 
 std::string utf8Title(const Property& name) {

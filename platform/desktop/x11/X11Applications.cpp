@@ -5,12 +5,15 @@
 #include "platform/foundation/DesktopEntryFiles.h"
 
 #include <unistd.h>
+#include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
 
 X11Applications::X11Applications(X11Connection& connection, KeyboardLoan& loan)
-    : connection(connection), loan(loan),
-      book(getpid(), ProcFolder(), DesktopEntryIndex(userApplicationFolders())) {}
+    : X11Applications(connection, loan, DesktopEntryIndex(userApplicationFolders())) {}
+
+X11Applications::X11Applications(X11Connection& connection, KeyboardLoan& loan, DesktopEntryIndex entries)
+    : connection(connection), loan(loan), book(getpid(), ProcFolder(), std::move(entries)) {}
 
 std::optional<Application> X11Applications::frontmost() {
     const xcb_window_t lender = loan.window();

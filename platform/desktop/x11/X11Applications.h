@@ -14,6 +14,7 @@ namespace mirrolet::platform::desktop::x11 {
 class X11Applications final : public Applications {
   public:
     X11Applications(X11Connection& connection, KeyboardLoan& loan);
+    X11Applications(X11Connection& connection, KeyboardLoan& loan, DesktopEntryIndex entries);
 
     std::optional<Application> frontmost() override;
     std::optional<Application> running(std::int32_t pid) override { return book.running(pid); }

@@ -1,0 +1,184 @@
+#include "platform/desktop/x11/ApplicationResolver.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+namespace {
+
+using namespace std::string_literals;
+
+std::string entryText(const std::string& lines) {
+    return "[Desktop Entry]\nType=Application\nName=Some name\n" + lines + "\n";
+}
+
+/// Entries as distributions, browsers, Flatpak and snapd write them.
+DesktopEntries recordedEntries() {
+    const std::vector<std::pair<std::string, std::string>> recorded = {
+        {"google-chrome", "Exec=/usr/bin/google-chrome-stable %U"},
+        {"chrome-aaa-Default",
+         "Exec=/opt/google/chrome/google-chrome --profile-directory=Default --app-id=aaa\n"
+         "StartupWMClass=crx_aaa"},
+        {"chrome-bbb-Default", "Exec=/opt/google/chrome/google-chrome --app-id=bbb\nStartupWMClass=crx_bbb"},
+        {"brave-browser", "Exec=brave-browser-stable %U"},
+        {"brave-aaa-Default", "Exec=brave-browser --app-id=aaa\nStartupWMClass=crx_aaa"},
+        {"msedge-ccc-Default", "Exec=microsoft-edge --app-id=ccc"},
+        {"org.telegram.desktop", "Exec=/usr/bin/flatpak run --command=telegram org.telegram.desktop\n"
+                                 "X-Flatpak=org.telegram.desktop"},
+        {"org.libreoffice.LibreOffice", "Exec=flatpak run org.libreoffice.LibreOffice\nX-Flatpak=x"},
+        {"org.libreoffice.LibreOffice.writer", "Exec=flatpak run org.libreoffice.LibreOffice "
+                                               "--writer\nX-Flatpak=x\nStartupWMClass=libreoffice-writer"},
+        {"firefox_firefox",
+         "Exec=env BAMF_DESKTOP_FILE_HINT=x /snap/bin/firefox %u\nX-SnapInstanceName=firefox"},
+        {"code-url-handler", "Exec=/usr/share/code/code --open-url %U\nStartupWMClass=Code\nNoDisplay=true"},
+        {"code", "Exec=/usr/share/code/code %F\nStartupWMClass=Code"},
+        {"signal-desktop", "Exec=/opt/Signal/signal-desktop %U\nStartupWMClass=Signal"},
+        {"org.gnome.Terminal", "Exec=gnome-terminal"},
+        {"org.gnome.Nautilus", "Exec=nautilus --new-window"},
+        {"debian-xterm", "Exec=xterm"},
+        {"htop", "Exec=htop\nTerminal=true"},
+        {"python3.11", "Exec=/usr/bin/python3.11\nTerminal=true"},
+        {"someones-script", "Exec=python3 /opt/some.py"},
+        {"org.kde.kate", "Exec=kate -b %U"},
+        {"box-gimp", "Exec=distrobox-enter -n box -- gimp %U\nStartupWMClass=gimp-2.10"},
+        {"net.sf.player", "Exec=env GDK_BACKEND=x11 /usr/bin/player-bin --gui"},
+    };
+    DesktopEntries entries;
+    for (const auto& [id, lines] : recorded)
+        entries.add(
+            parseDesktopEntry(entryText(lines), id, "/usr/share/applications/" + id + ".desktop").value());
+    return entries;
+}
+
+ProcessFacts program(const std::string& executable) {
+    return {100, "", executable, "", "0::/user.slice\n", ""};
+}
+
+ProcessFacts startedBy(const std::string& entry, const std::string& executable,
+                       const std::string& pid = "100") {
+    auto facts = program(executable);
+    facts.environment =
+        "HOME=/h\0GIO_LAUNCHED_DESKTOP_FILE="s + entry + "\0GIO_LAUNCHED_DESKTOP_FILE_PID="s + pid + "\0"s;
+    return facts;
+}
+
+ProcessFacts inFlatpak(const std::string& id) {
+    auto facts = program("/app/bin/program");
+    facts.flatpakInfo = "[Application]\nname=" + id + "\nruntime=r\n\n[Instance]\nname=other\n";
+    return facts;
+}
+
+ProcessFacts inGroup(const std::string& cgroup, const std::string& executable) {
+    auto facts = program(executable);
+    facts.cgroup = "0::/user.slice/user-1000.slice/app.slice/" + cgroup + "\n";
+    return facts;
+}
+
+struct Case {
+    const char* what;
+    WindowClass window;
+    ProcessFacts process;
+    const char* expected; ///< Empty: no entry.
+};
+
+TEST(ApplicationResolver, FindsTheEntryOfAWindow) {
+    const auto entries = recordedEntries();
+    const auto chrome = program("/opt/google/chrome/chrome");
+    const std::string folder = "/usr/share/applications/";
+    const std::string uuid = "0c4ddff5\\x2d3e80\\x2d4dd3\\x2db0b2\\x2d4c1f6d6a2a55";
+    const std::vector<Case> cases = {
+        {"browser", {"google-chrome", "Google-chrome", ""}, chrome, "google-chrome"},
+        {"web application of it", {"crx_aaa", "Google-chrome", ""}, chrome, "chrome-aaa-Default"},
+        {"another one of the same process", {"crx_bbb", "Google-chrome", ""}, chrome, "chrome-bbb-Default"},
+        {"the same one in another browser",
+         {"crx_aaa", "Brave-browser", ""},
+         program("/opt/brave.com/brave/brave"),
+         "brave-aaa-Default"},
+        {"one known by its number only",
+         {"crx__ccc", "Microsoft-edge", ""},
+         program("/e"),
+         "msedge-ccc-Default"},
+        {"nothing after the prefix", {"crx_", "Google-chrome", ""}, chrome, "google-chrome"},
+        {"browser that a web application's launcher started",
+         {"google-chrome", "Google-chrome", ""},
+         startedBy(folder + "chrome-aaa-Default.desktop", "/opt/google/chrome/chrome"),
+         "google-chrome"},
+        {"second web application of that browser",
+         {"crx_bbb", "Google-chrome", ""},
+         startedBy(folder + "chrome-aaa-Default.desktop", "/opt/google/chrome/chrome"),
+         "chrome-bbb-Default"},
+        {"Flatpak",
+         {"telegram", "TelegramDesktop", ""},
+         inFlatpak("org.telegram.desktop"),
+         "org.telegram.desktop"},
+        {"Flatpak by control group",
+         {"telegram", "TelegramDesktop", ""},
+         inGroup("app-flatpak-org.telegram.desktop-2171.scope", ""),
+         "org.telegram.desktop"},
+        {"one of several entries of a Flatpak",
+         {"libreoffice", "libreoffice-writer", ""},
+         inFlatpak("org.libreoffice.LibreOffice"),
+         "org.libreoffice.LibreOffice.writer"},
+        {"Flatpak without an entry is not the system's program",
+         {"kate", "kate", ""},
+         inFlatpak("org.other.App"),
+         ""},
+        {"the system's program is not the Flatpak", {"d", "org.telegram.desktop", ""}, program("/opt/t"), ""},
+        {"Snap",
+         {"Navigator", "firefox", ""},
+         inGroup("snap.firefox.firefox-" + uuid + ".scope", "/snap/firefox/1/usr/lib/firefox/firefox"),
+         "firefox_firefox"},
+        {"Snap of older make",
+         {"Navigator", "firefox", ""},
+         inGroup("snap.firefox.firefox." + uuid + ".scope", "/snap/firefox/1/firefox"),
+         "firefox_firefox"},
+        {"program started from within a snap",
+         {"xterm", "XTerm", ""},
+         inGroup("snap.code.code-" + uuid + ".scope", "/usr/bin/xterm"),
+         "debian-xterm"},
+        {"Electron program",
+         {"signal", "Signal", ""},
+         program("/opt/Signal/signal-desktop"),
+         "signal-desktop"},
+        {"handler of links beside the program",
+         {"code", "Code", ""},
+         program("/usr/share/code/code"),
+         "code"},
+        {"Electron without a name of its own",
+         {"electron", "Electron", ""},
+         program("/usr/lib/electron25"),
+         ""},
+        {"by toolkit", {"g", "G", "org.gnome.Nautilus"}, program("/usr/bin/nautilus"), "org.gnome.Nautilus"},
+        {"launcher's note",
+         {"tool", "Tool", ""},
+         startedBy("/home/u/.config/autostart/org.kde.kate.desktop", "/opt/tool"),
+         "org.kde.kate"},
+        {"inherited note counts for nothing",
+         {"xterm", "XTerm", ""},
+         startedBy(folder + "org.gnome.Terminal.desktop", "/usr/bin/xterm", "99"),
+         "debian-xterm"},
+        {"terminal that a launcher opened for a text program",
+         {"xterm", "XTerm", ""},
+         startedBy(folder + "htop.desktop", "/usr/bin/xterm"),
+         "htop"},
+        {"program of a terminal by name", {"htop", "Htop", ""}, program("/usr/bin/xterm"), "htop"},
+        {"script is not its interpreter", {"tk", "Tk", ""}, program("/usr/bin/python3.11"), ""},
+        {"last part of the file ID", {"kate", "Kate", ""}, program("/usr/bin/kate"), "org.kde.kate"},
+        {"program behind env", {"x", "Strange", ""}, program("/usr/bin/player-bin"), "net.sf.player"},
+        {"container",
+         {"gimp-2.10", "Gimp-2.10", ""},
+         inGroup("libpod-0f3a.scope", "/usr/bin/gimp-2.10"),
+         "box-gimp"},
+        {"remote client", {"kate", "kate", ""}, {}, "org.kde.kate"},
+        {"nothing known", {}, {}, ""},
+    };
+    for (const auto& [what, window, process, expected] : cases) {
+        const auto* entry = entryOfWindow(window, process, entries);
+        EXPECT_EQ(entry ? entry->id : "", expected) << what;
+    }
+}
+
+} // namespace
+} // namespace mirrolet::platform::desktop::x11
