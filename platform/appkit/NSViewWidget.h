@@ -11,7 +11,7 @@ namespace mirrolet::platform {
 /// Shows one tree of views inside a layout of the toolkit's widgets, and feeds it with the pointer and the
 /// keyboard. The view that becomes first responder takes the widget's focus; losing the focus makes it
 /// resign.
-class NSViewWidget final : public QWidget {
+class NSViewWidget : public QWidget {
   public:
     explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);
 

@@ -54,11 +54,31 @@ NSImageView* pictureViewIn(NSView& view) {
     return nullptr;
 }
 
-/// X key codes are evdev's plus 8.
-std::uint16_t virtualKeyCode(const QKeyEvent& event) {
+/// X key codes are evdev's plus 8. None for an event that no key made.
+std::optional<std::uint16_t> virtualKeyCode(const QKeyEvent& event) {
     const auto scanCode = event.nativeScanCode();
     const auto code = scanCode >= 8 ? virtualFromEvdev(scanCode - 8) : std::nullopt;
-    return static_cast<std::uint16_t>(code.value_or(0xffff));
+    return code ? std::optional(static_cast<std::uint16_t>(*code)) : std::nullopt;
+}
+
+/// Modifier keys only change the flags of other keys' events; by place, or by what the layout makes of it.
+bool isModifierKey(const QKeyEvent& event, std::uint16_t keyCode) {
+    switch (event.key()) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+        return true;
+    default:
+        return keyCode >= 54 && keyCode <= 63;
+    }
 }
 
 } // namespace
@@ -186,10 +206,13 @@ bool ViewTree::keyPressed(const QKeyEvent& event) {
     const auto view = firstResponder.lock();
     if (!view)
         return false;
+    const auto keyCode = virtualKeyCode(event);
+    if (!keyCode || isModifierKey(event, *keyCode))
+        return true;
     NSEvent key;
     key.type = NSEventType::keyDown;
     key.modifierFlags = flagsOf(event.modifiers());
-    key.keyCode = virtualKeyCode(event);
+    key.keyCode = *keyCode;
     view->keyDown(key);
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace mirrolet::platform::desktop {
 
@@ -33,6 +34,9 @@ class HotKeys {
     /// While suspended the grabs let every key through to the focused window (a recorder listens). Main
     /// thread.
     virtual void suspend(bool suspended) = 0;
+    /// What the present keyboard layout has on the key at a place, as one would name it: "P", "Space". Empty
+    /// if it has nothing there. Main thread.
+    virtual std::string keyLabel(std::uint32_t evdevCode) = 0;
 };
 
 } // namespace mirrolet::platform::desktop

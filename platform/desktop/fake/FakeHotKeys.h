@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -33,6 +34,9 @@ class FakeHotKeys final : public HotKeys {
     GrabResult grab(std::uint32_t number, std::uint32_t evdevCode, std::uint32_t modifiers) override;
     void release(std::uint32_t number) override { grabs.erase(number); }
     void suspend(bool on) override { suspended = on; }
+    std::string keyLabel(std::uint32_t evdevCode) override { return labels[evdevCode]; }
+
+    std::map<std::uint32_t, std::string> labels; ///< What the layout has on the keys, by evdev code.
 
   private:
     std::shared_ptr<Misuses> misuses;

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/X11HotKeys.h"
 
+#include "platform/desktop/x11/KeyLabels.h"
 #include "platform/desktop/x11/XcbXkb.h"
 #include "platform/foundation/NSLog.h"
 
@@ -234,6 +235,11 @@ void X11HotKeys::followModifiers() {
         if (!isSuspended)
             reacquire(number, held[number]);
     connection.flush();
+}
+
+std::string X11HotKeys::keyLabel(std::uint32_t evdevCode) {
+    const auto key = keyCodeOf(connection, evdevCode);
+    return key ? keyLabelOf(connection, *key) : std::string();
 }
 
 } // namespace mirrolet::platform::desktop::x11

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <string>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -26,6 +27,7 @@ class X11HotKeys final : public HotKeys {
     GrabResult grab(std::uint32_t number, std::uint32_t evdevCode, std::uint32_t modifiers) override;
     void release(std::uint32_t number) override;
     void suspend(bool suspended) override;
+    std::string keyLabel(std::uint32_t evdevCode) override;
 
   private:
     struct Combination {

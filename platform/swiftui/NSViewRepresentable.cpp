@@ -1,0 +1,54 @@
+#include "platform/swiftui/NSViewRepresentable.h"
+
+#include "platform/appkit/NSViewWidget.h"
+#include "platform/swiftui/FocusVisibility.h"
+#include "platform/swiftui/Follow.h"
+#include "platform/swiftui/Theme.h"
+
+namespace mirrolet::platform::swiftui {
+namespace {
+
+/// Adds the focus ring and what assistive software reads.
+class RepresentedWidget : public NSViewWidget {
+  public:
+    explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view) {
+        setFixedSize(sizeHint());
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        NSViewWidget::paintEvent(event);
+        QPainter painter(this);
+        if (focusVisibility.shows(*this))
+            drawFocusRing(painter, rect(), 6, Theme(*this).accent);
+    }
+    void focusInEvent(QFocusEvent* event) override {
+        focusVisibility.focusIn(*event);
+        NSViewWidget::focusInEvent(event);
+        update();
+    }
+    void focusOutEvent(QFocusEvent* event) override {
+        NSViewWidget::focusOutEvent(event);
+        update();
+    }
+
+  private:
+    FocusVisibility focusVisibility;
+};
+
+} // namespace
+
+QWidget* representedWidget(const RepresentedView& represented) {
+    auto* widget = new RepresentedWidget(represented.view);
+    const auto refresh = [widget, view = represented.view, update = represented.update] {
+        update(*view);
+        widget->setToolTip(QString::fromStdString(view->toolTip));
+        widget->setAccessibleDescription(QString::fromStdString(view->accessibilityLabel));
+    };
+    refresh();
+    for (const Observation& changes : represented.changes)
+        whenChanged(*widget, changes, refresh);
+    return widget;
+}
+
+} // namespace mirrolet::platform::swiftui

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/appkit/NSView.h"
+#include "platform/swiftui/View.h"
+
+#include <memory>
+#include <vector>
+
+namespace mirrolet::platform::swiftui {
+
+/// What a representable is built from, whatever its type.
+struct RepresentedView {
+    std::shared_ptr<NSView> view;
+    std::function<void(NSView&)> update;
+    std::vector<Observation> changes;
+};
+
+/// Makes the widget that shows it and keeps it up to date.
+QWidget* representedWidget(const RepresentedView& represented);
+
+/// A view of the other kind among declarative views. The subclass has makeNSView(), updateNSView(NSView&) and
+/// changes(), whose observations each cause an update.
+template <class Self> class NSViewRepresentable : public Modifiable<Self> {
+  public:
+    [[nodiscard]] View body() const {
+        return View([self = static_cast<const Self&>(*this)](const BuildContext&) {
+            return representedWidget(
+                {self.makeNSView(), [self](NSView& view) { self.updateNSView(view); }, self.changes()});
+        });
+    }
+};
+
+} // namespace mirrolet::platform::swiftui
