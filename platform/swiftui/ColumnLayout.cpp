@@ -71,9 +71,7 @@ std::vector<int> ColumnLayout::idealHeights(int width) const {
 
 int ColumnLayout::heightForWidth(int width) const {
     const QMargins margins = contentsMargins();
-    const auto heights = idealHeights(width - margins.left() - margins.right());
-    return std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing() + margins.top() +
-           margins.bottom();
+    return totalOf(idealHeights(width - margins.left() - margins.right())) + margins.top() + margins.bottom();
 }
 
 QSize ColumnLayout::sizeHint() const {
@@ -115,18 +113,25 @@ void ColumnLayout::expand(std::vector<int>& heights, int spare) const {
         heights[index] += spare / static_cast<int>(growing.size());
 }
 
+std::vector<int> ColumnLayout::fittedHeights(QSize room) const {
+    auto heights = idealHeights(room.width());
+    const int spare = room.height() - totalOf(heights);
+    if (spare < 0)
+        compress(heights, -spare);
+    else
+        expand(heights, spare);
+    return heights;
+}
+
+int ColumnLayout::totalOf(const std::vector<int>& heights) const {
+    return std::accumulate(heights.begin(), heights.end(), totalSpacing());
+}
+
 void ColumnLayout::setGeometry(const QRect& bounds) {
     QLayout::setGeometry(bounds);
     const QRect room = bounds.marginsRemoved(contentsMargins());
-    auto heights = idealHeights(room.width());
-    int total = std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing();
-    if (total > room.height()) {
-        compress(heights, total - room.height());
-        total = std::accumulate(heights.begin(), heights.end(), 0) + totalSpacing();
-    }
-    const int spare = std::max(0, room.height() - total);
-    if (placement == Placement::fromTop)
-        expand(heights, spare);
+    const auto heights = fittedHeights(room.size());
+    const int spare = std::max(0, room.height() - totalOf(heights));
     int top = room.top() + (placement == Placement::fromTop ? 0 : spare / 2);
     for (std::size_t index = 0; index < items.size(); ++index) {
         const int width = widthOf(*items[index], room.width());

@@ -7,7 +7,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Items below one another, each as wide as it likes and centred, all together centred vertically. Where the
+/// Items below one another. Centred: each as wide as it likes and centred, all together centred vertically;
+/// from the top: each as wide as there is room. Those that want to grow share the spare height. Where the
 /// height does not suffice, items give way down to their minimum: those of low precedence first, the upper
 /// before the lower.
 class ColumnLayout : public QLayout {
@@ -33,7 +34,9 @@ class ColumnLayout : public QLayout {
 
   private:
     [[nodiscard]] int totalSpacing() const;
+    [[nodiscard]] int totalOf(const std::vector<int>& heights) const;
     [[nodiscard]] std::vector<int> idealHeights(int width) const;
+    [[nodiscard]] std::vector<int> fittedHeights(QSize room) const;
     [[nodiscard]] int widthOf(const QLayoutItem& item, int available) const;
     void expand(std::vector<int>& heights, int spare) const;
     void compress(std::vector<int>& heights, int excess) const;

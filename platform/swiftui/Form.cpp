@@ -1,6 +1,7 @@
 #include "platform/swiftui/Form.h"
 
 #include "platform/swiftui/ColumnLayout.h"
+#include "platform/swiftui/ScrollBarWidget.h"
 #include "platform/swiftui/TextWidget.h"
 #include "platform/swiftui/Theme.h"
 
@@ -66,7 +67,7 @@ View Section::body() const {
         }
         for (const View& row : section.content)
             group->addRow(row.build({.inForm = true}));
-        layout->addWidget(group, 1);
+        layout->addWidget(group);
         return widget;
     });
 }
@@ -78,6 +79,7 @@ View Form::body() const {
         scroll->setWidgetResizable(true);
         scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         scroll->setFocusPolicy(Qt::NoFocus);
+        scroll->setVerticalScrollBar(new ScrollBarWidget);
         auto* content = new QWidget;
         auto* layout = new ColumnLayout(14, ColumnLayout::Placement::fromTop);
         layout->setContentsMargins(20, 14, 20, 16);

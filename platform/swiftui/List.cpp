@@ -14,7 +14,9 @@ View List::body() const {
         widget->setModel(model);
         widget->setItemDelegate(new ListDelegate(*widget, static_cast<int>(list.source.imageSide)));
         widget->setAccessibleName(QString::fromStdString(list.name));
-        follow(*widget, list.source.rowChanges, [model] { model->reload(); });
+        model->reload();
+        for (const Observation& changes : list.source.rowChanges)
+            whenChanged(*widget, changes, [model] { model->reload(); });
         whenChanged(*widget, list.source.checkChanges, [model] { model->refreshChecks(); });
         return widget;
     });

@@ -24,7 +24,7 @@ class List : public Modifiable<List> {
     };
     struct Content {
         std::function<std::vector<Row>()> rows; ///< Asked again after each change of `rowChanges`.
-        Observation rowChanges;
+        std::vector<Observation> rowChanges;
         std::function<bool(const std::string& id)> isOn;
         std::function<void(const std::string& id, bool isOn)> setOn;
         Observation checkChanges;

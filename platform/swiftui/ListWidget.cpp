@@ -1,5 +1,7 @@
 #include "platform/swiftui/ListWidget.h"
 
+#include "platform/swiftui/ScrollBarWidget.h"
+
 #include <QFocusEvent>
 
 namespace mirrolet::platform::swiftui {
@@ -13,6 +15,7 @@ ListWidget::ListWidget() {
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
+    setVerticalScrollBar(new ScrollBarWidget);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     viewport()->setAutoFillBackground(false);
 }

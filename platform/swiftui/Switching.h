@@ -4,6 +4,7 @@
 #include "platform/swiftui/View.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace mirrolet::platform::swiftui {
@@ -23,11 +24,11 @@ template <class Key> class Switching : public Modifiable<Switching<Key>> {
 
     [[nodiscard]] View body() const {
         return switchingView(observation, [current = current, make = make]() -> NextContent {
-            return [current, make, shown = std::optional<Key>()]() mutable -> std::optional<View> {
+            return [current, make, shown = std::make_shared<std::optional<Key>>()]() -> std::optional<View> {
                 Key key = current();
-                if (shown == key)
+                if (*shown == key)
                     return std::nullopt;
-                shown = key;
+                *shown = key;
                 return make(key);
             };
         });

@@ -10,6 +10,7 @@ namespace mirrolet::platform::swiftui {
 View TabView::body() const {
     return View([tabs = *this](const BuildContext& context) {
         auto* widget = new QWidget;
+        widget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         auto* layout = new QVBoxLayout(widget);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(0);

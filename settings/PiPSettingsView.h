@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/swiftui/ObservedObject.h"
+#include "platform/swiftui/State.h"
+#include "platform/swiftui/View.h"
+#include "settings/InstalledApp.h"
+#include "settings/SettingsStore.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirrolet {
+
+/// Settings of the mirror, and of what is watched.
+class PiPSettingsView {
+  public:
+    [[nodiscard]] platform::swiftui::View body() const;
+
+    /// Those of the applications, in their order, whose name contains the text, whatever its case; all of
+    /// them if it is empty. The text is not trimmed.
+    static std::vector<InstalledApp> filtered(const std::vector<InstalledApp>& apps,
+                                              const std::string& searchText);
+
+  private:
+    [[nodiscard]] platform::swiftui::View mirrorSection() const;
+    [[nodiscard]] platform::swiftui::View modeSection() const;
+    [[nodiscard]] platform::swiftui::View watchedSection(MonitoringScope scope) const;
+    [[nodiscard]] platform::swiftui::View appsOrProgress() const;
+    [[nodiscard]] platform::swiftui::View appList() const;
+    void loadInstalledApps() const;
+    void setWatched(const std::string& identifier, bool isWatched) const;
+
+    /// One scan's result: compared by identity, as a later scan may bring other names under the same
+    /// identifiers.
+    using Apps = std::shared_ptr<const std::vector<InstalledApp>>;
+
+    platform::swiftui::ObservedObject<SettingsStore> store{SettingsStore::shared()};
+    platform::swiftui::State<Apps> installedApps{std::make_shared<const std::vector<InstalledApp>>()};
+    platform::swiftui::State<bool> isLoadingApps{false};
+    platform::swiftui::State<std::string> searchText{""};
+};
+
+} // namespace mirrolet
