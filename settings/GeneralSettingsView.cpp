@@ -33,7 +33,7 @@ void GeneralSettingsView::applyLaunchAtLogin() const {
                                            : SMAppService::mainApp().unregisterService();
     if (!error)
         return;
-    launchAtLoginError.set(*error);
+    launchAtLoginError.set(error->localizedDescription);
     launchAtLogin.set(isLoginItem());
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/swiftui/Binding.h"
 
-#include <QMessageBox>
+#include <QDialog>
 #include <QObject>
 #include <QPointer>
 
@@ -11,22 +11,22 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Keeps a message box in front of a widget's window while there is a message.
+/// Keeps an alert in front of a widget's window while there is a message.
 class AlertPresenter : public QObject {
   public:
     using Message = Binding<std::optional<std::string>>;
 
     /// Owned by the widget.
-    AlertPresenter(QWidget& widget, const std::string& title, Message message);
+    AlertPresenter(QWidget& widget, std::string title, Message message);
 
   private:
     void update();
-    void present();
+    void present(const std::string& text);
 
     QWidget& owner;
-    QString title;
+    std::string title;
     Message message;
-    QPointer<QMessageBox> box;
+    QPointer<QDialog> dialog;
 };
 
 } // namespace mirrolet::platform::swiftui

@@ -27,7 +27,9 @@ class GroupWidget : public QWidget {
     void addRow(QWidget* content) {
         auto* row = new QWidget;
         auto* inner = new QVBoxLayout(row);
-        inner->setContentsMargins(rowInset, rowPadding, rowInset, rowPadding);
+        // Controls bring some height of their own; a paragraph needs air.
+        const int padding = dynamic_cast<TextWidget*>(content) ? 2 * rowPadding : rowPadding;
+        inner->setContentsMargins(rowInset, padding, rowInset, padding);
         inner->addWidget(content);
         layout()->addWidget(row);
     }
@@ -81,8 +83,8 @@ View Form::body() const {
         scroll->setFocusPolicy(Qt::NoFocus);
         scroll->setVerticalScrollBar(new ScrollBarWidget);
         auto* content = new QWidget;
-        auto* layout = new ColumnLayout(14, ColumnLayout::Placement::fromTop);
-        layout->setContentsMargins(20, 14, 20, 16);
+        auto* layout = new ColumnLayout(12, ColumnLayout::Placement::fromTop);
+        layout->setContentsMargins(20, 10, 20, 14);
         content->setLayout(layout);
         for (const View& section : form.content)
             layout->addWidget(section.build({.inForm = true}));

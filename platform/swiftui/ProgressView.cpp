@@ -19,6 +19,7 @@ class SpinnerWidget : public QProgressBar {
     SpinnerWidget() {
         setRange(0, 0);
         setFixedSize(24, 24);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
 
   protected:

@@ -12,7 +12,7 @@ View TabView::body() const {
         auto* widget = new QWidget;
         widget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         auto* layout = new QVBoxLayout(widget);
-        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setContentsMargins(0, 4, 0, 0);
         layout->setSpacing(0);
         auto* bar = new TabBarWidget;
         auto* stack = new QStackedWidget;
