@@ -3,6 +3,7 @@
 #include "platform/appkit/SignalWatcher.h"
 #include "platform/coregraphics/DisplayScale.h"
 #include "platform/foundation/NSLog.h"
+#include "platform/foundation/SessionBus.h"
 #include "platform/foundation/UserDefaults.h"
 
 #include <QApplication>
@@ -66,6 +67,7 @@ struct NSApplication::State {
 
 NSApplication::NSApplication(int& argc, char** argv) {
     prepareEnvironment();
+    SessionBus::shared().shieldToolkit();
     qInstallMessageHandler(takeToolkitMessage);
     QCoreApplication::setApplicationName(QStringLiteral("mirrolet"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIRROLET_VERSION));

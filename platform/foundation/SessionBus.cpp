@@ -20,10 +20,13 @@ struct SessionBus::State {
     std::optional<GDBusConnection*> connection;
     std::vector<Task> waiting; ///< Until the connection is known.
 
+    /// On the bus's thread. The first answer counts.
     void connected(GDBusConnection* opened) {
         std::vector<Task> tasks;
         {
             const std::lock_guard guard(lock);
+            if (connection)
+                return;
             connection = opened;
             tasks.swap(waiting);
         }
@@ -90,6 +93,8 @@ void SessionBus::shieldToolkit() {
     if (isKnown(patience))
         return;
     NSLog("Mirrolet: the session bus does not answer; going on without it");
+    // One that answers later would find the toolkit without it: nothing here uses it then.
+    invoke(state->context, [state = state] { state->connected(nullptr); });
     // An address where nobody listens: no address at all would make the toolkit start a bus.
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);
 }

@@ -23,8 +23,8 @@ class SessionBus {
 
     /// Whether it is known by then if there is a bus: if not, it hangs. Not on the bus's own thread.
     [[nodiscard]] bool isKnown(std::chrono::milliseconds patience);
-    /// The toolkit waits for the bus on the main thread. If the bus hangs, says so in one line and makes the
-    /// toolkit go on as if there were none. Before the application object is made.
+    /// The toolkit waits for the bus on the main thread. If the bus hangs, says so in one line and goes on,
+    /// toolkit and all, as if there were none. Before the application object is made.
     void shieldToolkit();
 
   private:

@@ -1,6 +1,6 @@
 // A place for status icons on the session bus: registry and host in one, as small desktops have it. Says
-// "ready" when it owns the registry's name, and "item NAME" for each icon that comes. Reads commands: "host
-// 1" and "host 0" (a host comes, goes), "click" (on the latest icon).
+// "ready" when it owns the registry's name, "item NAME" for each icon that comes, "gone" for each that goes.
+// Reads commands: "host 1" and "host 0" (a host comes, goes), "click" (on the latest icon).
 
 #include <gio/gio.h>
 
@@ -40,6 +40,9 @@ void onCall(GDBusConnection*, const char* sender, const char*, const char*, cons
     g_dbus_connection_emit_signal(bus, nullptr, watcherPath, watcherName, "StatusNotifierItemRegistered",
                                   g_variant_new("(s)", item), nullptr);
     say("item " + latestItem);
+    g_bus_watch_name_on_connection(
+        bus, sender, G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
+        [](GDBusConnection*, const char*, gpointer) { say("gone"); }, nullptr, nullptr);
 }
 
 GVariant* onGet(GDBusConnection*, const char*, const char*, const char*, const char* property, GError**,

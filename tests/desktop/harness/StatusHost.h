@@ -1,0 +1,28 @@
+#pragma once
+
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/SessionBus.h"
+
+#include <memory>
+#include <string>
+
+namespace mirrolet::harness {
+
+/// A place for status icons on the session bus. When made, the registry is there but no host.
+class StatusHost {
+  public:
+    explicit StatusHost(const SessionBus& bus);
+
+    void setPresent(bool present) const { process->write(present ? "host 1\n" : "host 0\n"); }
+    /// The left button on the latest icon.
+    void click() const { process->write("click\n"); }
+    /// Those that have come and not gone.
+    [[nodiscard]] int icons() const;
+    [[nodiscard]] const ChildProcess& child() const { return *process; }
+
+  private:
+    Sandbox sandbox;
+    std::unique_ptr<ChildProcess> process;
+};
+
+} // namespace mirrolet::harness

@@ -1,0 +1,121 @@
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/StatusHost.h"
+#include "tests/desktop/road/RoadTest.h"
+
+#include <algorithm>
+#include <csignal>
+#include <optional>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using namespace std::chrono_literals;
+
+class TheStatusItem : public RoadTest {
+  protected:
+    /// The window in the tray: small, viewable, inside a window of another program.
+    std::optional<Box> icon() {
+        std::vector<xcb_window_t> inside = facts.children(client.root());
+        while (!inside.empty()) {
+            const auto window = inside.back();
+            inside.pop_back();
+            const auto box = facts.box(window);
+            if (window != client.root() && facts.process(window) == program->pid() &&
+                facts.viewable(window) && box.width >= 16 && box.width <= 32 &&
+                facts.topLevel(window) != window)
+                return box;
+            const auto children = facts.children(window);
+            inside.insert(inside.end(), children.begin(), children.end());
+        }
+        return std::nullopt;
+    }
+
+    /// Pixels of the drawing: dark body, light picture. A bare tray has neither in such number.
+    bool isDrawn(const Box& box) {
+        const auto shot = facts.screenshot(box);
+        const auto count = [&](std::uint32_t colour) {
+            return std::count_if(shot.pixels.begin(), shot.pixels.end(),
+                                 [&](std::uint32_t pixel) { return isNear(pixel, colour); });
+        };
+        return count(0x23272e) > 60 && count(0xf5f6f8) > 30;
+    }
+
+    void awaitIcon() {
+        require("the status icon", [this] {
+            const auto box = icon();
+            return box && isDrawn(*box);
+        });
+    }
+
+    [[nodiscard]] bool menuIsOpen() const {
+        const auto windows = facts.windowsOf(program->pid());
+        return std::any_of(windows.begin(), windows.end(), [this](xcb_window_t window) {
+            return facts.overrideRedirect(window) && facts.box(window).height > 60;
+        });
+    }
+};
+
+TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
+    startQuiet();
+    EXPECT_FALSE(icon());
+    for (int times = 0; times < 2; ++times) {
+        std::optional<TrayHost> tray(std::in_place, server);
+        awaitIcon();
+        tray.reset();
+        require("no status icon", [this] { return !icon(); });
+    }
+}
+
+TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
+    const TrayHost tray(server);
+    startQuiet();
+    awaitIcon();
+    for (const int button : {1, 3}) {
+        const auto box = *icon();
+        pointer.click(box.x + box.width / 2, box.y + box.height / 2, button);
+        require("the menu", [this] { return menuIsOpen(); });
+        keyboard.stroke({key::escape});
+        require("no menu", [this] { return !menuIsOpen(); });
+    }
+    const auto box = *icon();
+    pointer.click(box.x + box.width / 2, box.y + box.height / 2);
+    require("the menu", [this] { return menuIsOpen(); });
+    constexpr int q = 16;
+    keyboard.stroke({key::leftControl, q});
+    EXPECT_EQ(program->child().waitForExit(), 0) << "Ctrl+Q in the open menu";
+}
+
+TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBack) {
+    std::optional<StatusHost> host(std::in_place, bus);
+    startQuiet();
+    EXPECT_EQ(host->icons(), 0);
+    for (int times = 0; times < 2; ++times) {
+        host->setPresent(false);
+        require("no status icon", [&] { return host->icons() == 0; });
+        host->setPresent(true);
+        require("the status icon", [&] { return host->icons() == 1; });
+    }
+    host->click();
+    require("the menu", [this] { return menuIsOpen(); });
+    keyboard.stroke({key::escape});
+    require("no menu", [this] { return !menuIsOpen(); });
+    host.reset();
+    host.emplace(bus);
+    host->setPresent(true);
+    require("the status icon with another registry", [&] { return host->icons() == 1; });
+}
+
+TEST_F(TheStatusItem, IsNotHeldUpByARegistryThatHangs) {
+    const StatusHost host(bus);
+    host.setPresent(true);
+    host.child().signal(SIGSTOP);
+    startQuiet(); // Returns once the shortcuts work.
+    pressFrontmostShortcut();
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+    host.child().signal(SIGCONT);
+}
+
+} // namespace
+} // namespace mirrolet
