@@ -26,7 +26,8 @@ using mirrolet::harness::XClient;
 class Desktop {
   public:
     Desktop(const mirrolet::harness::XServer& server, std::size_t windowCount) : manager(server) {
-        constexpr std::size_t windowsOfClient = 10;
+        const std::size_t windowsOfClient =
+            std::max<std::size_t>(10, windowCount / 50); // A server takes 256 clients.
         for (std::size_t i = 0; i < windowCount; ++i) {
             if (i % windowsOfClient == 0)
                 clients.push_back(std::make_unique<XClient>(server));
@@ -167,9 +168,19 @@ void measurePoll() {
                 median(sample(CLOCK_PROCESS_CPUTIME_ID, 101, poll)));
 }
 
+void measureFlood() {
+    const mirrolet::harness::XServer server;
+    const Desktop desktop(server, 10000);
+    const Backend backend(server.display());
+    (void)backend.list->onScreenWindows();
+    const auto times = sample(CLOCK_PROCESS_CPUTIME_ID, 11, [&] { (void)backend.list->onScreenWindows(); });
+    std::printf("10000 windows, processor time        ms  %8.3f (median)\n", median(times));
+}
+
 } // namespace
 
 int main() {
     compareReadings();
     measurePoll();
+    measureFlood();
 }

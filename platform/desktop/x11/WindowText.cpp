@@ -138,13 +138,17 @@ class CompoundText {
 
 std::string repairedUtf8(std::string_view bytes) {
     std::string text;
-    text.reserve(bytes.size());
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto length = characterLength(bytes, at);
-        text += length == 0 ? replacement : bytes.substr(at, length);
-        at += std::max<std::size_t>(length, 1);
+    std::size_t soundFrom = 0; // Sound characters are taken over in one go: nearly every text has no others.
+    std::size_t at = 0;
+    while (at < bytes.size()) {
+        if (const auto length = characterLength(bytes, at); length > 0) {
+            at += length;
+            continue;
+        }
+        text.append(bytes.substr(soundFrom, at - soundFrom)).append(replacement);
+        soundFrom = ++at;
     }
-    return text;
+    return text.append(bytes.substr(soundFrom));
 }
 
 std::string latin1ToUtf8(std::string_view bytes) {

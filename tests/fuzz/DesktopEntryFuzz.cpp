@@ -1,0 +1,32 @@
+// A desktop entry, what the kernel says of a process and what a window calls itself, into the entry of the
+// window.
+
+#include "platform/desktop/x11/ApplicationResolver.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace mirrolet::platform::desktop::x11;
+    // Texts end at 0xFF, which is in no UTF-8.
+    std::string_view rest(reinterpret_cast<const char*>(data), size);
+    const auto next = [&rest] {
+        const auto end = rest.find('\xFF');
+        const std::string text(rest.substr(0, end));
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+        return text;
+    };
+    DesktopEntries entries;
+    for (const auto* id : {"org.first.App", "first_app"}) {
+        if (auto entry = parseDesktopEntry(next(), id, std::string("/applications/") + id + ".desktop"))
+            entries.add(std::move(*entry));
+    }
+    const WindowClass window{next(), next(), next()};
+    const ProcessFacts process{7, "name", next(), next(), next(), next()};
+    const auto* entry = entryOfWindow(window, process, entries);
+    if (entry && (entry->name.empty() || entries.withId(entry->id) != entry))
+        std::abort();
+    return 0;
+}

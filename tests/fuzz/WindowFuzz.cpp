@@ -1,0 +1,86 @@
+// Properties of a window, written by a client that may be anything, into a row of the window list.
+
+#include "platform/desktop/x11/WindowDescription.h"
+#include "platform/desktop/x11/WindowText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using namespace mirrolet::platform::desktop;
+using namespace mirrolet::platform::desktop::x11;
+
+Atoms atomsOfNoServer() {
+    Atoms atoms{};
+    atoms.UTF8_STRING = 101;
+    atoms.COMPOUND_TEXT = 102;
+    atoms._NET_WM_STATE_HIDDEN = 103;
+    atoms._NET_WM_STATE_ABOVE = 104;
+    atoms._NET_WM_WINDOW_TYPE_DOCK = 105;
+    atoms._NET_WM_WINDOW_TYPE_NORMAL = 106;
+    atoms._NET_WM_WINDOW_TYPE_TOOLTIP = 107;
+    return atoms;
+}
+
+/// Takes the input apart: for each property a byte for type, format and whether it was cut, one for its
+/// length.
+class Input {
+  public:
+    explicit Input(std::string_view bytes) : rest(bytes) {}
+
+    std::uint8_t byte() {
+        if (rest.empty())
+            return 0;
+        const auto first = static_cast<std::uint8_t>(rest.front());
+        rest.remove_prefix(1);
+        return first;
+    }
+
+    Property property(const Atoms& atoms) {
+        const std::array<xcb_atom_t, 8> types = {
+            XCB_ATOM_NONE, XCB_ATOM_STRING,   atoms.UTF8_STRING, atoms.COMPOUND_TEXT,
+            XCB_ATOM_ATOM, XCB_ATOM_CARDINAL, XCB_ATOM_WINDOW,   9999};
+        const std::array<std::uint8_t, 4> formats = {8, 16, 32, 0};
+        const auto kind = byte();
+        const std::size_t length = std::min<std::size_t>(byte(), rest.size());
+        const Property result{types[kind & 7U], formats[kind >> 3U & 3U], rest.substr(0, length),
+                              kind >= 128};
+        rest.remove_prefix(length);
+        return result;
+    }
+
+    int extent() { return 1 + byte() * 256 + byte(); }
+
+  private:
+    std::string_view rest;
+};
+
+void expect(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Atoms atoms = atomsOfNoServer();
+    Input input({reinterpret_cast<const char*>(data), size});
+    const PixelRect bounds{-input.extent(), input.extent(), input.extent(), input.extent()};
+    const auto netName = input.property(atoms), name = input.property(atoms), state = input.property(atoms),
+               types = input.property(atoms), frameExtents = input.property(atoms),
+               wmClass = input.property(atoms), toolkit = input.property(atoms), pid = input.property(atoms);
+    if (const auto window = describe(bounds, {netName, name, state, types, frameExtents}, atoms)) {
+        expect(window->bounds.width > 0 && window->bounds.height > 0);
+        expect(window->bounds.width <= bounds.width && window->bounds.height <= bounds.height);
+        expect(!window->title || (!window->title->empty() && repairedUtf8(*window->title) == *window->title));
+    }
+    const auto owner = windowClass(wmClass, toolkit, atoms);
+    for (const auto& text : {owner.instance, owner.name, owner.gtkApplicationId})
+        expect(repairedUtf8(text) == text);
+    expect(claimedPid(pid) >= 0);
+    return 0;
+}
