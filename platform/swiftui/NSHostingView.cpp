@@ -2,10 +2,31 @@
 
 #include "platform/swiftui/MaterialWidget.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QWidget>
 
 namespace mirrolet::platform {
+
+namespace {
+
+/// Gives the keyboard to the root itself when its window first shows, and not to the first control: a stray
+/// Space must not press a button that nobody chose. Tab goes on from there.
+class InitialFocus : public QObject {
+  public:
+    explicit InitialFocus(QWidget& root) : QObject(&root), root(root) { root.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show && !root.window()->focusWidget())
+            root.setFocus();
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    QWidget& root;
+};
+
+} // namespace
 
 struct NSHostingView::Root {
     QPointer<QWidget> widget;
@@ -13,8 +34,7 @@ struct NSHostingView::Root {
 
 NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_unique<Root>()) {
     QWidget* widget = rootView.build({});
-    // The root itself has the keyboard at first: a stray Space must not press the first button.
-    widget->setFocus();
+    new InitialFocus(*widget); // owned by the widget
     if (const auto* material = dynamic_cast<swiftui::MaterialWidget*>(widget)) {
         CALayer rounded = layer();
         rounded.cornerRadius = material->cornerRadius();

@@ -1,0 +1,196 @@
+#include "prompt/PromptPanel.h"
+
+#include "platform/appkit/NSScreen.h"
+#include "settings/SettingsStore.h"
+#include "tests/unit/DesktopTest.h"
+#include "tests/unit/WidgetSearch.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+namespace mirrolet {
+namespace {
+
+class PromptPanelTest : public DesktopTest {
+  protected:
+    PromptPanelTest() {
+        SettingsStore::shared().setPromptTimeout(15);
+        atEnd.emplace_back([this] { panel.reset(); });
+    }
+
+    void makePanel(const std::string& name, bool isLikelyCall) {
+        panel = PromptPanel::make(name, isLikelyCall);
+        panel->onAccept = [this] { answers += panel->isVisible() ? "accepted while shown;" : "accepted;"; };
+        panel->onDecline = [this] { answers += panel->isVisible() ? "declined while shown;" : "declined;"; };
+    }
+    void show() {
+        panel->show();
+        showActive(window());
+    }
+    [[nodiscard]] QWidget& content() const { return *panel->contentView()->hostedWidget(); }
+    [[nodiscard]] QWidget& window() const { return *content().window(); }
+    [[nodiscard]] QPushButton& button(const std::string& label) const {
+        return named<QPushButton>(content(), label);
+    }
+    [[nodiscard]] std::vector<std::string> texts() const {
+        std::vector<std::string> result;
+        for (const auto* label : content().findChildren<QLabel*>())
+            result.push_back(label->text().toStdString());
+        return result;
+    }
+
+    std::shared_ptr<PromptPanel> panel;
+    std::string answers;
+};
+
+TEST_F(PromptPanelTest, AnswersOnceWhateverComesFirstAndIsClosedThen) {
+    struct Case {
+        const char* what;
+        std::function<void()> act;
+        const char* answers;
+    };
+    const Case cases[] = {
+        {"Return", [this] { QTest::keyClick(&window(), Qt::Key_Return); }, "accepted;"},
+        {"Enter", [this] { QTest::keyClick(&window(), Qt::Key_Enter, Qt::KeypadModifier); }, "accepted;"},
+        {"Escape", [this] { QTest::keyClick(&window(), Qt::Key_Escape); }, "declined;"},
+        {"Return while the other button has the focus",
+         [this] {
+             button("Not Now").setFocus(Qt::TabFocusReason);
+             QTest::keyClick(&button("Not Now"), Qt::Key_Return);
+         },
+         "accepted;"},
+        {"Escape while the other button has the focus",
+         [this] {
+             button("Enable PiP").setFocus(Qt::TabFocusReason);
+             QTest::keyClick(&button("Enable PiP"), Qt::Key_Escape);
+         },
+         "declined;"},
+        {"a click on Enable PiP, then one on Not Now",
+         [this] {
+             QTest::mouseClick(&button("Enable PiP"), Qt::LeftButton);
+             button("Not Now").click();
+         },
+         "accepted;"},
+        {"Tab and Space",
+         [this] {
+             QTest::keyClick(&window(), Qt::Key_Tab);
+             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+         },
+         "declined;"},
+        {"a stray Space", [this] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); }, ""},
+        {"the time-out", [this] { time.advance(15); }, "declined;"},
+        {"nothing yet", [this] { time.advance(14.9); }, ""},
+        {"a dismissal", [this] { panel->dismiss(); }, ""},
+    };
+    for (const auto& [what, act, expected] : cases) {
+        SCOPED_TRACE(what);
+        answers.clear();
+        makePanel("WhatsApp", true);
+        show();
+        const bool ends = *expected || std::string(what) == "a dismissal";
+        act();
+        EXPECT_EQ(answers, expected);
+        EXPECT_EQ(panel->isVisible(), !ends);
+        if (ends) {
+            time.advance(60); // nothing comes late
+            EXPECT_EQ(answers, expected);
+        }
+    }
+}
+
+TEST_F(PromptPanelTest, TakesTheTimeOutOfTheMomentItIsShownAndAsksAnewWhenShownAgain) {
+    makePanel("WhatsApp", true);
+    SettingsStore::shared().setPromptTimeout(5);
+    show();
+    SettingsStore::shared().setPromptTimeout(30);
+    time.advance(5);
+    EXPECT_EQ(answers, "declined;");
+    show();
+    time.advance(29);
+    show(); // arms a new time-out in the place of the old one
+    time.advance(29);
+    EXPECT_EQ(answers, "declined;");
+    time.advance(1);
+    EXPECT_EQ(answers, "declined;declined;");
+}
+
+TEST_F(PromptPanelTest, MayBeDroppedByItsOwnerInTheAnswerOrBeforeTheTimeOut) {
+    makePanel("WhatsApp", true);
+    panel->onDecline = [this] {
+        answers += "declined;";
+        panel.reset();
+    };
+    show();
+    QTest::mouseClick(&button("Not Now"), Qt::LeftButton);
+    EXPECT_EQ(answers, "declined;");
+    makePanel("WhatsApp", true);
+    show();
+    panel.reset();
+    time.advance(60);
+    EXPECT_EQ(answers, "declined;");
+}
+
+TEST_F(PromptPanelTest, SaysWhatItOffersInPlainText) {
+    struct Case {
+        const char* name;
+        bool isLikelyCall;
+        const char* title;
+        const char* explanation;
+    };
+    const Case cases[] = {
+        {"WhatsApp", true, "Video Call Detected",
+         "Enable Picture-in-Picture to keep this WhatsApp call visible in a floating window while you use "
+         "other apps."},
+        {"Firefox", false, "Firefox Window Detected",
+         "Enable Picture-in-Picture to keep this Firefox window visible in a floating window while you use "
+         "other apps."},
+        {"<b>&amp;</b>", false, "<b>&amp;</b> Window Detected",
+         "Enable Picture-in-Picture to keep this <b>&amp;</b> window visible in a floating window while you "
+         "use other "
+         "apps."},
+    };
+    for (const auto& [name, isLikelyCall, title, explanation] : cases) {
+        makePanel(name, isLikelyCall);
+        EXPECT_THAT(texts(), testing::ElementsAre(title, explanation));
+        for (const auto* label : content().findChildren<QLabel*>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    }
+}
+
+TEST_F(PromptPanelTest, KeepsItsSizeAndAllItsPartsInsideWhateverTheNameAndTheFont) {
+    const QFont before = QApplication::font();
+    for (const std::size_t length : {1U, 60U, 5000U, 2000000U}) {
+        for (const int points : {8, 10, 18}) {
+            SCOPED_TRACE(testing::Message() << length << " characters at " << points << " points");
+            QApplication::setFont(QFont(before.family(), points));
+            makePanel(std::string(length, 'W'), false);
+            show();
+            EXPECT_EQ(content().size(), QSize(360, 160));
+            const auto parts = content().findChildren<QWidget*>();
+            for (const auto* part : parts) {
+                const QRect place(part->mapTo(&content(), QPoint(0, 0)), part->size());
+                EXPECT_TRUE(content().rect().contains(place)) << part->metaObject()->className();
+            }
+            EXPECT_FALSE(content().grab().isNull());
+            panel->dismiss();
+        }
+    }
+    QApplication::setFont(before);
+}
+
+TEST_F(PromptPanelTest, StandsAboveTheMiddleOfTheMainScreen) {
+    makePanel("WhatsApp", true);
+    const auto visible = platform::NSScreen::main()->visibleFrame;
+    const platform::NSRect expected{{visible.midX() - 180, visible.midY() - 80 + 0.1 * visible.height()},
+                                    {360, 160}};
+    EXPECT_EQ(panel->frame(), expected);
+    EXPECT_EQ(panel->level(), 8);
+    EXPECT_EQ(panel->collectionBehavior, 257U);
+    EXPECT_EQ(panel->contentView()->layer().cornerRadius, 16);
+    EXPECT_TRUE(panel->canBecomeKeyWindow());
+    EXPECT_FALSE(panel->canBecomeMainWindow());
+}
+
+} // namespace
+} // namespace mirrolet
