@@ -24,6 +24,13 @@ QWidget* menuPicker(const PickerContent& content) {
     return menu;
 }
 
+/// Tab goes to the chosen button; the arrow keys go on from there.
+void choose(const QButtonGroup& buttons, int id) {
+    buttons.button(id)->setChecked(true);
+    for (auto* button : buttons.buttons())
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
 QWidget* radioPicker(const PickerContent& content) {
     auto* group = new QWidget;
     auto* layout = new QVBoxLayout(group);
@@ -37,7 +44,7 @@ QWidget* radioPicker(const PickerContent& content) {
     }
     follow(*group, content.changes, [buttons, selected = content.selected] {
         if (const auto index = selected())
-            buttons->button(static_cast<int>(*index))->setChecked(true);
+            choose(*buttons, static_cast<int>(*index));
     });
     QObject::connect(buttons, &QButtonGroup::idToggled, group,
                      [select = content.select, selected = content.selected](int id, bool on) {

@@ -1,0 +1,188 @@
+#include "platform/appkit/NSViewWidget.h"
+#include "platform/carbon/CarbonEvents.h"
+#include "settings/ShortcutNames.h"
+#include "settings/ShortcutRecorderNSView.h"
+#include "tests/unit/DesktopTest.h"
+#include "tests/unit/WidgetSearch.h"
+
+#include <QKeyEvent>
+#include <QTest>
+
+#include <sstream>
+
+namespace mirrolet {
+namespace {
+
+using namespace platform;
+using Shortcut = ShortcutRecorderNSView::Shortcut;
+
+TEST(ShortcutNames, EveryKeyHasItsNameByItsCode) {
+    // 0 to 126; an empty one has none.
+    const std::vector<std::string> rows = {
+        "A S D F H G Z X C V - B Q W E R Y T 1 2 3 4 6 5 = 9 7 minus 8 0 ] O U [ I P ↩ L J ' K ; \\ , / N M "
+        ". ⇥ Space ` ⌫",
+    };
+    std::vector<std::string> names;
+    for (std::istringstream words(rows[0]); words;) {
+        std::string word;
+        if (words >> word)
+            names.push_back(word == "minus" ? "-" : word == "-" ? "" : word);
+    }
+    names.resize(127);
+    const std::map<std::size_t, std::string> further = {{96, "F5"},   {97, "F6"},  {98, "F7"},   {99, "F3"},
+                                                        {100, "F8"},  {101, "F9"}, {103, "F11"}, {109, "F10"},
+                                                        {111, "F12"}, {118, "F4"}, {120, "F2"},  {122, "F1"},
+                                                        {123, "←"},   {124, "→"},  {125, "↓"},   {126, "↑"}};
+    for (const auto& [code, name] : further)
+        names[code] = name;
+    for (std::uint32_t code = 0; code < 260; ++code) {
+        const bool isNamed = code < names.size() && !names[code].empty();
+        EXPECT_EQ(keyName(code), isNamed ? names[code] : "Key " + std::to_string(code));
+    }
+}
+
+TEST(ShortcutNames, ModifiersComeInAFixedOrder) {
+    EXPECT_EQ(shortcutDisplayString(35, 2304), "⌥⌘P");
+    EXPECT_EQ(shortcutDisplayString(49, 4608), "⌃⇧Space");
+    EXPECT_EQ(shortcutDisplayString(0, 6400), "⌃⌥⌘A");
+    EXPECT_EQ(shortcutDisplayString(53, 6912), "⌃⌥⇧⌘Key 53");
+    EXPECT_EQ(shortcutDisplayString(200, 0), "Key 200");
+}
+
+class ShortcutRecorderTest : public DesktopTest {
+  protected:
+    ShortcutRecorderTest() {
+        view->setCurrentShortcut({3, 2304});
+        view->onShortcutRecorded = [this](std::uint32_t keyCode, std::uint32_t modifiers) {
+            recorded.emplace_back(keyCode, modifiers);
+        };
+        showActive(window);
+        widget.setGeometry(0, 0, 130, 24);
+    }
+
+    static void click(QWidget& on) { QTest::mouseClick(&on, Qt::LeftButton); }
+    /// A key by its place (evdev code), and what the layout makes of it.
+    void press(std::uint32_t evdevCode, int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, evdevCode + 8, 0, 0);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+
+    std::shared_ptr<ShortcutRecorderNSView> view = std::make_shared<ShortcutRecorderNSView>();
+    QWidget window;
+    NSViewWidget& widget = *new NSViewWidget(view, &window);
+    std::vector<Shortcut> recorded;
+};
+
+TEST_F(ShortcutRecorderTest, RecordsTheFirstKeyWithAModifierByItsPlace) {
+    struct Case {
+        const char* what;
+        std::uint32_t evdevCode;
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        bool goesOnRecording;
+        std::vector<Shortcut> recorded;
+    };
+    const Case cases[] = {
+        {"Option-Command-P", 25, Qt::Key_P, Qt::AltModifier | Qt::MetaModifier, false, {{35, 2304}}},
+        {"the same place on a Russian layout",
+         25,
+         0x417,
+         Qt::AltModifier | Qt::MetaModifier,
+         false,
+         {{35, 2304}}},
+        {"Shift alone is a modifier", 30, Qt::Key_A, Qt::ShiftModifier, false, {{0, 512}}},
+        {"a shifted digit is its key",
+         3,
+         Qt::Key_At,
+         Qt::ShiftModifier | Qt::ControlModifier,
+         false,
+         {{19, 4608}}},
+        {"all four",
+         57,
+         Qt::Key_Space,
+         Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier,
+         false,
+         {{49, 6912}}},
+        {"Tab with a modifier", 15, Qt::Key_Tab, Qt::ControlModifier, false, {{48, 4096}}},
+        {"a plain key", 25, Qt::Key_P, Qt::NoModifier, true, {}},
+        {"a plain Tab", 15, Qt::Key_Tab, Qt::NoModifier, true, {}},
+        {"a key of the number pad alone", 79, Qt::Key_1, Qt::KeypadModifier, true, {}},
+        {"a modifier key alone", 56, Qt::Key_Alt, Qt::NoModifier, true, {}},
+        {"a modifier key on top of another", 56, Qt::Key_Alt, Qt::ControlModifier, true, {}},
+        {"Escape", 1, Qt::Key_Escape, Qt::NoModifier, false, {}},
+        {"Escape with a modifier", 1, Qt::Key_Escape, Qt::ControlModifier, false, {}},
+    };
+    for (const auto& [what, evdevCode, key, modifiers, goesOnRecording, expected] : cases) {
+        SCOPED_TRACE(what);
+        recorded.clear();
+        click(widget);
+        ASSERT_TRUE(view->recording());
+        press(evdevCode, key, modifiers);
+        EXPECT_EQ(view->recording(), goesOnRecording);
+        EXPECT_EQ(recorded, expected);
+        if (view->recording())
+            click(widget);
+    }
+}
+
+TEST_F(ShortcutRecorderTest, LetsTheProgramsOwnHotKeysThroughOnlyWhileItRecords) {
+    struct Case {
+        const char* what;
+        std::function<void()> end;
+    };
+    const Case cases[] = {
+        {"a second click", [this] { click(widget); }},
+        {"Escape", [this] { press(1, Qt::Key_Escape, Qt::NoModifier); }},
+        {"a recorded key", [this] { press(25, Qt::Key_P, Qt::MetaModifier); }},
+        {"the keyboard going elsewhere", [this] { window.setFocus(); }},
+        {"the window closing", [this] { window.hide(); }},
+    };
+    for (const auto& [what, end] : cases) {
+        SCOPED_TRACE(what);
+        showActive(window);
+        click(widget);
+        EXPECT_TRUE(desktop.hotKeys().isSuspended());
+        end();
+        EXPECT_FALSE(view->recording());
+        EXPECT_FALSE(desktop.hotKeys().isSuspended());
+    }
+    showActive(window);
+    click(widget);
+    delete &widget;
+    view.reset();
+    EXPECT_FALSE(desktop.hotKeys().isSuspended());
+}
+
+TEST_F(ShortcutRecorderTest, OnlyOneRecordsAtATimeAndAKeyMeansNothingToAnIdleOne) {
+    const auto other = std::make_shared<ShortcutRecorderNSView>();
+    auto* otherWidget = new NSViewWidget(other, &window);
+    otherWidget->setGeometry(0, 40, 130, 24);
+    otherWidget->show();
+    click(widget);
+    click(*otherWidget);
+    EXPECT_FALSE(view->recording());
+    EXPECT_TRUE(other->recording());
+    EXPECT_TRUE(desktop.hotKeys().isSuspended());
+    click(*otherWidget);
+    press(25, Qt::Key_P, Qt::MetaModifier);
+    EXPECT_THAT(recorded, testing::IsEmpty());
+}
+
+TEST_F(ShortcutRecorderTest, IsNamedInTheWordsOfThisKeyboard) {
+    desktop.hotKeys().labels[25] = "З";
+    view->setCurrentShortcut({35, 2304});
+    EXPECT_EQ(view->toolTip, "Super+Alt+З");
+    view->setCurrentShortcut({49, 4608});
+    EXPECT_EQ(view->accessibilityLabel, "Ctrl+Shift+Space"); // nothing known of this key: the place's name
+}
+
+TEST_F(ShortcutRecorderTest, DrawsAnotherPictureWhileItRecords) {
+    const QImage idle = widget.grab().toImage();
+    click(widget);
+    EXPECT_NE(widget.grab().toImage(), idle);
+    click(widget);
+    EXPECT_EQ(widget.grab().toImage(), idle);
+}
+
+} // namespace
+} // namespace mirrolet
