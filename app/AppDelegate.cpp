@@ -4,7 +4,9 @@
 #include "platform/appkit/NSStatusBar.h"
 #include "platform/coregraphics/CGScreenCaptureAccess.h"
 #include "platform/dispatch/DispatchQueue.h"
+#include "platform/swiftui/NSHostingController.h"
 #include "settings/SettingsStore.h"
+#include "settings/SettingsView.h"
 
 namespace mirrolet {
 
@@ -65,7 +67,7 @@ std::shared_ptr<NSMenu> AppDelegate::makeMenu() {
     menu->addItem(monitoringMenuItem);
     menu->addItem(std::make_shared<NSMenuItem>("PiP Frontmost Window", action(&AppDelegate::manualTrigger)));
     menu->addItem(NSMenuItem::separator());
-    menu->addItem(std::make_shared<NSMenuItem>("Settings…", nullptr, ","));
+    menu->addItem(std::make_shared<NSMenuItem>("Settings…", action(&AppDelegate::showSettings), ","));
     menu->addItem(NSMenuItem::separator());
     menu->addItem(std::make_shared<NSMenuItem>("Quit Mirrolet", action(&AppDelegate::quit), "q"));
     return menu;
@@ -145,6 +147,20 @@ void AppDelegate::toggleMonitoring() {
     else
         windowMonitor->start();
     updateMonitoringTitle();
+}
+
+/// One window for the life of the program: closing it hides it, with all that it shows.
+void AppDelegate::showSettings() {
+    if (!settingsWindow) {
+        settingsWindow = NSWindow::withContentViewController(NSHostingController(SettingsView().body()));
+        settingsWindow->setTitle("Mirrolet Settings");
+        settingsWindow->setStyleMask(NSWindowStyleMask::titled | NSWindowStyleMask::closable |
+                                     NSWindowStyleMask::miniaturizable);
+        settingsWindow->isReleasedWhenClosed = false;
+        settingsWindow->center();
+    }
+    NSApplication::shared().activateIgnoringOtherApps();
+    settingsWindow->makeKeyAndOrderFront();
 }
 
 void AppDelegate::quit() {

@@ -31,10 +31,12 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
 
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;
+    void applicationShouldHandleReopen() override { showSettings(); }
 
     // The menu's actions.
     void toggleMonitoring();
     void manualTrigger();
+    void showSettings();
     void quit();
 
     void handleHotkey(HotkeyID id);

@@ -1,10 +1,12 @@
 #include "app/MirroletApp.h"
 #include "platform/appkit/NSApplication.h"
+#include "platform/appkit/SingleInstance.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/x11/X11Desktop.h"
 #include "platform/foundation/NSLog.h"
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 using namespace mirrolet;
@@ -27,14 +29,33 @@ bool chooseDesktop() {
     return true;
 }
 
+/// The exit status if this start ends here, as the program runs already.
+std::optional<int> handOver(SingleInstance& instance) {
+    const char* display = std::getenv("DISPLAY");
+    switch (instance.claim(display ? display : "")) {
+    case SingleInstance::Start::first:
+        return std::nullopt;
+    case SingleInstance::Start::handedOver:
+        return EXIT_SUCCESS;
+    case SingleInstance::Start::noAnswer:
+        break;
+    }
+    NSLog("Mirrolet: it is running already, but does not answer");
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    SingleInstance instance;
     if (!chooseDesktop())
         return EXIT_FAILURE;
+    if (const auto status = handOver(instance))
+        return *status;
     int status = EXIT_FAILURE;
     {
         NSApplication application(argc, argv);
+        instance.setOnActivate([&application] { application.reopen(); });
         status = runApplication<MirroletApp>();
     }
     desktop::Desktop::setCurrent(nullptr);

@@ -7,6 +7,7 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QScreen>
 #include <QWidget>
 
@@ -71,11 +72,11 @@ NSApplication::NSApplication(int& argc, char** argv) {
     qInstallMessageHandler(takeToolkitMessage);
     QCoreApplication::setApplicationName(QStringLiteral("mirrolet"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIRROLET_VERSION));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mirrolet"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.mirrolet.Mirrolet"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     state = std::make_unique<State>(argc, argv);
     followDisplayScale(*qGuiApp);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
     theApplication = this;
 }
 
@@ -110,6 +111,11 @@ void NSApplication::terminate() {
         delegate->applicationWillTerminate();
     UserDefaults::standard().flush();
     QCoreApplication::quit();
+}
+
+void NSApplication::reopen() {
+    if (const auto delegate = state->delegate.lock())
+        delegate->applicationShouldHandleReopen();
 }
 
 int NSApplication::run() {

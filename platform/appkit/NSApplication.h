@@ -10,6 +10,8 @@ class NSApplicationDelegate {
     virtual ~NSApplicationDelegate() = default;
     virtual void applicationDidFinishLaunching() = 0;
     virtual void applicationWillTerminate() = 0;
+    /// The user has started the program once more while it runs.
+    virtual void applicationShouldHandleReopen() = 0;
 };
 
 /// The application object: the toolkit, the event loop, start and end. One per process, made by main(). Main
@@ -35,6 +37,9 @@ class NSApplication {
     void activateIgnoringOtherApps();
     /// Tells the delegate, writes the user defaults, and makes run() return.
     void terminate();
+
+    /// The program was started once more: tells the delegate.
+    void reopen();
 
     /// Runs the event loop; the delegate has finished launching before the first event. SIGTERM, SIGINT and
     /// SIGHUP end it as terminate() does. Returns the exit status.

@@ -9,6 +9,14 @@ NSWindow::NSWindow(NSRect contentRect, unsigned styleMask) : frameRect(contentRe
 
 NSWindow::~NSWindow() = default;
 
+std::shared_ptr<NSWindow> NSWindow::withContentViewController(const NSViewController& controller) {
+    const auto view = controller.view();
+    const NSSize size = view->intrinsicContentSize().value_or(view->frame().size);
+    auto window = std::make_shared<NSWindow>(NSRect{{0, 0}, size}, NSWindowStyleMask::titled);
+    window->setContentView(view);
+    return window;
+}
+
 void NSWindow::setFrame(NSRect frame, bool /*display*/) {
     if (frame == frameRect)
         return;

@@ -33,6 +33,13 @@ inline constexpr int floating = 3;
 inline constexpr int modalPanel = 8;
 } // namespace NSWindowLevel
 
+/// Whoever brings a window's content.
+class NSViewController {
+  public:
+    virtual ~NSViewController() = default;
+    [[nodiscard]] virtual std::shared_ptr<NSView> view() const = 0;
+};
+
 /// A window of this program. Frames are in screen coordinates (y upwards from the main screen's bottom-left
 /// corner), in points, without the title bar. Main thread only; always owned by a std::shared_ptr. Created
 /// hidden; its native window exists from the first showing on.
@@ -40,6 +47,8 @@ class NSWindow : public std::enable_shared_from_this<NSWindow> {
   public:
     NSWindow(NSRect contentRect, unsigned styleMask);
     virtual ~NSWindow();
+    /// A titled window as large as the controller's view asks for.
+    static std::shared_ptr<NSWindow> withContentViewController(const NSViewController& controller);
     NSWindow(const NSWindow&) = delete;
     NSWindow& operator=(const NSWindow&) = delete;
 
@@ -66,6 +75,8 @@ class NSWindow : public std::enable_shared_from_this<NSWindow> {
     void setTitle(const std::string& title);
     [[nodiscard]] const std::string& title() const { return windowTitle; }
     [[nodiscard]] unsigned styleMask() const { return style; }
+    /// Before the first showing.
+    void setStyleMask(unsigned mask) { style = mask; }
 
     [[nodiscard]] virtual bool canBecomeKeyWindow() const { return style & NSWindowStyleMask::titled; }
     [[nodiscard]] virtual bool canBecomeMainWindow() const { return style & NSWindowStyleMask::titled; }

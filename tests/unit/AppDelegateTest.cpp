@@ -210,6 +210,23 @@ TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
     EXPECT_FALSE(delegate->activeSession);
 }
 
+TEST_F(AppDelegateTest, TheSettingsAreOneWindowThatClosingOnlyHides) {
+    launch();
+    entry(3).performAction();
+    const auto window = delegate->settingsWindow;
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->title(), "Mirrolet Settings");
+    EXPECT_EQ(window->styleMask(), 7u);
+    EXPECT_EQ(window->frame().size, (NSSize{460, 560}));
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    application.reopen(); // The program was started once more.
+    EXPECT_EQ(delegate->settingsWindow, window);
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+}
+
 TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing) {
     auto& store = SettingsStore::shared();
     launch();
