@@ -57,24 +57,26 @@ void ThreadExecutor::run(const std::shared_ptr<State>& state) {
 }
 
 void ThreadExecutor::post(Task task) {
+    const auto kept = state; // The task may let this executor go before the thread is told of it.
     {
-        const std::lock_guard lock(state->mutex);
-        if (state->stopped)
+        const std::lock_guard lock(kept->mutex);
+        if (kept->stopped)
             return;
-        state->tasks.push(std::move(task));
+        kept->tasks.push(std::move(task));
     }
-    state->changed.notify_one();
+    kept->changed.notify_one();
 }
 
 Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
+    const auto kept = state;
     TimerNumber number = 0;
     {
-        const std::lock_guard lock(state->mutex);
-        if (state->stopped)
+        const std::lock_guard lock(kept->mutex);
+        if (kept->stopped)
             return 0;
-        number = state->tasks.pushAt(deadline, std::move(task));
+        number = kept->tasks.pushAt(deadline, std::move(task));
     }
-    state->changed.notify_one();
+    kept->changed.notify_one();
     return number;
 }
 
