@@ -211,6 +211,7 @@ TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
 }
 
 TEST_F(AppDelegateTest, TheSettingsAreOneWindowThatClosingOnlyHides) {
+    application.setDelegate(delegate);
     launch();
     entry(3).performAction();
     const auto window = delegate->settingsWindow;
