@@ -3,7 +3,7 @@
 // of the X server, above what the server needs for the source alone. Milliseconds a second, and the ratio of
 // the two.
 //
-//   bench_mirroring [SECONDS]
+//   bench_mirroring [SECONDS [ROW]]
 
 #include "bench/ProcessorTime.h"
 #include "tests/desktop/MirrorParts.h"
@@ -109,18 +109,24 @@ Cost measure(const XServer& server, Source& source, std::chrono::seconds time, c
     return {(after.program - before.program) / seconds, (after.server - before.server) / seconds};
 }
 
-void run(const char* what, Source::Change change, bool composited, std::chrono::seconds time) {
+struct Row {
+    const char* what;
+    Source::Change change;
+    bool composited;
+};
+
+void run(const Row& row, std::chrono::seconds time) {
     const XServer server({.width = 1400, .height = 1100});
     std::optional<Picom> picom;
-    if (composited)
+    if (row.composited)
         picom.emplace(server);
-    Source source(server, change);
+    Source source(server, row.change);
     const auto alone = measure(server, source, time, nullptr);
     const auto ours = measure(server, source, time, MIRROR_PARTS_PROGRAM);
     const auto theirs = measure(server, source, time, QT_GRABBER_PROGRAM);
     const double oursAdded = ours.program + ours.server - alone.server;
     const double theirsAdded = theirs.program + theirs.server - alone.server;
-    std::printf("%-22s %8.1f  %7.2f %7.1f %7.1f  %7.1f %7.1f %7.1f  %7.3f\n", what, alone.server,
+    std::printf("%-22s %8.1f  %7.2f %7.1f %7.1f  %7.1f %7.1f %7.1f  %7.3f\n", row.what, alone.server,
                 ours.program, ours.server - alone.server, oursAdded, theirs.program,
                 theirs.server - alone.server, theirsAdded, oursAdded / theirsAdded);
     std::fflush(stdout);
@@ -136,11 +142,14 @@ int main(int argumentCount, char** arguments) {
                     "minimal Qt program", "ratio");
         std::printf("%-22s %8s  %7s %7s %7s  %7s %7s %7s\n", "ms per second", "server", "program", "server+",
                     "sum", "program", "server+", "sum");
-        run("still", Source::Change::none, false, time);
-        run("small change", Source::Change::small, false, time);
-        run("all of it", Source::Change::full, false, time);
-        run("small change, picom", Source::Change::small, true, time);
-        run("all of it, picom", Source::Change::full, true, time);
+        const std::string only = argumentCount > 2 ? arguments[2] : "";
+        const auto wanted = [&only](const Row& row) { return only.empty() || only == row.what; };
+        for (const auto& row :
+             {Row{"still", Source::Change::none, false}, Row{"small", Source::Change::small, false},
+              Row{"all", Source::Change::full, false}, Row{"small-picom", Source::Change::small, true},
+              Row{"all-picom", Source::Change::full, true}})
+            if (wanted(row))
+                run(row, time);
         return EXIT_SUCCESS;
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "%s\n", problem.what());
