@@ -41,6 +41,13 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     return {};
 }
 
+/// fluxbox has its wallpaper set by a tool that shows a message window when it fails, some seconds later.
+void standInForWallpaperTool(const Sandbox& sandbox, Environment& environment) {
+    const auto tool = sandbox.write("bin/fbsetbg", "#!/bin/sh\n");
+    std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+    environment["PATH"] = tool.parent_path().string() + ":" + environment["PATH"];
+}
+
 /// The property names a window that carries the property itself, so that one left by a dead manager does not
 /// count.
 bool isManaged(const WindowFacts& facts, xcb_window_t root) {
@@ -114,6 +121,7 @@ WindowManager::WindowManager(const XServer& server, WindowManagerKind kind, cons
     Environment environment = server.with(sandbox.environment());
     if (bus != nullptr)
         environment = bus->with(environment);
+    standInForWallpaperTool(sandbox, environment);
     std::vector<std::string> command{wanted.program};
     command.insert(command.end(), wanted.arguments.begin(), wanted.arguments.end());
     const auto log = sandbox.folder() / "window-manager.log";
