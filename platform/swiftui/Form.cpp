@@ -82,15 +82,15 @@ View Form::body() const {
         scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         scroll->setFocusPolicy(Qt::NoFocus);
         scroll->setVerticalScrollBar(new ScrollBarWidget);
-        auto* content = new QWidget;
+        auto* column = new QWidget;
         auto* layout = new ColumnLayout(12, ColumnLayout::Placement::fromTop);
         layout->setContentsMargins(20, 10, 20, 14);
-        content->setLayout(layout);
+        column->setLayout(layout);
         for (const View& section : form.content)
             layout->addWidget(section.build({.inForm = true}));
-        scroll->setWidget(content);
+        scroll->setWidget(column);
         scroll->viewport()->setAutoFillBackground(false);
-        content->setAutoFillBackground(false);
+        column->setAutoFillBackground(false);
         return scroll;
     });
 }

@@ -78,7 +78,7 @@ TEST_F(PromptPanelTest, AnswersOnceWhateverComesFirstAndIsClosedThen) {
              QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
          },
          "declined;"},
-        {"a stray Space", [this] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); }, ""},
+        {"a stray Space", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); }, ""},
         {"the time-out", [this] { time.advance(15); }, "declined;"},
         {"nothing yet", [this] { time.advance(14.9); }, ""},
         {"a dismissal", [this] { panel->dismiss(); }, ""},
