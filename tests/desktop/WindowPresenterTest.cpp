@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
+#include <thread>
 
 namespace mirrolet::harness {
 namespace {
@@ -153,6 +155,35 @@ TEST_F(WindowPresenterTest, SurvivesTheEndOfItsWindow) {
     presenter->setBackground(0xff336699);
     presenter->present();
     EXPECT_EQ(x11::X11WindowPresenter::make(*connection, window), nullptr);
+    EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
+}
+
+TEST_F(WindowPresenterTest, SurvivesASourceThatDiesAndResizesAtAnyMoment) {
+    const auto panel = makeWindow({0, 0, 100, 60});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, panel);
+    presenter->resize({100, 60}, 5);
+    std::atomic<xcb_window_t> source = makeWindow({200, 0, 300, 200});
+    std::atomic<bool> done = false;
+    std::thread trouble([&] {
+        for (std::uint32_t i = 0; i < 400; ++i) {
+            const std::uint32_t size[] = {50 + i % 7 * 40, 30 + i % 5 * 60};
+            xcb_configure_window(client.xcb(), source, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                                 size);
+            xcb_clear_area(client.xcb(), 0, source, 0, 0, 20, 20);
+            client.sync();
+            if (i % 3 != 0)
+                continue;
+            xcb_destroy_window(client.xcb(), source);
+            source = makeWindow({200, 0, 300, 200});
+        }
+        done = true;
+    });
+    while (!done) {
+        presenter->setPicture(capture->image(source), {0, 0, 100, 60});
+        presenter->present();
+    }
+    trouble.join();
+    EXPECT_TRUE(waitUntil([&] { return capture->image(source) != nullptr; }));
     EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
 }
 

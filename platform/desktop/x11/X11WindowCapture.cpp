@@ -123,7 +123,7 @@ void X11WindowCapture::watchCompositingManager() {
             for (const auto& source : sources->all())
                 source->noteReplaced();
         }));
-    xcb_xfixes_select_selection_input(connection.xcb(), connection.root(), selection,
+    xcb_xfixes_select_selection_input(connection.xcb(), connection.ownWindow(), selection,
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
