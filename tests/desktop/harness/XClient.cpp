@@ -15,11 +15,10 @@ void FreeReply::operator()(void* reply) const {
 
 XClient::XClient(const XServer& server) : XClient(server.display()) {}
 
-XClient::XClient(const std::string& display)
-    : name(display), connection(xcb_connect(display.c_str(), nullptr)) {
+XClient::XClient(const std::string& server) : name(server), connection(xcb_connect(server.c_str(), nullptr)) {
     if (xcb_connection_has_error(connection) != 0) {
         xcb_disconnect(connection);
-        throw HarnessError("cannot connect to display " + display);
+        throw HarnessError("cannot connect to display " + name);
     }
     defaultScreen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
 }

@@ -21,7 +21,7 @@ template <typename T> using Reply = std::unique_ptr<T, FreeReply>;
 class XClient {
   public:
     explicit XClient(const XServer& server);
-    explicit XClient(const std::string& display);
+    explicit XClient(const std::string& server);
     ~XClient();
     XClient(const XClient&) = delete;
     XClient& operator=(const XClient&) = delete;
