@@ -19,7 +19,8 @@ struct Kind {
 };
 
 /// No bar, no start-up programs, no wizard on the first start.
-constexpr auto i3Settings = "font pango:DejaVu Sans 10\n"
+constexpr auto i3Settings = "# i3 config file (v4)\n"
+                            "font pango:DejaVu Sans 10\n"
                             "focus_follows_mouse no\n"
                             "default_border pixel 2\n";
 

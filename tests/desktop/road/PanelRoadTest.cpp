@@ -1,5 +1,5 @@
-#include "tests/desktop/road/RoadTest.h"
 #include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/road/RoadTest.h"
 
 namespace mirrolet {
 namespace {
@@ -76,9 +76,13 @@ TEST_F(APanel, ThatWasClosedTakesOnePressToForgetAndOneToOpenAgain) {
 }
 
 TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
-    const std::uint32_t ground = orange;
-    xcb_change_window_attributes(client.xcb(), client.root(), XCB_CW_BACK_PIXEL, &ground);
-    xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
+    const auto ground = showWindow({.title = "Ground",
+                                    .width = 1280,
+                                    .height = 800,
+                                    .x = 0,
+                                    .y = 0,
+                                    .colour = colourName(orange),
+                                    .overrideRedirect = true});
     startQuiet();
     const auto call = showCall();
     const Box box = facts.box(openMirror(*call));
@@ -87,7 +91,6 @@ TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
     auto compositor = std::make_unique<Picom>(server);
     EXPECT_TRUE(waitUntil(isRound)) << "with";
     compositor.reset();
-    xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
     EXPECT_TRUE(waitUntil(isRound)) << "without again";
     EXPECT_TRUE(waitUntil([&] { return isNear(facts.pixel(box.x + 50, box.y + 50), blue); }));
 }
