@@ -275,8 +275,15 @@ class Scene {
     static void person(Window& window, int x, int y, int w, int h, std::uint32_t wall, std::uint32_t skin) {
         window.fill(wall, x, y, w, h);
         const int head = std::min(w, h) * 2 / 5;
-        window.fill(0x26303c, x + w / 2 - head * 3 / 4, y + h - head, head * 3 / 2, head);
-        window.disc(skin, x + (w - head) / 2, y + h / 2 - head * 3 / 4, head, head * 5 / 4);
+        const int middle = x + w / 2;
+        const int top = y + h / 2 - head * 3 / 4;
+        window.fill(0x3d332c, middle - head * 5 / 8, top + head / 3, head * 5 / 4, head / 2);
+        window.disc(0x3d332c, middle - head * 5 / 8, top - head / 6, head * 5 / 4, head);
+        window.fill(skin, middle - head / 5, top + head, head * 2 / 5, head / 2);
+        window.disc(skin, middle - head / 2, top, head, head * 5 / 4);
+        // Shoulders, cut by the tile's lower edge.
+        window.disc(0x26303c, middle - head, y + h - head * 5 / 8, head * 2, head * 5 / 4);
+        window.fill(0x15181d, x, y + h, w, head);
     }
 
     void controls(Window& window, int w, int h) const {

@@ -22,7 +22,6 @@ class RoadShow {
   public:
     explicit RoadShow(std::filesystem::path folder) : folder(std::move(folder)) {
         std::filesystem::create_directories(this->folder);
-        paintBackground();
     }
 
     void run() {
@@ -72,11 +71,16 @@ class RoadShow {
         return true;
     }
 
-    void paintBackground() {
-        const std::uint32_t colour = 0x51627a;
-        xcb_change_window_attributes(client.xcb(), client.root(), XCB_CW_BACK_PIXEL, &colour);
-        xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
-        client.sync();
+    /// A compositing manager shows no plain colour of the root window.
+    static CallWindow::Options backgroundOptions() {
+        CallWindow::Options options;
+        options.title = options.wmClass = options.wmInstance = "Background";
+        options.type = "_NET_WM_WINDOW_TYPE_DESKTOP";
+        options.colour = "3f5170";
+        options.x = options.y = 0;
+        options.width = 1280;
+        options.height = 800;
+        return options;
     }
 
     /// The window has drawn itself and stands still.
@@ -137,6 +141,7 @@ class RoadShow {
     WindowManager manager{server, WindowManagerKind::openbox};
     Picom compositor{server};
     TrayHost tray{server};
+    CallWindow background{server, backgroundOptions()};
     XClient client{server};
     WindowFacts facts{client};
 };

@@ -75,14 +75,24 @@ TEST(ADesktopThatIsNoGood, IsRefusedWithOneLine) {
         Program program(nullptr, nullptr, {.environment = {{"DISPLAY", ":9876"}}});
         expectRefusal(program);
     }
-    {
-        SCOPED_TRACE("without COMPOSITE");
-        XServer::Options options;
-        options.composite = false;
-        const XServer server(options);
-        Program program(&server, nullptr, {});
-        expectRefusal(program);
-    }
+}
+
+TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
+    XServer::Options options;
+    options.composite = false;
+    const XServer server(options);
+    XClient client(server);
+    const WindowFacts facts(client);
+    Program program(&server, nullptr, {.defaults = Program::defaults()});
+    const CallWindow call(server);
+    require("the prompt is shown", [&] { return program.prompt(facts).has_value(); });
+    EXPECT_THAT(program.log(), HasSubstr("COMPOSITE"));
+    Keyboard(client).stroke({key::returnKey});
+    // The question about access, which is as broad as its text.
+    require("the alert is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
+    Keyboard(client).stroke({key::escape});
+    require("the alert is gone", [&] { return program.windows(facts).empty(); });
+    EXPECT_TRUE(program.child().running());
 }
 
 TEST(ADesktopWithout, AWindowManagerATrayOrABusStillGetsItsMirror) {

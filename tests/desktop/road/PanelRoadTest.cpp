@@ -76,13 +76,14 @@ TEST_F(APanel, ThatWasClosedTakesOnePressToForgetAndOneToOpenAgain) {
 }
 
 TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
-    const auto ground = showWindow({.title = "Ground",
-                                    .width = 1280,
-                                    .height = 800,
-                                    .x = 0,
-                                    .y = 0,
-                                    .colour = colourName(orange),
-                                    .overrideRedirect = true});
+    // A plain colour of the root window is not shown by a compositing manager.
+    CallWindow::Options everywhere;
+    everywhere.colour = colourName(orange);
+    everywhere.width = 1280;
+    everywhere.height = 800;
+    everywhere.x = everywhere.y = 0;
+    everywhere.overrideRedirect = true;
+    const CallWindow ground(server, everywhere);
     startQuiet();
     const auto call = showCall();
     const Box box = facts.box(openMirror(*call));
