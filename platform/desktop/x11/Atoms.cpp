@@ -24,6 +24,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(MANAGER),
         ATOM(_NET_SUPPORTED),
         ATOM(_NET_SUPPORTING_WM_CHECK),
+        ATOM(_NET_CLIENT_LIST),
         ATOM(_NET_CLIENT_LIST_STACKING),
         ATOM(_NET_ACTIVE_WINDOW),
         ATOM(_NET_WM_NAME),

@@ -136,23 +136,51 @@ class X11WindowList::Reading {
   private:
     /// The first round trip.
     bool readRoot() {
-        const auto list = requestProperty(xcb, connection.root(),
-                                          connection.atoms()._NET_CLIENT_LIST_STACKING, mostBytesOfStack);
+        const auto& atoms = connection.atoms();
+        const auto list = askRoot(atoms._NET_CLIENT_LIST_STACKING);
+        const auto unordered = askRoot(atoms._NET_CLIENT_LIST);
+        const auto active = askRoot(atoms._NET_ACTIVE_WINDOW);
         const auto tree = xcb_query_tree(xcb, connection.root());
         const auto pids = clients.request();
         managerNamed = check.askManager();
         const auto listReply = takeProperty(xcb, list);
+        const auto unorderedReply = takeProperty(xcb, unordered);
+        const auto activeReply = takeProperty(xcb, active);
         const XcbReply<xcb_query_tree_reply_t> treeReply(xcb_query_tree_reply(xcb, tree, nullptr));
         clients.take(pids);
         if (!treeReply)
             return false;
         const auto* child = xcb_query_tree_children(treeReply.get());
         children = frontToBack({child, child + xcb_query_tree_children_length(treeReply.get())});
-        const auto stack = propertyIn(listReply);
-        // An empty list is a desktop without windows; only an absent one is no list.
-        if (managerNamed && stack.type == XCB_ATOM_WINDOW && stack.format == 32)
-            managed = frontToBack(stack.items(XCB_ATOM_WINDOW));
+        if (managerNamed)
+            managed = listed(propertyIn(listReply), propertyIn(unorderedReply), propertyIn(activeReply));
         return true;
+    }
+
+    xcb_get_property_cookie_t askRoot(xcb_atom_t property) {
+        return requestProperty(xcb, connection.root(), property, mostBytesOfStack);
+    }
+
+    /// The stack may lack a window that is on screen: xfwm4 publishes a new window's place only when it is
+    /// next raised, and i3 does not list one that opens in full screen above nothing. The plain list or the
+    /// active window then names it; as the newest, it is put in front. An empty list is a desktop without
+    /// windows; only an absent one is no list.
+    static std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
+                                                           const Property& active) {
+        const auto isList = [](const Property& list) {
+            return list.type == XCB_ATOM_WINDOW && list.format == 32;
+        };
+        if (!isList(stack) && !isList(unordered))
+            return std::nullopt;
+        auto windows = stack.items(XCB_ATOM_WINDOW);
+        std::unordered_set<xcb_window_t> known(windows.begin(), windows.end());
+        for (const auto* more : {&unordered, &active}) {
+            for (const auto window : more->items(XCB_ATOM_WINDOW)) {
+                if (known.insert(window).second)
+                    windows.push_back(window);
+            }
+        }
+        return frontToBack(windows);
     }
 
     static std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {

@@ -69,6 +69,13 @@ std::optional<xcb_window_t> Program::prompt(const WindowFacts& facts) const {
     return std::nullopt;
 }
 
+xcb_window_t Program::awaitPrompt(const WindowFacts& facts) const {
+    require("the prompt is shown", [&] { return prompt(facts).has_value(); });
+    const xcb_window_t window = prompt(facts).value_or(XCB_NONE);
+    require("the prompt has the keyboard", [&] { return facts.focus() == window; });
+    return window;
+}
+
 std::optional<xcb_window_t> Program::panel(const WindowFacts& facts) const {
     for (const xcb_window_t window : windows(facts))
         if (!isPrompt(facts.box(window)))

@@ -40,6 +40,8 @@ class Program {
     [[nodiscard]] std::vector<xcb_window_t> windows(const WindowFacts& facts) const;
     /// The prompt, by its size, which is fixed.
     [[nodiscard]] std::optional<xcb_window_t> prompt(const WindowFacts& facts) const;
+    /// Waits until the prompt is shown and has the keyboard; a key before that goes elsewhere.
+    xcb_window_t awaitPrompt(const WindowFacts& facts) const;
     /// The mirror: the one that is not the prompt.
     [[nodiscard]] std::optional<xcb_window_t> panel(const WindowFacts& facts) const;
 

@@ -27,9 +27,7 @@ class RoadShow {
     void run() {
         auto call = std::make_unique<CallWindow>(server, callOptions());
         Program program(&server, &bus, {.defaults = Program::defaults()});
-        require("Mirrolet runs and offers Picture-in-Picture",
-                [&] { return alive(program) && program.prompt(facts).has_value(); });
-        settle(*program.prompt(facts));
+        settle(program.awaitPrompt(facts));
         take("1-prompt");
 
         Keyboard(client).stroke({key::returnKey});
@@ -63,12 +61,6 @@ class RoadShow {
         options.y = 90;
         options.rate = 30;
         return options;
-    }
-
-    static bool alive(Program& program) {
-        if (!program.child().running())
-            throw HarnessError("Mirrolet ended: " + program.log());
-        return true;
     }
 
     /// A compositing manager shows no plain colour of the root window.

@@ -85,7 +85,7 @@ TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
     const WindowFacts facts(client);
     Program program(&server, nullptr, {.defaults = Program::defaults()});
     const CallWindow call(server);
-    require("the prompt is shown", [&] { return program.prompt(facts).has_value(); });
+    program.awaitPrompt(facts);
     EXPECT_THAT(program.log(), HasSubstr("COMPOSITE"));
     Keyboard(client).stroke({key::returnKey});
     // The question about access, which is as broad as its text.
@@ -101,7 +101,7 @@ TEST(ADesktopWithout, AWindowManagerATrayOrABusStillGetsItsMirror) {
     const WindowFacts facts(client);
     Program program(&server, nullptr, {.defaults = Program::defaults()});
     const CallWindow call(server);
-    require("the prompt is shown", [&] { return program.prompt(facts).has_value(); });
+    program.awaitPrompt(facts);
     Keyboard(client).stroke({key::returnKey});
     require("the mirror is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
 }

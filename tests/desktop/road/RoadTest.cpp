@@ -94,8 +94,7 @@ void RoadTest::giveKeyboardTo(const CallWindow& window) {
 }
 
 xcb_window_t RoadTest::awaitPrompt() {
-    require("the prompt is shown", [this] { return program->prompt(facts).has_value(); });
-    return program->prompt(facts).value_or(XCB_NONE);
+    return program->awaitPrompt(facts);
 }
 
 xcb_window_t RoadTest::awaitPanel() {

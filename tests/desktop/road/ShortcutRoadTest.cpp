@@ -76,8 +76,10 @@ TEST_F(Shortcuts, DismissAPrompt) {
 
 TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
     const auto code = static_cast<xcb_keycode_t>(key::f + 8);
-    xcb_grab_key(client.xcb(), 0, client.root(), XCB_MOD_MASK_ANY, code, XCB_GRAB_MODE_ASYNC,
+    XClient rival(server);
+    xcb_grab_key(rival.xcb(), 0, rival.root(), XCB_MOD_MASK_ANY, code, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
+    rival.sync();
     start();
     const auto call = showCall();
     require("the program says that the shortcut is taken", [this] {
