@@ -15,7 +15,8 @@ class ObservableObjectPublisher {
   public:
     ObservableObjectPublisher();
 
-    /// Calls every subscriber, in the order they subscribed. A subscriber may cancel itself or others meanwhile.
+    /// Calls every subscriber, in the order they subscribed. A subscriber may cancel itself or others
+    /// meanwhile.
     void send();
     /// Calls `receive` at once for each announcement, until the result is destroyed or cancelled.
     [[nodiscard]] AnyCancellable sink(std::function<void()> receive);

@@ -12,12 +12,13 @@ class Executor;
 
 enum class DispatchQoS { unspecified, userInitiated, userInteractive };
 
-/// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one thread that
-/// carries the queue's label as its name; main() is the application's event loop.
+/// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one
+/// thread that carries the queue's label as its name; main() is the application's event loop.
 class DispatchQueue {
   public:
-    /// Starts the queue's thread. Destroying the queue lets the running task end, drops what was not started, and
-    /// joins the thread (or leaves it to end by itself if the last owner is one of the queue's own tasks).
+    /// Starts the queue's thread. Destroying the queue lets the running task end, drops what was not started,
+    /// and joins the thread (or leaves it to end by itself if the last owner is one of the queue's own
+    /// tasks).
     explicit DispatchQueue(std::string label, DispatchQoS qos = DispatchQoS::unspecified);
     ~DispatchQueue();
     DispatchQueue(const DispatchQueue&) = delete;

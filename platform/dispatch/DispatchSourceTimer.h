@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// A repeating timer on a serial queue. Its firings sit on absolute deadlines (start + n × interval): no drift, and
-/// firings that were missed fold into one. The owner cancels it; its destructor does not.
+/// A repeating timer on a serial queue. Its firings sit on absolute deadlines (start + n × interval): no
+/// drift, and firings that were missed fold into one. The owner cancels it; its destructor does not.
 class DispatchSourceTimer {
   public:
     static std::shared_ptr<DispatchSourceTimer> make(const DispatchQueue& queue);
@@ -17,7 +17,8 @@ class DispatchSourceTimer {
     void scheduleNow(double repeating);
     void setEventHandler(std::function<void()> handler);
     void resume();
-    /// No firing begins after this returns on the timer's own queue; one may be running if called from elsewhere.
+    /// No firing begins after this returns on the timer's own queue; one may be running if called from
+    /// elsewhere.
     void cancel();
 
   private:

@@ -10,8 +10,8 @@
 
 namespace mirrolet::platform {
 
-/// One typed value: what window-list entries, user defaults and bundle information are made of. A plain value,
-/// copied freely between threads.
+/// One typed value: what window-list entries, user defaults and bundle information are made of. A plain
+/// value, copied freely between threads.
 class PropertyList {
   public:
     using Array = std::vector<PropertyList>;

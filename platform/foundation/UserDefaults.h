@@ -7,10 +7,11 @@
 
 namespace mirrolet::platform {
 
-/// The user defaults: typed values under string keys, in one JSON file, `$XDG_CONFIG_HOME/mirrolet/defaults.json`
-/// (mode 0600, replaced atomically). Changes are written behind, a moment after the last one, and by flush(). A file
-/// that cannot be read is set aside under another name and said so once; a folder that cannot be written is said once
-/// and the values live on in memory. Keys that nobody here knows stay in the file. Any thread.
+/// The user defaults: typed values under string keys, in one JSON file,
+/// `$XDG_CONFIG_HOME/mirrolet/defaults.json` (mode 0600, replaced atomically). Changes are written behind, a
+/// moment after the last one, and by flush(). A file that cannot be read is set aside under another name and
+/// said so once; a folder that cannot be written is said once and the values live on in memory. Keys that
+/// nobody here knows stay in the file. Any thread.
 class UserDefaults {
   public:
     /// The program's own, read on first use.
