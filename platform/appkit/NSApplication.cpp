@@ -2,6 +2,8 @@
 
 #include "platform/appkit/SignalWatcher.h"
 #include "platform/coregraphics/DisplayScale.h"
+#include "platform/dispatch/DispatchQueue.h"
+#include "platform/dispatch/Executor.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/SessionBus.h"
 #include "platform/foundation/UserDefaults.h"
@@ -77,6 +79,7 @@ NSApplication::NSApplication(int& argc, char** argv) {
     state = std::make_unique<State>(argc, argv);
     followDisplayScale(*qGuiApp);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
+    (void)DispatchQueue::main().executor()->now(); // Made here, on its own thread, before others post to it.
     theApplication = this;
 }
 
@@ -110,7 +113,8 @@ void NSApplication::terminate() {
     if (const auto delegate = state->delegate.lock())
         delegate->applicationWillTerminate();
     UserDefaults::standard().flush();
-    QCoreApplication::quit();
+    // Behind what the delegate has posted: a mirror that is stopped closes its panel on the next turn.
+    DispatchQueue::main().async([] { QCoreApplication::quit(); });
 }
 
 void NSApplication::reopen() {
