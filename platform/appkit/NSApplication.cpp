@@ -1,5 +1,6 @@
 #include "platform/appkit/NSApplication.h"
 
+#include "platform/appkit/DesktopAppearance.h"
 #include "platform/appkit/SignalWatcher.h"
 #include "platform/coregraphics/DisplayScale.h"
 #include "platform/dispatch/DispatchQueue.h"
@@ -78,6 +79,7 @@ NSApplication::NSApplication(int& argc, char** argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     state = std::make_unique<State>(argc, argv);
     followDisplayScale(*qGuiApp);
+    DesktopAppearance::follow();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
     (void)DispatchQueue::main().executor()->now(); // Made here, on its own thread, before others post to it.
     theApplication = this;

@@ -1,0 +1,105 @@
+#include "platform/appkit/DesktopAppearance.h"
+
+#include "platform/dispatch/DispatchQueue.h"
+#include "platform/foundation/SessionBus.h"
+
+#include <QApplication>
+#include <QPalette>
+
+#include <cstring>
+
+namespace mirrolet::platform {
+
+namespace {
+
+constexpr const char* portal = "org.freedesktop.portal.Desktop";
+constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* portalSettings = "org.freedesktop.portal.Settings";
+constexpr const char* appearance = "org.freedesktop.appearance";
+constexpr const char* colorScheme = "color-scheme";
+constexpr guint32 prefersDark = 1;
+
+/// The value comes wrapped once or twice, depending on the portal's age. Anything else but a number is
+/// ignored.
+void take(GVariant* value) {
+    GVariant* inner = g_variant_ref(value);
+    while (g_variant_is_of_type(inner, G_VARIANT_TYPE_VARIANT)) {
+        GVariant* next = g_variant_get_variant(inner);
+        g_variant_unref(inner);
+        inner = next;
+    }
+    if (g_variant_is_of_type(inner, G_VARIANT_TYPE_UINT32)) {
+        const bool dark = g_variant_get_uint32(inner) == prefersDark;
+        DispatchQueue::main().async([dark] { DesktopAppearance::setDark(dark); });
+    }
+    g_variant_unref(inner);
+}
+
+void answered(GObject* connection, GAsyncResult* result, gpointer /*data*/) {
+    GVariant* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr);
+    if (!reply)
+        return; // no portal here: the toolkit's palette stays
+    GVariant* value = g_variant_get_child_value(reply, 0);
+    take(value);
+    g_variant_unref(value);
+    g_variant_unref(reply);
+}
+
+void changed(GDBusConnection* /*connection*/, const gchar* /*sender*/, const gchar* /*path*/,
+             const gchar* /*interface*/, const gchar* /*signal*/, GVariant* parameters, gpointer /*data*/) {
+    if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")))
+        return;
+    const gchar* group = nullptr;
+    const gchar* key = nullptr;
+    GVariant* value = nullptr;
+    g_variant_get(parameters, "(&s&s@v)", &group, &key, &value);
+    if (std::strcmp(key, colorScheme) == 0)
+        take(value);
+    g_variant_unref(value);
+}
+
+void ask(GDBusConnection* connection) {
+    if (!connection)
+        return;
+    g_dbus_connection_signal_subscribe(connection, portal, portalSettings, "SettingChanged", portalPath,
+                                       appearance, G_DBUS_SIGNAL_FLAGS_NONE, changed, nullptr, nullptr);
+    g_dbus_connection_call(connection, portal, portalPath, portalSettings, "Read",
+                           g_variant_new("(ss)", appearance, colorScheme), G_VARIANT_TYPE("(v)"),
+                           G_DBUS_CALL_FLAGS_NONE, -1, nullptr, answered, nullptr);
+}
+
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+QPalette darkened(QPalette palette) {
+    palette.setColor(QPalette::Window, QColor(45, 45, 48));
+    palette.setColor(QPalette::Base, QColor(30, 30, 32));
+    palette.setColor(QPalette::AlternateBase, QColor(38, 38, 41));
+    palette.setColor(QPalette::Button, QColor(55, 55, 58));
+    palette.setColor(QPalette::ToolTipBase, QColor(55, 55, 58));
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, QColor(245, 245, 247));
+    palette.setColor(QPalette::PlaceholderText, QColor(245, 245, 247, 128));
+    return palette;
+}
+
+bool darkenedHere = false;
+
+} // namespace
+
+void DesktopAppearance::follow() {
+    SessionBus::shared().whenKnown(ask);
+}
+
+void DesktopAppearance::setDark(bool dark) {
+    if (!qApp || dark == darkenedHere)
+        return;
+    if (dark && isDark(QApplication::palette()))
+        return;
+    darkenedHere = dark;
+    QApplication::setPalette(dark ? darkened(QApplication::palette()) : QPalette());
+}
+
+} // namespace mirrolet::platform
