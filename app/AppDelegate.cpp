@@ -30,6 +30,17 @@ std::shared_ptr<AppDelegate> AppDelegate::make() {
 
 AppDelegate::AppDelegate() : windowMonitor(WindowMonitor::make()), hotkeyManager(HotkeyManager::make()) {}
 
+AppDelegate::~AppDelegate() {
+    statusItem = nullptr;
+    monitoringMenuItem = nullptr;
+    settingsWindow = nullptr;
+    windowMonitor = nullptr;
+    hotkeyManager = nullptr;
+    promptPanel = nullptr;
+    pipController = nullptr;
+    settingsSubscription.cancel();
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
     NSApplication::shared().setActivationPolicy(NSApplication::ActivationPolicy::accessory);
     setupStatusItem();

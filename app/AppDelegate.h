@@ -28,6 +28,10 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
 
     /// Shows and starts nothing.
     static std::shared_ptr<AppDelegate> make();
+    /// Lets go of what it owns in the order of the members: the ways in first, what they lead to after them.
+    ~AppDelegate() override;
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
 
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;

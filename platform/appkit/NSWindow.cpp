@@ -3,6 +3,8 @@
 #include "platform/appkit/NSScreen.h"
 #include "platform/appkit/WindowHost.h"
 
+#include <utility>
+
 namespace mirrolet::platform {
 
 NSWindow::NSWindow(NSRect contentRect, unsigned styleMask) : frameRect(contentRect), style(styleMask) {}
@@ -23,7 +25,7 @@ void NSWindow::setFrame(NSRect frame, bool /*display*/) {
     frameRect = frame;
     if (content)
         content->setFrame({{0, 0}, frame.size});
-    if (host)
+    if (host && !followsHost)
         host->setGeometry(toQtScreenRect(frame));
 }
 
@@ -94,10 +96,11 @@ void NSWindow::setTitle(const std::string& title) {
 void NSWindow::mouseEntered(const NSEvent& /*event*/) {}
 void NSWindow::mouseExited(const NSEvent& /*event*/) {}
 
+/// Subclasses lay out in setFrame(), whoever changes the frame.
 void NSWindow::hostMoved(NSRect frame) {
-    frameRect = frame;
-    if (content)
-        content->setFrame({{0, 0}, frame.size});
+    const bool outer = std::exchange(followsHost, true);
+    setFrame(frame, true);
+    followsHost = outer;
 }
 
 } // namespace mirrolet::platform

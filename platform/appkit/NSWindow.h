@@ -93,7 +93,8 @@ class NSWindow : public std::enable_shared_from_this<NSWindow> {
     NSColor backgroundColor = NSColor::white();
 
   protected:
-    /// The frame is changed by the user or the desktop, not by setFrame().
+    /// The user or the desktop has changed the frame: passes it on to setFrame(), which leaves the native
+    /// window alone then.
     friend class WindowHost;
     void hostMoved(NSRect frame);
 
@@ -106,6 +107,7 @@ class NSWindow : public std::enable_shared_from_this<NSWindow> {
     std::string windowTitle;
     std::shared_ptr<NSView> content;
     std::unique_ptr<WindowHost> host;
+    bool followsHost = false; ///< While the native window's frame is taken over.
 };
 
 } // namespace mirrolet::platform

@@ -257,5 +257,22 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     store.setPipAlwaysOnTop(true);
 }
 
+TEST_F(AppDelegateTest, ItLetsGoOfWhatItOwnsInTheOrderOfItsMembers) {
+    launch();
+    callAppears();
+    accept();
+    delegate->applicationWillTerminate();
+    std::vector<std::string> gone;
+    const auto watch = [&gone](auto& owner, const char* name) {
+        owner = {owner.get(), [&gone, name, kept = owner](auto*) { gone.emplace_back(name); }};
+    };
+    watch(delegate->statusItem, "item");
+    watch(delegate->windowMonitor, "monitor");
+    watch(delegate->hotkeyManager, "hot keys");
+    watch(delegate->pipController, "mirror");
+    delegate = AppDelegate::make();
+    EXPECT_THAT(gone, testing::ElementsAre("item", "monitor", "hot keys", "mirror"));
+}
+
 } // namespace
 } // namespace mirrolet

@@ -157,6 +157,17 @@ TEST_F(PiPPanelTest, ALevelOnTheOtherSideOfNormalGetsAWindowOfTheOtherKind) {
     EXPECT_EQ(desktop.panelWindows().back()->keyboardsTaken, 0);
 }
 
+TEST_F(PiPPanelTest, AWindowManagerThatResizesItMovesTheControlsToo) {
+    panel->setLevel(NSWindowLevel::normal);
+    settle();
+    auto& window = native();
+    window.setGeometry(QRect(window.position(), QSize(160, 120)));
+    settle();
+    EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
+    EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
+    EXPECT_EQ(window.size(), QSize(160, 120));
+}
+
 class PiPControllerTest : public DesktopTest {
   protected:
     PiPControllerTest() {
