@@ -24,6 +24,8 @@ class Desktop {
     virtual HotKeys& hotKeys() = 0;
     /// By default none ever: a desktop whose status icons all go by the session bus.
     virtual TrayHosts& trayHosts();
+    /// Whether windows can be translucent now; it may change at any time. Any thread.
+    [[nodiscard]] virtual bool isComposited() const = 0;
     /// nullptr where the server cannot compose: the caller then draws the window itself from read-back
     /// pictures.
     virtual std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) = 0;

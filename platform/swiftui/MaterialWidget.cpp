@@ -1,5 +1,6 @@
 #include "platform/swiftui/MaterialWidget.h"
 
+#include "platform/desktop/Desktop.h"
 #include "platform/swiftui/Theme.h"
 
 namespace mirrolet::platform::swiftui {
@@ -8,6 +9,9 @@ void MaterialWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const Theme theme(*this);
+    // Where the corners are cut by shape, an edge pixel that is covered in part would mix with black.
+    if (!desktop::Desktop::current().isComposited())
+        painter.fillRect(rect(), mixed(theme.material, theme.dark ? Qt::white : Qt::black, 0.2));
     // The fill is opaque: without blur behind it, text of other windows shining through would be noise.
     painter.fillPath(continuousRectangle(rect(), radius), theme.material);
     painter.setPen(QPen(theme.hairline, 1));

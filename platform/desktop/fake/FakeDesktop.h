@@ -26,6 +26,7 @@ class FakeDesktop final : public Desktop {
     FakeApplications& applications() override { return theApplications; }
     FakeWindowCapture& capture() override { return theCapture; }
     FakeHotKeys& hotKeys() override { return theHotKeys; }
+    [[nodiscard]] bool isComposited() const override { return true; }
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
 

@@ -32,6 +32,7 @@ class X11Desktop final : public Desktop {
     WindowCapture& capture() override { return theCapture; }
     HotKeys& hotKeys() override { return theHotKeys; }
     TrayHosts& trayHosts() override { return theTrayHosts; }
+    [[nodiscard]] bool isComposited() const override { return compositingManager.running(); }
 
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override {
         return X11WindowPresenter::make(*connection, window);
