@@ -6,6 +6,8 @@
 
 #include <xcb/composite.h>
 
+#include <utility>
+
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
@@ -26,9 +28,7 @@ CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& for
     firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
     xcb_composite_redirect_window(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
     damage = {connection, xcb_generate_id(xcb)};
-    xcb_damage_create(xcb, damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-    damagedParts = {connection, xcb_generate_id(xcb)};
-    xcb_xfixes_create_region(xcb, damagedParts.id(), 0, nullptr);
+    xcb_damage_create(xcb, damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_BOUNDING_BOX);
 }
 
 void CaptureSource::end(bool selectedAnew) {
@@ -83,17 +83,25 @@ bool CaptureSource::update() {
     return true;
 }
 
+/// The events have told where: the server reports each growth of the damaged box, so what comes in after the box is
+/// taken here lies in it or is reported anew. No reply is waited for.
 void CaptureSource::collectDamage() {
-    auto* xcb = connection.xcb();
-    xcb_damage_subtract(xcb, damage.id(), XCB_NONE, damagedParts.id());
-    const XcbReply<xcb_xfixes_fetch_region_reply_t> parts(
-        xcb_xfixes_fetch_region_reply(xcb, xcb_xfixes_fetch_region(xcb, damagedParts.id()), nullptr));
-    if (!parts) {
-        content->noteDamageEverywhere();
-        return;
-    }
-    const auto& box = parts->extents;
+    xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
+    const auto box = takeDamagedBox();
     content->noteDamage({box.x - cutLeft, box.y - cutTop, box.width, box.height});
+}
+
+void CaptureSource::noteDamaged(PixelRect area) {
+    {
+        const std::lock_guard guard(boxLock);
+        damagedBox = united(damagedBox, area);
+    }
+    pending |= damaged;
+}
+
+PixelRect CaptureSource::takeDamagedBox() {
+    const std::lock_guard guard(boxLock);
+    return std::exchange(damagedBox, {});
 }
 
 void CaptureSource::nameAgain() {

@@ -7,7 +7,6 @@
 
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
-#include <xcb/xfixes.h>
 
 #include <atomic>
 #include <chrono>
@@ -37,7 +36,8 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     [[nodiscard]] bool concerns(std::uint32_t eventSequence) const {
         return static_cast<std::int32_t>(eventSequence - firstSequence) >= 0;
     }
-    void noteDamaged() { pending |= damaged; }
+    /// In the window, without its border.
+    void noteDamaged(PixelRect area);
     void noteGone() { gone = true; }
     /// The pixmap is another one by now, or is to be cut in another way.
     void noteReplaced() { pending |= replaced; }
@@ -49,6 +49,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
 
     bool update();
     void collectDamage();
+    PixelRect takeDamagedBox();
     void nameAgain();
     void namePixmap(xcb_visualid_t visual, int borderWidth, const FrameExtents& shadow);
     static std::uint64_t packed(PixelSize size, int borderWidth);
@@ -58,11 +59,13 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     const xcb_window_t window;
     std::uint32_t firstSequence = 0;
     ServerResource<&xcb_damage_destroy> damage;
-    ServerResource<&xcb_xfixes_destroy_region> damagedParts;
 
     std::atomic<unsigned> pending = replaced;
     std::atomic<bool> gone = false;
     std::atomic<std::uint64_t> knownGeometry = 0; ///< As packed(); what the content was named for.
+
+    std::mutex boxLock; ///< Guards the box only; nothing is locked while it is held.
+    PixelRect damagedBox;
 
     std::mutex lock; ///< Guards what follows.
     std::shared_ptr<WindowContent> content;

@@ -95,7 +95,9 @@ void X11WindowCapture::watch(std::uint8_t type, xcb_window_t Event::*window, Act
 
 void X11WindowCapture::watchWindows() {
     watch(static_cast<std::uint8_t>(connection.extensions().damageFirstEvent + XCB_DAMAGE_NOTIFY),
-          &xcb_damage_notify_event_t::drawable, [](auto& source, const auto&) { source.noteDamaged(); });
+          &xcb_damage_notify_event_t::drawable, [](auto& source, const auto& event) {
+              source.noteDamaged({event.area.x, event.area.y, event.area.width, event.area.height});
+          });
     watch(XCB_DESTROY_NOTIFY, &xcb_destroy_notify_event_t::window,
           [](auto& source, const auto&) { source.noteGone(); });
     watch(XCB_MAP_NOTIFY, &xcb_map_notify_event_t::window,
