@@ -27,13 +27,13 @@ XClient::~XClient() {
     xcb_disconnect(connection);
 }
 
-xcb_atom_t XClient::atom(const std::string& name) {
-    const auto known = atoms.find(name);
+xcb_atom_t XClient::atom(const std::string& wanted) {
+    const auto known = atoms.find(wanted);
     if (known != atoms.end())
         return known->second;
-    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(wanted.size()), wanted.c_str());
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? atoms[name] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    return reply ? atoms[wanted] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 void XClient::sync() {
