@@ -83,8 +83,8 @@ bool CaptureSource::update() {
     return true;
 }
 
-/// The events have told where: the server reports each growth of the damaged box, so what comes in after the box is
-/// taken here lies in it or is reported anew. No reply is waited for.
+/// The events have told where: the server reports each growth of the damaged box, so what comes in after the
+/// box is taken here lies in it or is reported anew. No reply is waited for.
 void CaptureSource::collectDamage() {
     xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
     const auto box = takeDamagedBox();

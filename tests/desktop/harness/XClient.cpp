@@ -31,7 +31,8 @@ xcb_atom_t XClient::atom(const std::string& wanted) {
     const auto known = atoms.find(wanted);
     if (known != atoms.end())
         return known->second;
-    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(wanted.size()), wanted.c_str());
+    const auto cookie =
+        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(wanted.size()), wanted.c_str());
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? atoms[wanted] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
