@@ -46,7 +46,7 @@ std::optional<int> handOver(SingleInstance& instance) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int /*argc*/, char** argv) {
     SingleInstance instance;
     if (!chooseDesktop())
         return EXIT_FAILURE;
@@ -54,7 +54,8 @@ int main(int argc, char** argv) {
         return *status;
     int status = EXIT_FAILURE;
     {
-        NSApplication application(argc, argv);
+        int arguments = 1; // Its name: the program takes no options, the toolkit's own neither.
+        NSApplication application(arguments, argv);
         instance.setOnActivate([&application] { application.reopen(); });
         status = runApplication<MirroletApp>();
     }

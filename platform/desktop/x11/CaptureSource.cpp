@@ -16,6 +16,14 @@ namespace {
 // more; a steady refresh would make every still window cost something for it.
 constexpr std::chrono::seconds settleTime{1};
 
+// A film changes nearly all of its window between any two ticks. After so many such ticks in a row the next
+// ones are taken to be alike without being told, as the telling wakes a thread each time; then the window is
+// looked at again for a moment.
+constexpr int ticksOfFilm = 15;
+constexpr int ticksTakenForGranted = 15;
+constexpr int ticksOfAnotherLook =
+    3; ///< One for the report that a new watch begins with, two for the window's own.
+
 } // namespace
 
 CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
@@ -27,8 +35,13 @@ CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& for
         XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
     firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
     xcb_composite_redirect_window(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-    damage = {connection, xcb_generate_id(xcb)};
-    xcb_damage_create(xcb, damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_BOUNDING_BOX);
+    watchDamage();
+}
+
+/// The first report comes at once and is of the whole window.
+void CaptureSource::watchDamage() {
+    damage = {connection, xcb_generate_id(connection.xcb())};
+    xcb_damage_create(connection.xcb(), damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_BOUNDING_BOX);
 }
 
 void CaptureSource::end(bool selectedAnew) {
@@ -68,19 +81,33 @@ std::shared_ptr<const WindowImage> CaptureSource::image() {
 
 bool CaptureSource::update() {
     const unsigned changes = pending.exchange(0);
-    if (changes == 0 && Clock::now() < settlesAt)
+    if (changes == 0 && grantedTicks == 0 && Clock::now() < settlesAt) {
+        filmTicks = 0;
         return false;
-    settlesAt = changes == 0 ? Clock::time_point::max() : Clock::now() + settleTime;
+    }
+    settlesAt = changes == 0 && grantedTicks == 0 ? Clock::time_point::max() : Clock::now() + settleTime;
+    if (grantedTicks > 0 && --grantedTicks == 0)
+        watchDamage();
     // Some windows get the pixmap that they draw to only with the first drawing after the redirection.
     const bool first = (changes & damaged) != 0 && !sawDamage;
     sawDamage = sawDamage || first;
     if ((changes & replaced) != 0 || first)
         nameAgain();
-    else if ((changes & damaged) != 0)
+    else if ((changes & damaged) != 0 && grantedTicks == 0)
         collectDamage();
     else
         content->noteDamageEverywhere();
     return true;
+}
+
+void CaptureSource::followFilm(const PixelRect& box) {
+    const bool most = 4LL * box.width * box.height >= 3LL * content->size().width * content->size().height;
+    filmTicks = most ? filmTicks + 1 : 0;
+    if (filmTicks < ticksOfFilm)
+        return;
+    filmTicks = ticksOfFilm - ticksOfAnotherLook;
+    grantedTicks = ticksTakenForGranted;
+    damage = {};
 }
 
 /// The events have told where: the server reports each growth of the damaged box, so what comes in after the
@@ -89,6 +116,7 @@ void CaptureSource::collectDamage() {
     xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
     const auto box = takeDamagedBox();
     content->noteDamage({box.x - cutLeft, box.y - cutTop, box.width, box.height});
+    followFilm(box);
 }
 
 void CaptureSource::noteDamaged(PixelRect area) {
@@ -106,7 +134,8 @@ PixelRect CaptureSource::takeDamagedBox() {
 
 void CaptureSource::nameAgain() {
     auto* xcb = connection.xcb();
-    xcb_damage_subtract(xcb, damage.id(), XCB_NONE, XCB_NONE);
+    if (grantedTicks == 0)
+        xcb_damage_subtract(xcb, damage.id(), XCB_NONE, XCB_NONE);
     const auto attributesCookie = xcb_get_window_attributes(xcb, window);
     const auto geometryCookie = xcb_get_geometry(xcb, window);
     const auto extentsCookie =

@@ -48,7 +48,9 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     enum Change : unsigned { damaged = 1, replaced = 2 };
 
     bool update();
+    void watchDamage();
     void collectDamage();
+    void followFilm(const PixelRect& box);
     PixelRect takeDamagedBox();
     void nameAgain();
     void namePixmap(xcb_visualid_t visual, int borderWidth, const FrameExtents& shadow);
@@ -73,6 +75,9 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     int cutLeft = 0; ///< Left and top of the picture in the window, without border.
     int cutTop = 0;
     bool sawDamage = false;
+    int filmTicks = 0; ///< In a row, in each of which most of the window changed.
+    int grantedTicks =
+        0; ///< To come, for which changes are taken for granted; there is no watch on damage then.
     Clock::time_point settlesAt = Clock::time_point::max();
 };
 
