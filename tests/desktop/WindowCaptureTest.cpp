@@ -84,6 +84,21 @@ TEST_F(WindowCaptureTest, ShowsACoveredWindowLiveAndAnUnchangedOneAsTheSameObjec
     EXPECT_TRUE(comesToRest(window.window()));
 }
 
+TEST_F(WindowCaptureTest, FollowsAFilmToItsLastPictureAndComesToRest) {
+    const CallWindow window(server, plain("cc2020"));
+    ASSERT_TRUE(becomesPlain(window.window(), red));
+    // Long enough for changes to be taken for granted, and for the look at whether they still come.
+    for (int picture = 0; picture < 40; ++picture) {
+        window.tell(picture % 2 == 0 ? "colour 20a040" : "colour cc2020");
+        ASSERT_TRUE(becomesPlain(window.window(), picture % 2 == 0 ? green : red)) << picture;
+    }
+    window.tell("resize 300 200");
+    EXPECT_TRUE(becomesPlain(window.window(), red, {300, 200}));
+    EXPECT_TRUE(comesToRest(window.window()));
+    window.tell("colour 20a040");
+    EXPECT_TRUE(becomesPlain(window.window(), green, {300, 200}));
+}
+
 TEST_F(WindowCaptureTest, FollowsASizeChangeAndKeepsThePictureOfAnUnmappedWindow) {
     const CallWindow window(server, plain("cc2020"));
     ASSERT_TRUE(becomesPlain(window.window(), red));
