@@ -1,5 +1,6 @@
 #include "platform/appkit/WindowHost.h"
 
+#include "platform/appkit/NSScreen.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/appkit/ViewTree.h"
 #include "platform/appkit/ViewWindowHost.h"
@@ -65,11 +66,11 @@ void WindowHost::watchScreens() {
 /// comes back onto the main one. A window that the user has pushed partly off the screens stays where it is.
 void WindowHost::screensChanged() {
     screensDirty = false;
-    const QScreen* main = QGuiApplication::primaryScreen();
-    if (!main || main->geometry().isEmpty())
+    const auto main = NSScreen::main();
+    if (!main)
         return;
     const QRect before = geometry();
-    const QRect after = isOnScreen(before) ? before : movedInto(main->availableGeometry(), before);
+    const QRect after = isOnScreen(before) ? before : movedInto(toQtScreenRect(main->visibleFrame), before);
     moved(after);
     if (after != before)
         setGeometry(after);

@@ -15,11 +15,21 @@ class NoTrayHosts final : public TrayHosts {
     AnyCancellable subscribe(std::function<void(bool)>) override { return {}; }
 };
 
+class NothingReserved final : public WorkArea {
+  public:
+    ReservedEdges reserved(PixelRect) override { return {}; }
+};
+
 } // namespace
 
 TrayHosts& Desktop::trayHosts() {
     static NoTrayHosts none;
     return none;
+}
+
+WorkArea& Desktop::workArea() {
+    static NothingReserved nothing;
+    return nothing;
 }
 
 Desktop& Desktop::current() {

@@ -7,6 +7,7 @@
 #include "platform/desktop/WindowCapture.h"
 #include "platform/desktop/WindowList.h"
 #include "platform/desktop/WindowPresenter.h"
+#include "platform/desktop/WorkArea.h"
 
 #include <cstdint>
 #include <memory>
@@ -24,6 +25,8 @@ class Desktop {
     virtual HotKeys& hotKeys() = 0;
     /// By default none ever: a desktop whose status icons all go by the session bus.
     virtual TrayHosts& trayHosts();
+    /// By default nothing is reserved.
+    virtual WorkArea& workArea();
     /// Whether windows can be translucent now; it may change at any time. Any thread.
     [[nodiscard]] virtual bool isComposited() const = 0;
     /// nullptr where the server cannot compose: the caller then draws the window itself from read-back

@@ -27,6 +27,8 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(_NET_CLIENT_LIST),
         ATOM(_NET_CLIENT_LIST_STACKING),
         ATOM(_NET_ACTIVE_WINDOW),
+        ATOM(_NET_WM_STRUT),
+        ATOM(_NET_WM_STRUT_PARTIAL),
         ATOM(_NET_WM_NAME),
         ATOM(_NET_WM_PID),
         ATOM(_NET_WM_STATE),

@@ -11,6 +11,7 @@
 #include "platform/desktop/x11/X11WindowCapture.h"
 #include "platform/desktop/x11/X11WindowList.h"
 #include "platform/desktop/x11/X11WindowPresenter.h"
+#include "platform/desktop/x11/X11WorkArea.h"
 
 #include <utility>
 
@@ -23,7 +24,7 @@ class X11Desktop final : public Desktop {
     explicit X11Desktop(std::unique_ptr<X11Connection> opened)
         : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
           theApplications(*connection, loan), theWindowList(*connection, theApplications),
-          theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection) {}
+          theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection), theWorkArea(*connection) {}
 
     void start() { connection->start(); }
 
@@ -32,6 +33,7 @@ class X11Desktop final : public Desktop {
     WindowCapture& capture() override { return theCapture; }
     HotKeys& hotKeys() override { return theHotKeys; }
     TrayHosts& trayHosts() override { return theTrayHosts; }
+    WorkArea& workArea() override { return theWorkArea; }
     [[nodiscard]] bool isComposited() const override { return compositingManager.running(); }
 
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override {
@@ -54,6 +56,7 @@ class X11Desktop final : public Desktop {
     X11WindowCapture theCapture;
     X11HotKeys theHotKeys;
     X11TrayHosts theTrayHosts;
+    X11WorkArea theWorkArea;
 };
 
 } // namespace
