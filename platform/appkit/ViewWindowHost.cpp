@@ -117,6 +117,7 @@ void ViewWindowHost::createNative() {
     const auto number = static_cast<desktop::WindowNumber>(window->winId());
     panel = desktop::Desktop::current().makePanelWindow(number, stacking);
     panel->setLevel(owner.level());
+    panel->setShadow(shadow(window->devicePixelRatio()));
     presenter = desktop::Desktop::current().makePresenter(number);
     if (presenter)
         presenter->setBackground(

@@ -91,6 +91,7 @@ void WidgetWindowHost::createPanel() {
     (void)QCursor::pos();
     panel = desktop::Desktop::current().makePanelWindow(number, desktop::PanelStacking::floating);
     panel->setLevel(owner.level());
+    panel->setShadow(shadow(container->devicePixelRatioF()));
     setCorners();
 }
 

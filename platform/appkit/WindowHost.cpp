@@ -86,6 +86,13 @@ void WindowHost::moved(const QRect& geometry) {
     owner.hostMoved(fromQtScreenRect(geometry));
 }
 
+desktop::PanelShadow WindowHost::shadow(double scale) const {
+    constexpr desktop::PanelShadow inPoints{0.25, 18, 6};
+    if (!owner.hasShadow)
+        return {};
+    return {inPoints.opacity, inPoints.blur * scale, inPoints.offset * scale};
+}
+
 QRect toQtScreenRect(const NSRect& rect) {
     // Place and size are rounded apart: a window that is only moved keeps its size.
     const QPoint topLeft = toQtScreen({rect.minX(), rect.maxY()}).toPoint();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/coregraphics/Geometry.h"
+#include "platform/desktop/PanelWindow.h"
 
 #include <QObject>
 #include <QRect>
@@ -38,6 +39,7 @@ class WindowHost {
   protected:
     /// Tells the NSWindow where the user or the desktop has put it.
     void moved(const QRect& geometry);
+    [[nodiscard]] desktop::PanelShadow shadow(double scale) const;
 
     NSWindow& owner;
 

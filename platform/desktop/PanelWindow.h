@@ -13,6 +13,15 @@ enum class PanelStacking {
     floating,    ///< Above everything, full-screen windows too; the window manager has no part in it.
 };
 
+/// A soft black shadow around a panel and a little below it. Lengths in device pixels; an opacity of 0 is
+/// none.
+struct PanelShadow {
+    double opacity = 0;
+    double blur = 0;   ///< Twice the standard deviation.
+    double offset = 0; ///< Downwards.
+    friend bool operator==(const PanelShadow&, const PanelShadow&) = default;
+};
+
 /// The desktop's side of one panel: stacking, all desktops, no task list, the keyboard, the corners. Made
 /// after the native window exists and before it is first shown; destroyed before the native window is. Main
 /// thread only.
@@ -35,6 +44,8 @@ class PanelWindow {
     /// Size and corner radius in device pixels: where no compositing manager runs, the corners are cut by
     /// shape.
     virtual void setCorners(PixelSize size, double radius) = 0;
+    /// Floating panels only, where a compositing manager runs. None at first.
+    virtual void setShadow(const PanelShadow& shadow) = 0;
 };
 
 } // namespace mirrolet::platform::desktop

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unistd.h>
 
 namespace mirrolet::platform::desktop::x11 {
 namespace {
@@ -326,6 +327,8 @@ class PanelAloneTest : public testing::Test {
         return boxes;
     }
 
+    bool isSeen(const Box& box) { return facts.pixel(box.x + 20, box.y + 20) == panelColour; }
+
     XServer server;
     XClient client{server};
     WindowFacts facts{client};
@@ -337,9 +340,9 @@ TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
     panel.desktop->setCorners({200, 120}, 10);
     EXPECT_TRUE(waitUntil([&] { return !shapeOf(panel.window).empty(); }));
     const auto shape = shapeOf(panel.window);
-    EXPECT_EQ(shape.front(), (Box{7, 0, 186, 1}));
-    EXPECT_EQ(shape.back(), (Box{7, 119, 186, 1}));
-    EXPECT_THAT(shape, Contains((Box{0, 7, 200, 106})));
+    EXPECT_EQ(shape.front(), (Box{8, 0, 184, 1}));
+    EXPECT_EQ(shape.back(), (Box{8, 119, 184, 1}));
+    EXPECT_THAT(shape, Contains((Box{0, 8, 200, 104})));
     {
         const Picom picom(server);
         EXPECT_TRUE(waitUntil([&] { return shapeOf(panel.window).empty(); }));
@@ -347,9 +350,50 @@ TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
         EXPECT_TRUE(backend.compositingManager.running());
     }
     EXPECT_TRUE(waitUntil([&] { return !shapeOf(panel.window).empty(); }));
-    EXPECT_EQ(shapeOf(panel.window).front(), (Box{7, 0, 86, 1})) << "the size that was set in between";
+    EXPECT_EQ(shapeOf(panel.window).front(), (Box{8, 0, 84, 1})) << "the size that was set in between";
     panel.desktop->setCorners({1, 1}, 10);
     EXPECT_TRUE(waitUntil([&] { return shapeOf(panel.window) == std::vector{Box{0, 0, 1, 1}}; }));
+}
+
+TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
+    const std::uint32_t white = 0xffffff;
+    xcb_change_window_attributes(client.xcb(), client.root(), XCB_CW_BACK_PIXEL, &white);
+    xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
+    TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
+    panel.desktop->setCorners({200, 120}, 10);
+    panel.desktop->setShadow({0.25, 18, 6});
+    panel.show();
+    // Where a shadow is to be for a panel of this place and size, and where none.
+    const auto falls = [&](const Box& box) {
+        const auto grey = [&](int x, int y) { return int(facts.pixel(x, y) & 0xff); };
+        const int below = grey(box.x + box.width / 2, box.y + box.height + 4);
+        const int above = grey(box.x + box.width / 2, box.y - 4);
+        return below > 195 && below < 225 && above > below + 15 && above < 254 &&
+               grey(box.x + box.width + 34, box.y) > 252 && isSeen(box);
+    };
+    EXPECT_TRUE(waitUntil([&] { return facts.viewable(panel.window); }));
+    EXPECT_EQ(facts.pixel(140, 174), white) << "without a compositing manager";
+    {
+        const Picom picom(server);
+        EXPECT_TRUE(waitUntil([&] { return falls({40, 50, 200, 120}); }));
+        for (const Box& box : {Box{300, 220, 200, 120}, Box{300, 220, 420, 330}, Box{300, 220, 50, 50}}) {
+            const std::uint32_t values[] = {std::uint32_t(box.x), std::uint32_t(box.y),
+                                            std::uint32_t(box.width), std::uint32_t(box.height)};
+            xcb_configure_window(panel.client.xcb(), panel.window,
+                                 XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                                     XCB_CONFIG_WINDOW_HEIGHT,
+                                 values);
+            xcb_flush(panel.client.xcb());
+            EXPECT_TRUE(waitUntil([&] { return falls(box); })) << box.width;
+        }
+        const CallWindow between(server, {.colour = "ffffff"});
+        EXPECT_TRUE(waitUntil([&] { return falls({300, 220, 50, 50}); })) << "a window below the panel";
+        panel.hide();
+        EXPECT_TRUE(waitUntil([&] { return facts.pixel(325, 274) == white; })) << "hidden";
+        panel.show();
+        EXPECT_TRUE(waitUntil([&] { return falls({300, 220, 50, 50}); })) << "shown again";
+    }
+    EXPECT_TRUE(waitUntil([&] { return facts.windowsOf(getpid()) == std::vector{panel.window}; }));
 }
 
 TEST_F(PanelAloneTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile) {

@@ -21,6 +21,7 @@ struct PanelWindowRecord {
     int keyboardsTaken = 0;
     PixelSize corners;
     double cornerRadius = 0;
+    PanelShadow shadow;
 };
 
 /// Records instead of stacking. Notices a show that was not announced, and a keyboard taken by a hidden
@@ -40,6 +41,7 @@ class FakePanelWindow final : public PanelWindow {
     void takeKeyboard() override;
     void returnKeyboard() override { record->hasKeyboard = false; }
     void setCorners(PixelSize size, double radius) override;
+    void setShadow(const PanelShadow& shadow) override { record->shadow = shadow; }
 
   private:
     std::shared_ptr<PanelWindowRecord> record;

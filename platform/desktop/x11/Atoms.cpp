@@ -60,6 +60,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(_GTK_FRAME_EXTENTS),
         ATOM(_GTK_APPLICATION_ID),
         ATOM(_MOTIF_WM_HINTS),
+        ATOM(_COMPTON_SHADOW),
         ATOM(_MIRROLET_RESTACK),
         ATOM(_MIRROLET_TIME),
         std::pair<xcb_atom_t*, std::string>{&compositingManager, "_NET_WM_CM_S" + screen},

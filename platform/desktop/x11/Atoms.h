@@ -26,6 +26,7 @@ struct Atoms {
         _NET_WM_WINDOW_TYPE_MENU, _NET_WM_WINDOW_TYPE_POPUP_MENU, _NET_WM_WINDOW_TYPE_DROPDOWN_MENU,
         _NET_WM_WINDOW_TYPE_TOOLTIP, _NET_WM_WINDOW_TYPE_COMBO, _NET_WM_WINDOW_TYPE_DND;
     xcb_atom_t _GTK_FRAME_EXTENTS, _GTK_APPLICATION_ID, _MOTIF_WM_HINTS;
+    xcb_atom_t _COMPTON_SHADOW; ///< 0 where a compositing manager shall draw no shadow of its own.
     xcb_atom_t _MIRROLET_RESTACK, _MIRROLET_TIME; ///< Properties of our own window, as messages to ourselves.
     xcb_atom_t compositingManager;                ///< _NET_WM_CM_S<screen>
     xcb_atom_t systemTray;                        ///< _NET_SYSTEM_TRAY_S<screen>

@@ -87,6 +87,16 @@ void PanelStack::setLevel(xcb_window_t panel, int level) {
     requestCheck();
 }
 
+void PanelStack::setShadow(xcb_window_t panel, xcb_window_t shadow) {
+    const std::lock_guard guard(lock);
+    if (shadow == XCB_WINDOW_NONE) {
+        shadows.erase(panel);
+        return;
+    }
+    shadows[panel] = shadow;
+    placeBelow(shadow, panel);
+}
+
 void PanelStack::insert(Panel panel) {
     const auto place = std::ranges::upper_bound(panels, panel.level, {}, &Panel::level);
     panels.insert(place, panel);
@@ -182,7 +192,27 @@ void PanelStack::arrange(const std::vector<Panel>& shown, std::vector<xcb_window
             return requestCheck(); // The window below went away in the meantime.
         std::rotate(place, place + 1, floor + 1);
     }
+    arrangeShadows(shown, order);
     connection.flush();
+}
+
+void PanelStack::arrangeShadows(const std::vector<Panel>& shown, const std::vector<xcb_window_t>& order) {
+    const std::lock_guard guard(lock);
+    for (const auto& panel : shown) {
+        const auto shadow = shadows.find(panel.window);
+        const auto place = std::ranges::find(order, panel.window);
+        if (shadow == shadows.end() || place == order.end())
+            continue;
+        if (place == order.begin() || *std::prev(place) != shadow->second)
+            placeBelow(shadow->second, panel.window);
+    }
+}
+
+/// Not checked: one that has died has no place.
+void PanelStack::placeBelow(xcb_window_t shadow, xcb_window_t panel) const {
+    const std::uint32_t values[] = {panel, XCB_STACK_MODE_BELOW};
+    xcb_configure_window(connection.xcb(), shadow, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+                         values);
 }
 
 bool PanelStack::placeAbove(xcb_window_t panel, xcb_window_t sibling) {

@@ -27,6 +27,8 @@ class PanelStack {
     void hide(xcb_window_t panel);
     /// Without effect on a panel that is not shown.
     void setLevel(xcb_window_t panel, int level);
+    /// A window that belongs right below a panel, from now on; XCB_WINDOW_NONE: none any more. Any thread.
+    void setShadow(xcb_window_t panel, xcb_window_t shadow);
 
   private:
     struct Panel {
@@ -52,11 +54,14 @@ class PanelStack {
     void arrange(const std::vector<Panel>& shown, std::vector<xcb_window_t> order,
                  std::optional<xcb_window_t> opponent);
     bool placeAbove(xcb_window_t panel, xcb_window_t sibling);
+    void placeBelow(xcb_window_t shadow, xcb_window_t panel) const;
+    void arrangeShadows(const std::vector<Panel>& shown, const std::vector<xcb_window_t>& order);
 
     X11Connection& connection;
 
-    std::mutex lock;           ///< Guards the panels and whether a check is on its way.
+    std::mutex lock;           ///< Guards the panels, their shadows and whether a check is on its way.
     std::vector<Panel> panels; ///< The shown ones, bottom to top.
+    std::map<xcb_window_t, xcb_window_t> shadows; ///< Of each panel that has one.
     bool checkPending = false;
 
     // Of the connection's thread only.

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/RoundedCorners.h"
 
+#include "platform/desktop/x11/Coverage.h"
 #include "platform/desktop/x11/PixelBox.h"
 
 #include <algorithm>
@@ -10,21 +11,13 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// How much of a pixel lies in the circle, from its centre's distance to the circle's centre: exact enough
-/// for an edge.
-double coverage(double dx, double dy, double radius) {
-    return std::clamp(radius - std::hypot(dx, dy) + 0.5, 0.0, 1.0);
-}
-
 /// The four corners as a picture of 2 × 2 squares; premultiplied, of which only the alpha counts.
 Bitmap cornerMask(int side, double radius) {
     const int edge = 2 * side;
     Bitmap bitmap{{edge, edge}, std::vector<std::uint32_t>(static_cast<std::size_t>(edge) * edge)};
     for (int y = 0; y < edge; ++y)
         for (int x = 0; x < edge; ++x) {
-            const double dx = radius - (std::min(x, edge - 1 - x) + 0.5);
-            const double dy = radius - (std::min(y, edge - 1 - y) + 0.5);
-            const double inside = coverage(std::max(dx, 0.0), std::max(dy, 0.0), radius);
+            const double inside = roundedCoverage(x, y, {edge, edge}, radius);
             const auto alpha = static_cast<std::uint32_t>(std::lround(inside * 255));
             bitmap.pixels[static_cast<std::size_t>(y) * edge + x] = alpha * 0x01010101U;
         }

@@ -1,19 +1,22 @@
 #include "platform/desktop/x11/RoundedRegion.h"
 
+#include "platform/desktop/x11/Coverage.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// How far the edge of a row's middle lies inside the rectangle.
-int insetOfRow(int row, int height, double radius) {
-    const double fromEdge = std::min(row, height - 1 - row) + 0.5;
-    if (fromEdge >= radius)
-        return 0;
-    const double up = radius - fromEdge;
-    return static_cast<int>(std::lround(radius - std::sqrt(radius * radius - up * up)));
+// A pixel that is covered in part is painted for what lies behind it, which is not there: it would be dark.
+constexpr double leastCoverage = 0.8;
+
+/// How many pixels at either end of a row are not in.
+int insetOfRow(int row, PixelSize size, double radius) {
+    int inset = 0;
+    while (inset < size.width / 2 && roundedCoverage(inset, row, size, radius) < leastCoverage)
+        ++inset;
+    return inset;
 }
 
 } // namespace
@@ -24,7 +27,7 @@ std::vector<PixelRect> roundedRegion(PixelSize size, double radius) {
         return bands;
     const double cut = std::clamp(radius, 0.0, std::min(size.width, size.height) / 2.0);
     for (int row = 0; row < size.height; ++row) {
-        const int inset = insetOfRow(row, size.height, cut);
+        const int inset = insetOfRow(row, size, cut);
         if (!bands.empty() && bands.back().x == inset)
             ++bands.back().height;
         else

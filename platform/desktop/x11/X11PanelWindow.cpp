@@ -21,7 +21,7 @@ X11PanelWindow::X11PanelWindow(X11Connection& connection, PanelStack& stack,
                                WindowNumber window, PanelStacking stacking)
     : connection(connection), stack(stack), window(window), stacking(stacking),
       properties(connection, window, stacking), keyboard(connection, loan, window),
-      corners(connection, compositingManager, window) {
+      corners(connection, compositingManager, window), shadow(connection, compositingManager, stack, window) {
     if (stacking == PanelStacking::amongNormal)
         followWindowManager();
     selectEvents(connection, window,
@@ -84,6 +84,16 @@ void X11PanelWindow::didHide() {
 void X11PanelWindow::setLevel(int newLevel) {
     level = newLevel;
     stack.setLevel(window, level);
+}
+
+void X11PanelWindow::setCorners(PixelSize size, double radius) {
+    corners.set(size, radius);
+    shadow.setRadius(radius);
+}
+
+void X11PanelWindow::setShadow(const PanelShadow& newShadow) {
+    if (stacking == PanelStacking::floating)
+        shadow.set(newShadow);
 }
 
 } // namespace mirrolet::platform::desktop::x11

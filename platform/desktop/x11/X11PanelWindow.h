@@ -5,6 +5,7 @@
 #include "platform/desktop/x11/CornerMask.h"
 #include "platform/desktop/x11/PanelKeyboard.h"
 #include "platform/desktop/x11/PanelProperties.h"
+#include "platform/desktop/x11/WindowShadow.h"
 #include "platform/desktop/x11/X11Connection.h"
 
 #include <atomic>
@@ -31,7 +32,8 @@ class X11PanelWindow final : public PanelWindow {
     void setLevel(int newLevel) override;
     void takeKeyboard() override { keyboard.take(); }
     void returnKeyboard() override { keyboard.giveBack(); }
-    void setCorners(PixelSize size, double radius) override { corners.set(size, radius); }
+    void setCorners(PixelSize size, double radius) override;
+    void setShadow(const PanelShadow& newShadow) override;
 
   private:
     void followWindowManager();
@@ -48,6 +50,7 @@ class X11PanelWindow final : public PanelWindow {
     PanelProperties properties;
     PanelKeyboard keyboard;
     CornerMask corners;
+    WindowShadow shadow;
     X11Connection::Subscription mapSubscription;
     X11Connection::Subscription propertySubscription;
 };

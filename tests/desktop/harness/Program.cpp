@@ -17,6 +17,12 @@ double scaleIn(const Environment& environment) {
     return found == environment.end() ? 1 : std::stod(found->second);
 }
 
+/// The window below a panel that only throws its shadow.
+bool isShadow(const WindowFacts& facts, xcb_window_t window) {
+    return facts.atomNames(window, "_NET_WM_WINDOW_TYPE") ==
+           std::vector<std::string>{"_NET_WM_WINDOW_TYPE_DND"};
+}
+
 } // namespace
 
 Program::Program(const XServer* server, const SessionBus* bus, const Options& options)
@@ -53,7 +59,7 @@ std::vector<xcb_window_t> Program::windows(const WindowFacts& facts) const {
     auto found = facts.windowsOf(process->pid());
     std::erase_if(found, [&](xcb_window_t window) {
         const Box box = facts.box(window);
-        return box.width < smallestPanel || box.height < smallestPanel;
+        return box.width < smallestPanel || box.height < smallestPanel || isShadow(facts, window);
     });
     return found;
 }
