@@ -25,6 +25,9 @@ bool chooseDesktop() {
     if (!x11->capture().permitted())
         NSLog("Mirrolet: this X server does not let windows be mirrored: it has no COMPOSITE or no RENDER "
               "extension");
+    if (const char* wayland = std::getenv("WAYLAND_DISPLAY"); wayland && *wayland)
+        NSLog("Mirrolet: in a Wayland session, only windows of X11 applications can be seen and mirrored; "
+              "native Wayland windows cannot");
     desktop::Desktop::setCurrent(std::move(x11));
     return true;
 }

@@ -356,9 +356,7 @@ TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
 }
 
 TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
-    const std::uint32_t white = 0xffffff;
-    xcb_change_window_attributes(client.xcb(), client.root(), XCB_CW_BACK_PIXEL, &white);
-    xcb_clear_area(client.xcb(), 0, client.root(), 0, 0, 0, 0);
+    const CallWindow wall(server, {.width = 1280, .height = 800, .x = 0, .y = 0, .colour = "ffffff"});
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.desktop->setCorners({200, 120}, 10);
     panel.desktop->setShadow({0.25, 18, 6});
@@ -372,7 +370,7 @@ TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
                grey(box.x + box.width + 34, box.y) > 252 && isSeen(box);
     };
     EXPECT_TRUE(waitUntil([&] { return facts.viewable(panel.window); }));
-    EXPECT_EQ(facts.pixel(140, 174), white) << "without a compositing manager";
+    EXPECT_EQ(facts.pixel(140, 174), 0xffffffU) << "without a compositing manager";
     {
         const Picom picom(server);
         EXPECT_TRUE(waitUntil([&] { return falls({40, 50, 200, 120}); }));
@@ -384,12 +382,13 @@ TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
                                      XCB_CONFIG_WINDOW_HEIGHT,
                                  values);
             xcb_flush(panel.client.xcb());
-            EXPECT_TRUE(waitUntil([&] { return falls(box); })) << box.width;
+            EXPECT_TRUE(waitUntil([&] { return falls(box); }, std::chrono::milliseconds(2000))) << box.width;
+            facts.screenshot().save("/tmp/dshots/t" + std::to_string(box.width) + ".png"); // DBG
         }
         const CallWindow between(server, {.colour = "ffffff"});
         EXPECT_TRUE(waitUntil([&] { return falls({300, 220, 50, 50}); })) << "a window below the panel";
         panel.hide();
-        EXPECT_TRUE(waitUntil([&] { return facts.pixel(325, 274) == white; })) << "hidden";
+        EXPECT_TRUE(waitUntil([&] { return facts.pixel(325, 274) == 0xffffff; })) << "hidden";
         panel.show();
         EXPECT_TRUE(waitUntil([&] { return falls({300, 220, 50, 50}); })) << "shown again";
     }

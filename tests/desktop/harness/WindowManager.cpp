@@ -36,6 +36,12 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
         return {"fluxbox", "fluxbox", {"-no-toolbar", "-no-slit"}};
     case WindowManagerKind::icewm:
         return {"icewm", "icewm", {}};
+    case WindowManagerKind::mutter:
+        return {"mutter", "mutter", {"--x11", "--sm-disable"}};
+    case WindowManagerKind::kwin:
+        return {"kwin_x11", "kwin-x11", {}};
+    case WindowManagerKind::marco:
+        return {"marco", "marco", {"--no-composite", "--sm-disable"}};
     case WindowManagerKind::none:
         break;
     }
@@ -107,6 +113,12 @@ std::string WindowManager::name(WindowManagerKind kind) {
         return "fluxbox";
     case WindowManagerKind::icewm:
         return "icewm";
+    case WindowManagerKind::mutter:
+        return "mutter";
+    case WindowManagerKind::kwin:
+        return "kwin";
+    case WindowManagerKind::marco:
+        return "marco";
     case WindowManagerKind::none:
         break;
     }

@@ -10,12 +10,13 @@ namespace mirrolet::harness {
 class XServer;
 class SessionBus;
 
-enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm };
+/// The last three are too large for every run.
+enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm, mutter, kwin, marco };
 
 /// A window manager with settings of its own; has taken the display when made.
 class WindowManager {
   public:
-    /// The bus is for xfwm4, which starts its settings service on it.
+    /// The bus is for those that start their settings service on it: xfwm4 and the large ones.
     WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
     /// Kills it: fluxbox now and then does not end when asked to.
     ~WindowManager();

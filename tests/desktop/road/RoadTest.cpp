@@ -20,9 +20,11 @@ constexpr int fromEvdev = 8;
 constexpr auto severalPolls = std::chrono::milliseconds(600);
 constexpr int cornerOfScreen = 2; // Where the pointer hovers over nothing.
 
-/// xfwm4 starts its settings service on the bus.
+/// These start their settings service on the bus.
 SessionBus::Services servicesFor(WindowManagerKind kind) {
-    return kind == WindowManagerKind::xfwm4 ? SessionBus::Services::installed : SessionBus::Services::none;
+    return kind == WindowManagerKind::xfwm4 || kind > WindowManagerKind::icewm
+               ? SessionBus::Services::installed
+               : SessionBus::Services::none;
 }
 
 } // namespace
