@@ -24,7 +24,8 @@ class X11Desktop final : public Desktop {
     explicit X11Desktop(std::unique_ptr<X11Connection> opened)
         : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
           theApplications(*connection, loan), theWindowList(*connection, theApplications),
-          theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection), theWorkArea(*connection) {}
+          theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection),
+          theWorkArea(*connection) {}
 
     void start() { connection->start(); }
 
