@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/HarnessError.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <zlib.h>
@@ -63,6 +64,15 @@ void Picture::save(const std::filesystem::path& file) const {
            << chunk("IDAT", compressed(scanLines(*this))) << chunk("IEND", {});
     if (!stream.flush())
         throw HarnessError("cannot write " + file.string());
+}
+
+bool isNear(std::uint32_t first, std::uint32_t second) {
+    for (const unsigned shift : {0U, 8U, 16U}) {
+        const int difference = int(first >> shift & 0xff) - int(second >> shift & 0xff);
+        if (std::abs(difference) > 3)
+            return false;
+    }
+    return true;
 }
 
 } // namespace mirrolet::harness

@@ -19,4 +19,7 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
+/// Two colours, equal but for what scaling and rounding do.
+bool isNear(std::uint32_t first, std::uint32_t second);
+
 } // namespace mirrolet::harness

@@ -5,7 +5,6 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <unistd.h>
@@ -148,15 +147,6 @@ std::string colourName(std::uint32_t colour) {
     std::array<char, 8> text{};
     std::snprintf(text.data(), text.size(), "%06x", colour);
     return text.data();
-}
-
-bool isNear(std::uint32_t first, std::uint32_t second) {
-    for (const unsigned shift : {0U, 8U, 16U}) {
-        const int difference = int(first >> shift & 0xff) - int(second >> shift & 0xff);
-        if (std::abs(difference) > 3)
-            return false;
-    }
-    return true;
 }
 
 } // namespace mirrolet

@@ -73,7 +73,5 @@ class RoadTest : public testing::Test {
 
 /// "RRGGBB"
 std::string colourName(std::uint32_t colour);
-/// Equal but for what scaling and rounding do.
-bool isNear(std::uint32_t first, std::uint32_t second);
 
 } // namespace mirrolet

@@ -1,5 +1,6 @@
 #include "tests/desktop/harness/DesktopServices.h"
 #include "tests/desktop/harness/StatusHost.h"
+#include "tests/desktop/harness/StatusIcon.h"
 #include "tests/desktop/road/RoadTest.h"
 
 #include <algorithm>
@@ -15,37 +16,12 @@ using namespace std::chrono_literals;
 
 class TheStatusItem : public RoadTest {
   protected:
-    /// The window in the tray: small, viewable, inside a window of another program.
-    std::optional<Box> icon() {
-        std::vector<xcb_window_t> inside = facts.children(client.root());
-        while (!inside.empty()) {
-            const auto window = inside.back();
-            inside.pop_back();
-            const auto box = facts.box(window);
-            if (window != client.root() && facts.process(window) == program->pid() &&
-                facts.viewable(window) && box.width >= 16 && box.width <= 32 &&
-                facts.topLevel(window) != window)
-                return box;
-            const auto children = facts.children(window);
-            inside.insert(inside.end(), children.begin(), children.end());
-        }
-        return std::nullopt;
-    }
-
-    /// Pixels of the drawing: dark body, light picture. A bare tray has neither in such number.
-    bool isDrawn(const Box& box) {
-        const auto shot = facts.screenshot(box);
-        const auto count = [&](std::uint32_t colour) {
-            return std::count_if(shot.pixels.begin(), shot.pixels.end(),
-                                 [&](std::uint32_t pixel) { return isNear(pixel, colour); });
-        };
-        return count(0x23272e) > 60 && count(0xf5f6f8) > 30;
-    }
+    std::optional<Box> icon() { return statusIcon(facts, program->pid()); }
 
     void awaitIcon() {
         require("the status icon", [this] {
             const auto box = icon();
-            return box && isDrawn(*box);
+            return box && isStatusIconDrawn(facts, *box);
         });
     }
 
