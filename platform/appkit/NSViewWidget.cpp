@@ -25,7 +25,6 @@ NSViewWidget::NSViewWidget(std::shared_ptr<NSView> root, QWidget* parent)
                                               }) {
     tree.setRoot(view);
     setMouseTracking(true);
-    setAccessibleName(QString::fromStdString(view->accessibilityLabel));
     if (view->acceptsFirstResponder())
         setFocusPolicy(Qt::StrongFocus);
 }

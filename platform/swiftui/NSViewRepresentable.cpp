@@ -5,6 +5,8 @@
 #include "platform/swiftui/Follow.h"
 #include "platform/swiftui/Theme.h"
 
+#include <QAccessibleWidget>
+
 namespace mirrolet::platform::swiftui {
 namespace {
 
@@ -13,6 +15,7 @@ class RepresentedWidget : public NSViewWidget {
   public:
     explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view) {
         setFixedSize(sizeHint());
+        setAccessibleName(QString::fromStdString(view->accessibilityLabel));
     }
 
   protected:
@@ -36,9 +39,17 @@ class RepresentedWidget : public NSViewWidget {
     FocusVisibility focusVisibility;
 };
 
+/// To assistive software it is a button: something to press, with a name. The toolkit would call it a filler,
+/// which screen readers pass over.
+QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* object) {
+    auto* widget = dynamic_cast<RepresentedWidget*>(object);
+    return widget ? new QAccessibleWidget(widget, QAccessible::Button) : nullptr;
+}
+
 } // namespace
 
 QWidget* representedWidget(const RepresentedView& represented) {
+    QAccessible::installFactory(accessibleButton); // The second time this does nothing.
     auto* widget = new RepresentedWidget(represented.view);
     const auto refresh = [widget, view = represented.view, update = represented.update] {
         update(*view);

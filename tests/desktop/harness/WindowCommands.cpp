@@ -11,6 +11,10 @@ void WindowCommands::activate(xcb_window_t window) {
     client.sendToRoot(window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
 }
 
+void WindowCommands::close(xcb_window_t window) {
+    client.sendToRoot(window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, fromPager});
+}
+
 void WindowCommands::minimize(xcb_window_t window) {
     client.sendToRoot(window, "WM_CHANGE_STATE", {iconicState});
 }

@@ -12,6 +12,7 @@ class WindowCommands {
     explicit WindowCommands(XClient& client) : client(client) {}
 
     void activate(xcb_window_t window);
+    void close(xcb_window_t window);
     void minimize(xcb_window_t window);
     void addState(xcb_window_t window, const std::string& state);
     void removeState(xcb_window_t window, const std::string& state);

@@ -28,8 +28,9 @@ SessionBus::Services servicesFor(WindowManagerKind kind) {
 
 } // namespace
 
-RoadTest::RoadTest(WindowManagerKind kind)
-    : bus(servicesFor(kind), server.with({})), manager(std::make_unique<WindowManager>(server, kind, &bus)) {
+RoadTest::RoadTest(WindowManagerKind kind, const XServer::Options& screen)
+    : server(screen), bus(servicesFor(kind), server.with({})),
+      manager(std::make_unique<WindowManager>(server, kind, &bus)) {
     pointer.move(cornerOfScreen, cornerOfScreen);
 }
 
@@ -59,16 +60,16 @@ void RoadTest::startQuiet(const std::string& defaults) {
 }
 
 /// While the server is ours alone, so that the program cannot meet this grab.
-bool RoadTest::isGrabbed(int evdevCode) {
+bool RoadTest::isGrabbed(XClient& client, int evdevCode, int modifiers) {
     xcb_connection_t* xcb = client.xcb();
     const auto code = static_cast<xcb_keycode_t>(evdevCode + fromEvdev);
-    const std::uint16_t modifiers = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
+    const auto mask = static_cast<std::uint16_t>(modifiers);
     xcb_grab_server(xcb);
-    const auto cookie = xcb_grab_key_checked(xcb, 0, client.root(), modifiers, code, XCB_GRAB_MODE_ASYNC,
-                                             XCB_GRAB_MODE_ASYNC);
+    const auto cookie =
+        xcb_grab_key_checked(xcb, 0, client.root(), mask, code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const Reply<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
     if (!error)
-        xcb_ungrab_key(xcb, code, client.root(), modifiers);
+        xcb_ungrab_key(xcb, code, client.root(), mask);
     xcb_ungrab_server(xcb);
     client.sync();
     return error != nullptr;

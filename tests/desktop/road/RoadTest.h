@@ -24,8 +24,10 @@ class RoadTest : public testing::Test {
     static constexpr std::uint32_t blue = 0x2040c0;
     static constexpr std::uint32_t green = 0x20a040;
     static constexpr std::uint32_t orange = 0xe08020;
+    static constexpr int superAlt = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
 
-    explicit RoadTest(harness::WindowManagerKind kind = harness::WindowManagerKind::openbox);
+    explicit RoadTest(harness::WindowManagerKind kind = harness::WindowManagerKind::openbox,
+                      const harness::XServer::Options& screen = {});
     void TearDown() override;
 
     /// Starts the program with these defaults on top of a short poll interval; returns when its shortcuts
@@ -54,7 +56,11 @@ class RoadTest : public testing::Test {
     void pressVisibilityShortcut() {
         keyboard.stroke({harness::key::leftSuper, harness::key::leftAlt, harness::key::p});
     }
-    bool isGrabbed(int evdevCode);
+    /// By another client than the test; the modifiers are X masks.
+    bool isGrabbed(int evdevCode, int modifiers = superAlt) {
+        return isGrabbed(client, evdevCode, modifiers);
+    }
+    static bool isGrabbed(harness::XClient& client, int evdevCode, int modifiers = superAlt);
 
     [[nodiscard]] std::uint32_t centreOf(xcb_window_t window) const;
     void awaitColour(xcb_window_t panel, std::uint32_t colour);
