@@ -284,8 +284,8 @@ void WindowShadow::cutOut() const {
     const auto all = rectangle(0, 0, outer.width, outer.height);
     const bool holed = !isEmpty(hole) && hole.y >= 0;
     xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
-                         XCB_CLIP_ORDERING_YX_BANDED, window.id(), 0, 0, holed ? std::size(around) : 1,
-                         holed ? around : &all);
+                         XCB_CLIP_ORDERING_YX_BANDED, window.id(), 0, 0,
+                         holed ? std::uint32_t(std::size(around)) : 1, holed ? around : &all);
 }
 
 } // namespace mirrolet::platform::desktop::x11
