@@ -2,6 +2,7 @@
 
 #include "platform/swiftui/Theme.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QKeyEvent>
 
@@ -16,6 +17,23 @@ TextFieldWidget::TextFieldWidget() {
     QPalette transparent = palette();
     transparent.setBrush(QPalette::Base, Qt::transparent);
     setPalette(transparent);
+    adoptPlaceholderColor();
+}
+
+/// Not every desktop's palette has a colour for it, and the toolkit's own is black, on dark fields too.
+void TextFieldWidget::adoptPlaceholderColor() {
+    const QColor wanted = withAlpha(Theme(*this).label, 0.55);
+    QPalette own = palette();
+    if (own.color(QPalette::PlaceholderText) == wanted)
+        return;
+    own.setColor(QPalette::PlaceholderText, wanted);
+    setPalette(own);
+}
+
+void TextFieldWidget::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        adoptPlaceholderColor();
 }
 
 QSize TextFieldWidget::sizeHint() const {

@@ -12,7 +12,11 @@ class TextFieldWidget : public QLineEdit {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void adoptPlaceholderColor();
 };
 
 } // namespace mirrolet::platform::swiftui

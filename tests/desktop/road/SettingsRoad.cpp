@@ -68,7 +68,11 @@ SettingsRoad::Element SettingsRoad::find(const std::string& role, const std::str
 }
 
 void SettingsRoad::click(const Element& element) {
-    pointer.click(element.box.x + element.box.width / 2, element.box.y + element.box.height / 2);
+    // Assistive software is told of the toolkit's units.
+    const auto found = environment.find("QT_SCALE_FACTOR");
+    const int scale = found == environment.end() ? 1 : std::stoi(found->second);
+    pointer.click((element.box.x + element.box.width / 2) * scale,
+                  (element.box.y + element.box.height / 2) * scale);
 }
 
 void SettingsRoad::choosePage(const std::string& name) {
