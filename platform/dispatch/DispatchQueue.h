@@ -10,6 +10,8 @@ namespace dispatch {
 class Executor;
 }
 
+/// How much a queue's work matters. A thread that the user watches is woken to the point; the kernel gives
+/// ordinary programs no higher priority to go with the rest.
 enum class DispatchQoS { unspecified, userInitiated, userInteractive };
 
 /// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one

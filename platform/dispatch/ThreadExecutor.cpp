@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <pthread.h>
+#include <sys/prctl.h>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -12,6 +13,7 @@ namespace mirrolet::platform::dispatch {
 namespace {
 
 constexpr std::size_t longestThreadName = 15;
+constexpr unsigned long exactWakeUps = 1; ///< Nanoseconds that the kernel may be late to save power.
 
 std::string threadName(const std::string& label) {
     return label.size() <= longestThreadName ? label : label.substr(label.size() - longestThreadName);
@@ -40,9 +42,11 @@ struct ThreadExecutor::State {
     }
 };
 
-ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
-    thread = std::thread([state = state, name = threadName(label)] {
+ThreadExecutor::ThreadExecutor(const std::string& label, DispatchQoS qos) : state(std::make_shared<State>()) {
+    thread = std::thread([state = state, name = threadName(label), qos] {
         pthread_setname_np(pthread_self(), name.c_str());
+        if (qos == DispatchQoS::userInteractive)
+            prctl(PR_SET_TIMERSLACK, exactWakeUps);
         run(state);
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/Executor.h"
 
 #include <memory>
@@ -12,7 +13,7 @@ namespace mirrolet::platform::dispatch {
 /// of the label are the thread's name, as the kernel keeps no more.
 class ThreadExecutor final : public Executor {
   public:
-    explicit ThreadExecutor(const std::string& label);
+    explicit ThreadExecutor(const std::string& label, DispatchQoS qos = DispatchQoS::unspecified);
     ~ThreadExecutor() override;
 
     void post(Task task) override;
