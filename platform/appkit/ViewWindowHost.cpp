@@ -163,7 +163,8 @@ void ViewWindowHost::show() {
     createNative();
     if (!window->isVisible()) {
         announceShown = true;
-        window->setGeometry(toQtScreenRect(owner.frame()));
+        shownAt = toQtScreenRect(owner.frame());
+        window->setGeometry(shownAt);
         panel->setCorners(pixelSize(), cornerRadius());
         panel->willShow();
         window->setVisible(true);
@@ -200,6 +201,8 @@ void ViewWindowHost::exposed() {
         return;
     if (std::exchange(announceShown, false)) {
         panel->didShow();
+        if (stacking == desktop::PanelStacking::amongNormal)
+            window->setGeometry(shownAt); // i3 moves what it maps by the height of a title, each time.
         if (std::exchange(keyboardWanted, false))
             panel->takeKeyboard();
     }

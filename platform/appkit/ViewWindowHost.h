@@ -56,6 +56,7 @@ class ViewWindowHost final : public WindowHost {
     std::unique_ptr<desktop::WindowPresenter> presenter;
     desktop::PanelStacking stacking;
     desktop::PixelSize presentedSize;
+    QRect shownAt; ///< What was asked for at the last showing.
     bool announceShown = false;
     bool keyboardWanted = false;
     bool drawingScheduled = false;

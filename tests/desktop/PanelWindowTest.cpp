@@ -382,8 +382,7 @@ TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
                                      XCB_CONFIG_WINDOW_HEIGHT,
                                  values);
             xcb_flush(panel.client.xcb());
-            EXPECT_TRUE(waitUntil([&] { return falls(box); }, std::chrono::milliseconds(2000))) << box.width;
-            facts.screenshot().save("/tmp/dshots/t" + std::to_string(box.width) + ".png"); // DBG
+            EXPECT_TRUE(waitUntil([&] { return falls(box); })) << box.width;
         }
         const CallWindow between(server, {.colour = "ffffff"});
         EXPECT_TRUE(waitUntil([&] { return falls({300, 220, 50, 50}); })) << "a window below the panel";

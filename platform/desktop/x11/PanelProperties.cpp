@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <iterator>
 #include <span>
 #include <vector>
@@ -114,6 +115,20 @@ bool PanelProperties::withdrawn() const {
                                nullptr));
     const auto state = words(reply.get());
     return reply && (state.empty() || state.front() == withdrawnState);
+}
+
+void PanelProperties::withdraw() const {
+    xcb_unmap_window(connection.xcb(), panel);
+    xcb_unmap_notify_event_t notify{};
+    notify.response_type = XCB_UNMAP_NOTIFY;
+    notify.event = connection.root();
+    notify.window = panel;
+    // As long as an event is: the struct is shorter.
+    std::array<char, 32> event{};
+    std::memcpy(event.data(), &notify, sizeof notify);
+    xcb_send_event(connection.xcb(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, event.data());
+    connection.flush();
 }
 
 void PanelProperties::sendToRoot(xcb_atom_t type, std::uint32_t first, std::uint32_t second,

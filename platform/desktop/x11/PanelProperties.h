@@ -19,6 +19,8 @@ class PanelProperties {
     void requestAfterMap() const;
     /// Whether the window manager took the panel for withdrawn.
     [[nodiscard]] bool withdrawn() const;
+    /// Unmaps the panel, and says so to the window manager.
+    void withdraw() const;
 
   private:
     void writeStates(const xcb_get_property_reply_t* existing) const;

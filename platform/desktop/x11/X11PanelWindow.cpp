@@ -6,8 +6,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int modalLevel = 8; // A panel at or above it asks something.
-constexpr int mostRepeatedMaps = 3;
+constexpr int modalLevel = 8;   // A panel at or above it asks something.
+constexpr int mostRepeats = 10; // More than a user leaves stale who hides and shows in haste.
 
 void selectEvents(const X11Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
@@ -40,8 +40,8 @@ X11PanelWindow::~X11PanelWindow() {
 void X11PanelWindow::followWindowManager() {
     connection.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     mapSubscription = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == window)
-            properties.requestAfterMap();
+        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).event == window)
+            mapped();
     });
     propertySubscription =
         connection.subscribe(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
@@ -54,21 +54,30 @@ void X11PanelWindow::followWindowManager() {
         });
 }
 
+void X11PanelWindow::mapped() {
+    if (shown)
+        return properties.requestAfterMap();
+    // A repeated map, that a hide has overtaken.
+    if (repeatsLeft-- <= 0)
+        return;
+    properties.withdraw();
+}
+
 /// A window manager that sees a quick hide and show can take the old unmap for the new one.
 void X11PanelWindow::mapAgainIfWithdrawn() {
-    if (!shown || !properties.withdrawn() || mapsLeft-- <= 0)
+    if (!shown || !properties.withdrawn() || repeatsLeft-- <= 0)
         return;
     xcb_map_window(connection.xcb(), window);
     connection.flush();
 }
 
 void X11PanelWindow::willShow() {
+    shown = true;
+    repeatsLeft = mostRepeats;
     properties.writeBeforeMap(level >= modalLevel);
 }
 
 void X11PanelWindow::didShow() {
-    shown = true;
-    mapsLeft = mostRepeatedMaps;
     if (stacking == PanelStacking::floating)
         stack.show(window, level);
     else

@@ -37,6 +37,7 @@ class X11PanelWindow final : public PanelWindow {
 
   private:
     void followWindowManager();
+    void mapped();
     void mapAgainIfWithdrawn();
 
     X11Connection& connection;
@@ -44,8 +45,8 @@ class X11PanelWindow final : public PanelWindow {
     xcb_window_t window;
     PanelStacking stacking;
     int level = 0;
-    std::atomic<bool> shown = false;
-    std::atomic<int> mapsLeft = 0; ///< How often a map may be repeated that the window manager missed.
+    std::atomic<bool> shown = false;  ///< Or about to be.
+    std::atomic<int> repeatsLeft = 0; ///< How often a map or unmap may be repeated that went wrong.
 
     PanelProperties properties;
     PanelKeyboard keyboard;
