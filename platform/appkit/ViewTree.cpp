@@ -20,6 +20,8 @@ namespace {
 /// for each move of a drag.
 std::optional<QPointF> eventPosition;
 
+constexpr NSPoint overNothing{-1e6, -1e6};
+
 unsigned long flagsOf(Qt::KeyboardModifiers modifiers) {
     unsigned long flags = 0;
     if (modifiers & Qt::ShiftModifier)
@@ -200,6 +202,16 @@ void ViewTree::pointerLeft() {
     pointer.reset();
     updateTracking();
     updateCursor();
+}
+
+void ViewTree::pressLost() {
+    const auto view = std::exchange(pressedView, {}).lock();
+    if (!view)
+        return;
+    NSEvent event;
+    event.type = NSEventType::leftMouseUp;
+    event.locationInWindow = overNothing; // A button takes it for a change of mind.
+    view->mouseUp(event);
 }
 
 bool ViewTree::keyPressed(const QKeyEvent& event) {

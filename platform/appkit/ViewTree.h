@@ -50,6 +50,8 @@ class ViewTree {
     void mouseMoved(QPointF position, QPointF onScreen, bool pressed);
     void mouseReleased(QPointF position, QPointF onScreen);
     void pointerLeft();
+    /// The window goes away under the pointer: a press that was not released is released, over nothing.
+    void pressLost();
     /// False if no view took the key.
     bool keyPressed(const QKeyEvent& event);
     void keyboardLost();

@@ -155,6 +155,7 @@ void ViewWindowHost::setLevel(int level) {
         return;
     const bool visible = window->isVisible();
     destroyNative();
+    tree.pressLost();
     if (visible)
         show();
 }
@@ -179,6 +180,7 @@ void ViewWindowHost::hide() {
     window->setVisible(false);
     if (panel)
         panel->didHide();
+    tree.pressLost(); // The server tells a hidden window of no release.
     tree.pointerLeft();
 }
 

@@ -92,6 +92,34 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     pointer.release(grip);
 }
 
+TEST_F(PiPPanelTest, ADragEndsWhenTheWindowGoesAwayUnderThePointer) {
+    int asked = 0;
+    panel->onCloseRequested = [&] { ++asked; };
+    const std::vector<std::function<void()>> departures = {
+        [this] {
+            panel->orderOut();
+            panel->orderFrontRegardless();
+        },
+        [this] { panel->setLevel(NSWindowLevel::normal); },
+    };
+    const std::vector<QPoint> places = {{50, 40}, {95, 75}, {18, 18}}; // Picture, grip, close button.
+    for (const auto& depart : departures) {
+        for (const auto& place : places) {
+            panel->setLevel(NSWindowLevel::floating);
+            settle();
+            const auto before = panel->frame();
+            const QPointF start = native().position() + place;
+            Pointer(native()).press(start);
+            depart();
+            settle();
+            EXPECT_FALSE(panel->dragOrigin);
+            Pointer(native()).drag(start + QPointF(30, 20));
+            EXPECT_EQ(panel->frame(), before) << place.x();
+        }
+    }
+    EXPECT_EQ(asked, 0);
+}
+
 TEST_F(PiPPanelTest, TheCloseButtonAsksOnceAndIsNotADrag) {
     int asked = 0;
     panel->onCloseRequested = [&] { ++asked; };
