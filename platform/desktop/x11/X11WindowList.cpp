@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <unordered_set>
 #include <utility>
 
@@ -20,7 +21,8 @@ constexpr std::uint32_t mostBytesOfList = 512;
 // client that makes windows without end does not make each poll dearer without end.
 constexpr std::uint32_t mostBytesOfStack = 1 << 20;
 constexpr std::size_t mostListed = 16384;
-constexpr std::size_t mostViewable = 1024;
+// Asked about in one round trip: their titles may be as long as is read, and all wait in memory meanwhile.
+constexpr std::size_t mostAtOnce = 512;
 
 enum class Source { manager, root };
 
@@ -209,14 +211,18 @@ class X11WindowList::Reading {
         return viewable;
     }
 
-    /// The third round trip.
-    void readWindows(const std::vector<xcb_window_t>& windows, std::optional<Source> filter) {
+    /// The third round trip; a desktop in use needs no further one.
+    void readWindows(std::span<const xcb_window_t> windows, std::optional<Source> filter) {
+        for (; !windows.empty(); windows = windows.subspan(std::min(windows.size(), mostAtOnce)))
+            readBatch(windows.first(std::min(windows.size(), mostAtOnce)), filter);
+    }
+
+    void readBatch(std::span<const xcb_window_t> windows, std::optional<Source> filter) {
         std::vector<WindowRequest> requests;
-        const auto count = std::min(windows.size(), mostViewable);
-        requests.reserve(count);
-        for (std::size_t i = 0; i < count; ++i) {
-            const bool askForPid = clients.pidOf(clients.clientOf(windows[i])) == 0;
-            requests.emplace_back(connection, windows[i], askForPid, filter);
+        requests.reserve(windows.size());
+        for (const auto window : windows) {
+            const bool askForPid = clients.pidOf(clients.clientOf(window)) == 0;
+            requests.emplace_back(connection, window, askForPid, filter);
         }
         for (auto& request : requests) {
             if (auto answer = request.take(clients)) {
