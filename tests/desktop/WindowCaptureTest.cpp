@@ -1,12 +1,12 @@
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/Holdings.h"
 #include "tests/desktop/harness/WindowCommands.h"
 #include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/WindowManager.h"
 
 #include <gtest/gtest.h>
-#include <xcb/res.h>
 
 #include <algorithm>
 #include <map>
@@ -52,20 +52,7 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
         });
     }
 
-    /// How many of each kind the server keeps for the connection.
-    std::map<std::string, std::uint32_t> resources() {
-        std::map<std::string, std::uint32_t> counts;
-        const Reply<xcb_res_query_client_resources_reply_t> reply(xcb_res_query_client_resources_reply(
-            client.xcb(), xcb_res_query_client_resources(client.xcb(), connection->ownWindow()), nullptr));
-        for (auto it = xcb_res_query_client_resources_types_iterator(reply.get()); it.rem;
-             xcb_res_type_next(&it)) {
-            const Reply<xcb_get_atom_name_reply_t> name(xcb_get_atom_name_reply(
-                client.xcb(), xcb_get_atom_name(client.xcb(), it.data->resource_type), nullptr));
-            counts[std::string(xcb_get_atom_name_name(name.get()),
-                               xcb_get_atom_name_name_length(name.get()))] = it.data->count;
-        }
-        return counts;
-    }
+    std::map<std::string, long> resources() { return resourcesOf(client, connection->ownWindow()); }
 
     Image held;
 };

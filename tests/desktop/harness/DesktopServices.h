@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/ChildProcess.h"
 
+#include <csignal>
 #include <memory>
 
 namespace mirrolet::harness {
@@ -12,6 +13,8 @@ class XServer;
 class TrayHost {
   public:
     explicit TrayHost(const XServer& server);
+    /// Without goodbye.
+    void kill() const { process->signal(SIGKILL); }
 
   private:
     Sandbox sandbox;
@@ -23,6 +26,8 @@ class TrayHost {
 class Picom {
   public:
     explicit Picom(const XServer& server);
+    /// Without goodbye.
+    void kill() const { process->signal(SIGKILL); }
 
   private:
     Sandbox sandbox;

@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/ChildProcess.h"
 
+#include <csignal>
 #include <memory>
 #include <string>
 
@@ -14,6 +15,8 @@ class SessionBus {
 
     explicit SessionBus(Services services = Services::none, const Environment& more = {});
 
+    /// Without goodbye, to all that are on it.
+    void kill() const { process->signal(SIGKILL); }
     [[nodiscard]] const std::string& address() const { return where; }
     [[nodiscard]] Environment with(Environment environment) const;
 

@@ -1,0 +1,127 @@
+// Sessions without end. By hand, as long as one likes:
+//   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='Soak.*'
+
+#include "tests/desktop/harness/Holdings.h"
+#include "tests/desktop/road/RoadTest.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+#include <thread>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool sanitized = true;
+#else
+constexpr bool sanitized = false;
+#endif
+
+constexpr auto severalPolls = std::chrono::milliseconds(sanitized ? 500 : 200);
+constexpr int warmUp = 10; ///< Sessions until every cache of toolkit and allocator has been filled.
+constexpr int briefly = sanitized ? 14 : 40;
+// What an allocator keeps or gives back; one window's picture lost in each session would be far more.
+constexpr long memoryMarginKib = 2048;
+
+double number(const char* variable, double otherwise) {
+    const char* text = std::getenv(variable);
+    return text == nullptr ? otherwise : std::atof(text);
+}
+
+class Soak : public RoadTest {
+  protected:
+    void SetUp() override {
+        commands.setDesktopCount(2);
+        start(R"("pollInterval": 0.05)");
+    }
+
+    /// Call appears, accept, mirror, call ends; each in one of several ways by the session's number.
+    void runSession(int session) {
+        SCOPED_TRACE("session " + std::to_string(session));
+        CallWindow call(server, {.rate = 30});
+        accept();
+        watch(call, session);
+        if (session % 2 == 0)
+            call.kill();
+        else
+            call.tell("quit");
+        awaitNothing();
+        // A call that is followed by another one between two polls goes on, as the monitor sees it.
+        holdsFor([this] { return nothingShown(); }, severalPolls);
+    }
+
+    void accept() {
+        awaitPrompt();
+        keyboard.stroke({key::returnKey});
+        awaitPanel();
+    }
+
+    void watch(const CallWindow& call, int session) {
+        call.tell("resize " + std::to_string(300 + session % 7 * 60) + " 300");
+        const Box box = facts.box(awaitPanel());
+        if (session % 3 == 0)
+            pointer.drag(box.x + 95, box.y + 95, box.x + 160, box.y + 130);
+        std::this_thread::sleep_for(std::chrono::duration<double>(mirrorSeconds));
+        if (session % 4 == 0)
+            lookAtAnotherDesktop(call);
+        if (session % 5 == 0)
+            hideAndShow();
+        pointer.move(2, 2);
+    }
+
+    /// What is on another desktop is no call any more, and is one again on the way back.
+    void lookAtAnotherDesktop(const CallWindow& call) {
+        commands.switchToDesktop(1);
+        require("the source is out of sight", [&] { return !facts.viewable(call.window()); });
+        awaitNothing();
+        commands.switchToDesktop(0);
+        accept();
+    }
+
+    void hideAndShow() {
+        pressVisibilityShortcut();
+        require("the mirror is hidden", [this] { return nothingShown(); });
+        pressVisibilityShortcut();
+        awaitPanel();
+    }
+
+    /// What is let go may take a moment: queues end on threads of their own.
+    Holdings settled(const Holdings* expected) {
+        auto now = Holdings::of(client, program->pid());
+        waitUntil(
+            [&] {
+                now = Holdings::of(client, program->pid());
+                return expected != nullptr && now.noMoreThan(*expected);
+            },
+            std::chrono::seconds(expected != nullptr ? 10 : 1));
+        return now;
+    }
+
+    const double mirrorSeconds = number("MIRROLET_SOAK_SECONDS", 0.1);
+};
+
+TEST_F(Soak, HoldsNoMoreAfterManySessionsThanAfterTheTenth) {
+    const int sessions = static_cast<int>(number("MIRROLET_SOAK_SESSIONS", briefly));
+    for (int session = 1; session <= warmUp; ++session)
+        runSession(session);
+    const auto before = settled(nullptr);
+    std::cout << "after " << warmUp << ": " << before << std::endl;
+    for (int session = warmUp + 1; session <= sessions; ++session) {
+        runSession(session);
+        if (session % 50 == 0)
+            std::cout << "after " << session << ": " << Holdings::of(client, program->pid()) << std::endl;
+    }
+    const auto after = settled(&before);
+    std::cout << "after " << sessions << ": " << after << std::endl;
+    EXPECT_TRUE(after.noMoreThan(before));
+    // Sanitizers keep freed memory for a while.
+    EXPECT_TRUE(sanitized || after.residentKib - before.residentKib < memoryMarginKib);
+    EXPECT_EQ(program->log(), "");
+}
+
+} // namespace
+} // namespace mirrolet
