@@ -16,7 +16,6 @@
 
 #include <cstdlib>
 #include <mutex>
-#include <unistd.h>
 #include <utility>
 
 namespace mirrolet::platform {
@@ -137,7 +136,7 @@ void NSApplication::serverLost() {
     std::call_once(once, [] {
         NSLog("Mirrolet: the connection to the X server was lost");
         UserDefaults::standard().flush();
-        _exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
+        std::_Exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
     });
     std::abort();
 }

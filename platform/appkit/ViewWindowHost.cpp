@@ -135,7 +135,13 @@ void ViewWindowHost::destroyNative() {
 
 void ViewWindowHost::setGeometry(const QRect& geometry) {
     window->setGeometry(geometry);
+    cutCorners(); // Now, not when the server's answer comes: what is outside of the shape takes no clicks.
     scheduleDrawing();
+}
+
+void ViewWindowHost::cutCorners() {
+    if (panel)
+        panel->setCorners(pixelSize(), cornerRadius());
 }
 
 void ViewWindowHost::setTitle(const std::string& title) {
@@ -166,7 +172,7 @@ void ViewWindowHost::show() {
         announceShown = true;
         shownAt = toQtScreenRect(owner.frame());
         window->setGeometry(shownAt);
-        panel->setCorners(pixelSize(), cornerRadius());
+        cutCorners();
         panel->willShow();
         window->setVisible(true);
     } else {
@@ -217,8 +223,7 @@ void ViewWindowHost::exposed() {
 
 void ViewWindowHost::resized() {
     takeGeometry();
-    if (panel)
-        panel->setCorners(pixelSize(), cornerRadius());
+    cutCorners();
     draw();
 }
 

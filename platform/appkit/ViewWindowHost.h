@@ -36,6 +36,7 @@ class ViewWindowHost final : public WindowHost {
     void destroyNative();
     void exposed();
     void resized();
+    void cutCorners();
     void takeGeometry();
     void scheduleDrawing();
     void draw();

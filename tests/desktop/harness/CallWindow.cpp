@@ -72,7 +72,8 @@ CallWindow::CallWindow(const XServer& server, const Options& options) {
 
 std::vector<std::string> CallWindow::keys() const {
     std::vector<std::string> found;
-    std::copy_if(process->lines().begin(), process->lines().end(), std::back_inserter(found),
+    const auto& lines = process->lines(); // Once: each call may read more and move them.
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
                  [](const std::string& line) { return line.starts_with("key "); });
     return found;
 }
