@@ -6,82 +6,20 @@
 //   bench_mirroring [SECONDS [ROW]]
 
 #include "bench/ProcessorTime.h"
-#include "tests/desktop/MirrorParts.h"
+#include "bench/TextSource.h"
 #include "tests/desktop/harness/DesktopServices.h"
-#include "tests/desktop/harness/TextPage.h"
+#include "tests/desktop/harness/XServer.h"
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <functional>
 #include <optional>
-#include <thread>
 
 namespace {
 
 using namespace mirrolet::harness;
-using Clock = std::chrono::steady_clock;
-
-constexpr int width = 1280;
-constexpr int height = 800;
-
-/// The window that is mirrored, and what it does.
-class Source {
-  public:
-    enum class Change { none, small, full };
-
-    Source(const XServer& server, Change change) : client(server), change(change), window(makeWindow()) {
-        page = xcb_generate_id(client.xcb());
-        xcb_create_pixmap(client.xcb(), 24, page, window, width, 2 * height);
-        drawTextPage(client, page, width, 2 * height);
-        context = xcb_generate_id(client.xcb());
-        const std::uint32_t noExposures = 0;
-        xcb_create_gc(client.xcb(), context, page, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
-        show(0, 0, width, height, 0);
-    }
-
-    [[nodiscard]] xcb_window_t number() const { return window; }
-
-    /// Repaints thirty times a second for as long.
-    void runFor(std::chrono::seconds time) {
-        const auto end = Clock::now() + time;
-        for (auto due = Clock::now(); due < end;
-             due += std::chrono::nanoseconds(std::chrono::seconds(1)) / 30) {
-            std::this_thread::sleep_until(due);
-            ++frame;
-            if (change == Change::full)
-                show(0, 0, width, height, frame * 14 % height);
-            else if (change == Change::small)
-                show(600, 300, 200, 28, frame * 14 % height);
-        }
-    }
-
-  private:
-    xcb_window_t makeWindow() {
-        const auto made = xcb_generate_id(client.xcb());
-        const std::uint32_t overrideRedirect = 1;
-        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, made, client.root(), 0, 250, width, height, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
-                          &overrideRedirect);
-        xcb_map_window(client.xcb(), made);
-        client.sync();
-        return made;
-    }
-
-    void show(std::int16_t x, std::int16_t y, std::uint16_t w, std::uint16_t h, int scrolled) {
-        xcb_copy_area(client.xcb(), page, window, context, x, static_cast<std::int16_t>(y + scrolled), x, y,
-                      w, h);
-        xcb_flush(client.xcb());
-    }
-
-    XClient client;
-    Change change;
-    xcb_window_t window;
-    xcb_pixmap_t page = XCB_NONE;
-    xcb_gcontext_t context = XCB_NONE;
-    int frame = 0;
-};
+using Source = mirrolet::bench::TextSource;
 
 /// Milliseconds of processor time for each second of a run.
 struct Cost {

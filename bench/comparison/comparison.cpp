@@ -1,0 +1,250 @@
+// Mirrolet beside what people use instead: each mirrors the same window of 1280 x 800 full of text into 320 x
+// 200, fifteen times a second, on the same desktop. Prints one line of tab-separated values a measurement,
+// for bench/side-by-side.
+//
+//   bench_comparison [SECONDS [ROUNDS]]    (4 and 3)
+
+#include "bench/ProcessorTime.h"
+#include "bench/TextSource.h"
+#include "bench/program/Desktop.h"
+#include "tests/desktop/harness/Similarity.h"
+#include "tests/desktop/harness/Wait.h"
+
+#include <xcb/damage.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <optional>
+
+namespace {
+
+using namespace mirrolet::bench;
+using namespace mirrolet::harness;
+using std::chrono::seconds;
+
+constexpr int panelWidth = 320;
+constexpr int panelHeight = 200;
+constexpr int sourceX = 20;
+constexpr int sourceY = 250;
+
+struct Situation {
+    bool composited, covered, changing;
+};
+
+/// Something that mirrors the window; ends with the object.
+class Mirror {
+  public:
+    virtual ~Mirror() = default;
+    [[nodiscard]] virtual pid_t pid() const = 0;
+    [[nodiscard]] virtual xcb_window_t panel() const = 0;
+};
+
+class MirroletMirror final : public Mirror {
+  public:
+    explicit MirroletMirror(Desktop& desktop) : program(desktop.start(2)) {
+        window = desktop.acceptPrompt(*program);
+        desktop.resize(window, panelWidth, panelHeight);
+    }
+    [[nodiscard]] pid_t pid() const override { return program->pid(); }
+    [[nodiscard]] xcb_window_t panel() const override { return window; }
+
+  private:
+    std::unique_ptr<Program> program;
+    xcb_window_t window;
+};
+
+/// Another program with a window, moved to where it covers nothing.
+class OtherMirror final : public Mirror {
+  public:
+    OtherMirror(Desktop& desktop, const std::vector<std::string>& command) {
+        auto environment = desktop.server.with(sandbox.environment());
+        environment["SDL_VIDEODRIVER"] = "x11";
+        environment["SDL_RENDER_DRIVER"] = "software"; // What a server without a GPU can do.
+        process.emplace(ChildProcess::Options{
+            .command = command, .environment = environment, .log = sandbox.folder() / "mirror.log"});
+        require("a window of " + command.front(), [&] { return findWindow(desktop.facts); });
+        const std::uint32_t place[] = {1340, 600};
+        xcb_configure_window(desktop.client.xcb(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
+        desktop.client.sync();
+    }
+    [[nodiscard]] pid_t pid() const override { return process->pid(); }
+    [[nodiscard]] xcb_window_t panel() const override { return window; }
+
+  private:
+    bool findWindow(const WindowFacts& facts) {
+        for (const auto each : facts.windowsOf(process->pid()))
+            if (facts.box(each).width == panelWidth && facts.box(each).height == panelHeight)
+                window = each;
+        return window != XCB_NONE;
+    }
+
+    Sandbox sandbox;
+    std::optional<ChildProcess> process;
+    xcb_window_t window = XCB_NONE;
+};
+
+std::vector<std::string> gstreamer(const std::string& source, const char* useDamage) {
+    return {"gst-launch-1.0",
+            "-q",
+            "ximagesrc",
+            "xid=" + source,
+            std::string("use-damage=") + useDamage,
+            "show-pointer=false",
+            "!",
+            "video/x-raw,framerate=15/1",
+            "!",
+            "videoscale",
+            "method=bilinear2",
+            "!",
+            "video/x-raw,width=320,height=200",
+            "!",
+            "ximagesink"};
+}
+
+std::vector<std::string> ffplay(const std::string& display, const std::string& source) {
+    return {"ffplay", "-loglevel",  "quiet", "-noborder",  "-f",   "x11grab", "-draw_mouse",
+            "0",      "-framerate", "15",    "-window_id", source, "-vf",     "scale=320:200:flags=area",
+            "-x",     "320",        "-y",    "200",        "-i",   display};
+}
+
+const char* const names[] = {"Mirrolet", "GStreamer", "GStreamer, damage", "ffplay", "Qt grabber"};
+
+std::unique_ptr<Mirror> start(const std::string& name, Desktop& desktop, xcb_window_t window) {
+    const auto source = std::to_string(window);
+    if (name == "GStreamer")
+        return std::make_unique<OtherMirror>(desktop, gstreamer(source, "0"));
+    if (name == "GStreamer, damage")
+        return std::make_unique<OtherMirror>(desktop, gstreamer(source, "1"));
+    if (name == "ffplay")
+        return std::make_unique<OtherMirror>(desktop, ffplay(desktop.server.display(), source));
+    if (name == "Qt grabber")
+        return std::make_unique<OtherMirror>(
+            desktop, std::vector<std::string>{QT_GRABBER_PROGRAM, source, "320", "200"});
+    return std::make_unique<MirroletMirror>(desktop);
+}
+
+/// How often the window is painted, while it is watched.
+double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_window_t panel) {
+    XClient watcher(desktop.server);
+    auto* xcb = watcher.xcb();
+    const auto* extension = xcb_get_extension_data(xcb, &xcb_damage_id);
+    std::free(xcb_damage_query_version_reply(xcb, xcb_damage_query_version(xcb, 1, 1), nullptr));
+    const auto damage = xcb_generate_id(xcb);
+    xcb_damage_create(xcb, damage, panel, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+    watcher.sync();
+    int frames = 0;
+    for (int slice = 0; slice < 30 * time.count(); ++slice) {
+        source.runFor(std::chrono::milliseconds(1000) / 30); // One repaint; at most one picture of it.
+        bool painted = false;
+        while (auto* event = xcb_poll_for_event(xcb)) {
+            painted |= (event->response_type & 0x7f) == extension->first_event + XCB_DAMAGE_NOTIFY;
+            std::free(event);
+        }
+        frames += painted ? 1 : 0;
+        xcb_damage_subtract(xcb, damage, XCB_NONE, XCB_NONE);
+        xcb_flush(xcb);
+    }
+    return frames / static_cast<double>(time.count());
+}
+
+/// Without the edge, where a mirror has its frame and its round corners.
+Picture inside(const Picture& picture) {
+    constexpr int edge = 16;
+    Picture result{picture.width - 2 * edge, picture.height - 2 * edge, {}};
+    for (int y = 0; y < result.height; ++y)
+        for (int x = 0; x < result.width; ++x)
+            result.pixels.push_back(picture.at(x + edge, y + edge));
+    return result;
+}
+
+/// Of what the panel shows some frames after the source stands still.
+double likeness(TextSource& source, Desktop& desktop, xcb_window_t panel) {
+    source.repaint();
+    const auto expected = inside(areaAverage(source.picture(), panelWidth, panelHeight));
+    double best = 0;
+    const auto isGood = [&] {
+        best =
+            std::max(best, similarity(inside(desktop.facts.screenshot(desktop.facts.box(panel))), expected));
+        return best > 0.99;
+    };
+    waitUntil(isGood, std::chrono::seconds(1));
+    return best;
+}
+
+struct Usage {
+    double program, server;
+};
+
+Usage usageNow(pid_t program, const Desktop& desktop) {
+    return {program > 0 ? processorTime(program) : 0, processorTime(desktop.server.pid())};
+}
+
+Usage usageDuring(seconds time, TextSource& source, pid_t program, const Desktop& desktop) {
+    source.runFor(seconds(1)); // A start is not what is measured.
+    const auto before = usageNow(program, desktop);
+    const auto start = std::chrono::steady_clock::now();
+    source.runFor(time);
+    const auto after = usageNow(program, desktop);
+    const double length = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return {(after.program - before.program) / length, (after.server - before.server) / length};
+}
+
+void measure(const Situation& situation, seconds time) {
+    Desktop desktop;
+    std::optional<Picom> picom;
+    if (situation.composited)
+        picom.emplace(desktop.server);
+    TextSource source(desktop.server,
+                      situation.changing ? TextSource::Change::full : TextSource::Change::none, sourceX,
+                      sourceY);
+    std::optional<CallWindow> cover;
+    if (situation.covered) {
+        const Box box = desktop.facts.box(source.number());
+        CallWindow::Options options{.title = "Notes", .wmClass = "Editor", .wmInstance = "editor"};
+        options.width = box.width;
+        options.height = box.height;
+        options.x = box.x;
+        options.y = box.y;
+        options.colour = "3f5170";
+        options.overrideRedirect = true;
+        cover.emplace(desktop.server, options);
+    }
+    const auto alone = usageDuring(time, source, 0, desktop);
+    for (const char* name : names) {
+        source.repaint();
+        const auto mirror = start(name, desktop, source.number());
+        const auto usage = usageDuring(time, source, mirror->pid(), desktop);
+        const double memory = peakMemory(mirror->pid());
+        const double frames = framesDuring(seconds(2), source, desktop, mirror->panel());
+        const double ssim = likeness(source, desktop, mirror->panel());
+        std::printf("%s\t%s\t%s\t%s\t%.3f\t%.3f\t%.1f\t%.1f\t%.3f\n", situation.composited ? "yes" : "no",
+                    situation.covered ? "yes" : "no", situation.changing ? "yes" : "no", name, usage.program,
+                    usage.server - alone.server, memory, frames, ssim);
+        std::fflush(stdout);
+    }
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    const seconds time(argumentCount > 1 ? std::atoi(arguments[1]) : 4); // NOLINT: a developer's tool.
+    const int rounds = argumentCount > 2 ? std::atoi(arguments[2]) : 3;  // NOLINT
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, [](int) { interruptWait(); });
+    try {
+        requireProgram("gst-launch-1.0", "gstreamer1.0-tools");
+        requireProgram("ffplay", "ffmpeg");
+        std::puts("composited\tcovered\tchanging\tprogram\tprogram ms/s\tserver ms/s\tMB\tframes/s\tSSIM");
+        for (int round = 0; round < rounds; ++round)
+            for (const bool changing : {true, false})
+                for (const bool composited : {true, false})
+                    for (const bool covered : {false, true})
+                        measure({composited, covered, changing}, time);
+        return EXIT_SUCCESS;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "%s\n", problem.what());
+        return EXIT_FAILURE;
+    }
+}
