@@ -4,6 +4,9 @@
 #include "tests/desktop/harness/XServer.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <iterator>
+#include <sstream>
 
 namespace mirrolet::harness {
 
@@ -11,6 +14,15 @@ namespace {
 
 constexpr int smallestPanel = 50;
 constexpr auto defaultsPath = "config/mirrolet/defaults.json";
+
+/// Under another program, such as valgrind with its options, if MIRROLET_UNDER names one.
+std::vector<std::string> command() {
+    const char* under = std::getenv("MIRROLET_UNDER");
+    std::istringstream words(under == nullptr ? "" : under);
+    std::vector<std::string> result{std::istream_iterator<std::string>(words), {}};
+    result.emplace_back(MIRROLET_PROGRAM);
+    return result;
+}
 
 double scaleIn(const Environment& environment) {
     const auto found = environment.find("QT_SCALE_FACTOR");
@@ -37,10 +49,8 @@ Program::Program(const XServer* server, const SessionBus* bus, const Options& op
         environment = bus->with(environment);
     for (const auto& [name, value] : options.environment)
         environment[name] = value;
-    process =
-        std::make_unique<ChildProcess>(ChildProcess::Options{.command = {MIRROLET_PROGRAM},
-                                                             .environment = environment,
-                                                             .log = sandbox->folder() / "mirrolet.log"});
+    process = std::make_unique<ChildProcess>(ChildProcess::Options{
+        .command = command(), .environment = environment, .log = sandbox->folder() / "mirrolet.log"});
 }
 
 std::string Program::defaults(const std::string& more) {

@@ -1,0 +1,57 @@
+// The bytes of a defaults file, which people edit, into the settings and back into a file.
+
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/PropertyListFile.h"
+#include "platform/foundation/UserDefaults.h"
+#include "settings/SettingsStore.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace mirrolet::platform {
+void NSLog(std::string_view /*message*/) {}
+} // namespace mirrolet::platform
+
+namespace {
+
+using namespace mirrolet;
+using namespace mirrolet::platform;
+
+void expect(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+const std::string& filePath() {
+    static const std::string path = std::filesystem::temp_directory_path() /
+                                    ("mirrolet-fuzz-" + std::to_string(getpid()) + "/defaults.json");
+    static const bool cleanUp =
+        std::atexit([] { std::filesystem::remove_all(std::filesystem::path(filePath()).parent_path()); });
+    (void)cleanUp;
+    return path;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto values = PropertyListFile::parse({reinterpret_cast<const char*>(data), size});
+    if (!values)
+        return 0;
+    // What was read can be written, and is read as the same again.
+    expect(PropertyListFile::write(filePath(), *values).empty());
+    const auto again = PropertyListFile::read(filePath());
+    expect(again.problem.empty() && again.values.size() == values->size());
+    UserDefaults defaults(filePath());
+    const SettingsStore store(defaults);
+    expect(!std::isnan(store.pollInterval()) && !std::isnan(store.promptTimeout()));
+    const auto settings = store.currentMonitoringSettings();
+    expect(settings.selectedAppIdentifiers == store.selectedAppIdentifiers());
+    expect(settings.scope == store.monitoringScope());
+    return 0;
+}
