@@ -10,8 +10,8 @@ namespace dispatch {
 class Executor;
 }
 
-/// How much a queue's work matters. A thread that the user watches is woken to the point; the kernel gives
-/// ordinary programs no higher priority to go with the rest.
+/// How much a queue's work matters. It is a name only: the kernel gives ordinary programs no higher priority,
+/// and wakes threads at most 50 µs late as it is.
 enum class DispatchQoS { unspecified, userInitiated, userInteractive };
 
 /// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one

@@ -16,8 +16,8 @@ constexpr double longestSpan =
 
 class ThreadSource final : public ExecutorSource {
   public:
-    std::shared_ptr<Executor> makeSerial(const std::string& label, DispatchQoS qos) override {
-        return std::make_shared<ThreadExecutor>(label, qos);
+    std::shared_ptr<Executor> makeSerial(const std::string& label, DispatchQoS) override {
+        return std::make_shared<ThreadExecutor>(label);
     }
 
     std::shared_ptr<Executor> main() override {

@@ -5,7 +5,6 @@
 #include <condition_variable>
 #include <mutex>
 #include <pthread.h>
-#include <sys/prctl.h>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -13,7 +12,6 @@ namespace mirrolet::platform::dispatch {
 namespace {
 
 constexpr std::size_t longestThreadName = 15;
-constexpr unsigned long exactWakeUps = 1; ///< Nanoseconds that the kernel may be late to save power.
 
 std::string threadName(const std::string& label) {
     return label.size() <= longestThreadName ? label : label.substr(label.size() - longestThreadName);
@@ -42,11 +40,9 @@ struct ThreadExecutor::State {
     }
 };
 
-ThreadExecutor::ThreadExecutor(const std::string& label, DispatchQoS qos) : state(std::make_shared<State>()) {
-    thread = std::thread([state = state, name = threadName(label), qos] {
+ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
+    thread = std::thread([state = state, name = threadName(label)] {
         pthread_setname_np(pthread_self(), name.c_str());
-        if (qos == DispatchQoS::userInteractive)
-            prctl(PR_SET_TIMERSLACK, exactWakeUps);
         run(state);
     });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/Executor.h"
 
 #include <memory>
@@ -13,7 +12,7 @@ namespace mirrolet::platform::dispatch {
 /// of the label are the thread's name, as the kernel keeps no more.
 class ThreadExecutor final : public Executor {
   public:
-    explicit ThreadExecutor(const std::string& label, DispatchQoS qos = DispatchQoS::unspecified);
+    explicit ThreadExecutor(const std::string& label);
     ~ThreadExecutor() override;
 
     void post(Task task) override;
