@@ -49,8 +49,8 @@ class Desktop {
     static xcb_window_t makeWindow(XClient& client, std::size_t index) {
         auto* xcb = client.xcb();
         const auto window = xcb_generate_id(xcb);
-        const auto place = static_cast<std::int16_t>(index % 400);
-        xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, client.root(), place, place, 300, 200, 0,
+        // All in one place, and each below those before: a server's time to map so many stays short.
+        xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 300, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         const std::string title = "A document of some length, number " + std::to_string(index) + " - Editor";
         const std::string name("editor\0Editor", 14);
@@ -60,6 +60,8 @@ class Desktop {
         const auto type = client.atom("_NET_WM_WINDOW_TYPE_NORMAL");
         xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, client.atom("_NET_WM_WINDOW_TYPE"),
                             XCB_ATOM_ATOM, 32, 1, &type);
+        const std::uint32_t below = XCB_STACK_MODE_BELOW;
+        xcb_configure_window(xcb, window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
         xcb_map_window(xcb, window);
         return window;
     }

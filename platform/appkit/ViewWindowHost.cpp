@@ -89,8 +89,10 @@ ViewWindowHost::ViewWindowHost(NSWindow& nsWindow)
                                     scheduleDrawing();
                                 },
                                 [this] {
+                                    // At once: a turn of the loop of its own would cost as much as the
+                                    // showing.
                                     pictureDirty = true;
-                                    scheduleDrawing();
+                                    draw();
                                 },
                                 [this](NSCursor cursor) { setCursor(cursor); },
                                 nullptr,

@@ -2,10 +2,11 @@
 
 #include "platform/dispatch/Executor.h"
 
+#include <algorithm>
 #include <deque>
-#include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace mirrolet::platform::dispatch {
 
@@ -15,20 +16,14 @@ class TaskList {
     void push(Task task) { posted.push_back(std::move(task)); }
 
     Executor::TimerNumber pushAt(Executor::TimePoint deadline, Task task) {
-        const auto number = ++lastNumber;
-        deadlines.emplace(number, deadline);
-        timed.emplace(Place{deadline, number}, std::move(task));
-        return number;
+        timed.push_back({deadline, ++lastNumber, std::move(task)});
+        return lastNumber;
     }
 
     /// Takes a timed task out. The caller lets it go without the lock: releasing it may run anything.
     Task takeOut(Executor::TimerNumber number) {
-        const auto found = deadlines.find(number);
-        if (found == deadlines.end())
-            return nullptr;
-        auto node = timed.extract(Place{found->second, number});
-        deadlines.erase(found);
-        return std::move(node.mapped());
+        return take(std::find_if(timed.begin(), timed.end(),
+                                 [number](const Timed& one) { return one.number == number; }));
     }
 
     /// The next task to run: a timed one that is due, else the one posted first. Due ones go first, but each
@@ -40,9 +35,8 @@ class TaskList {
     }
 
     Task takeDue(Executor::TimePoint now) {
-        if (timed.empty() || timed.begin()->first.first > now)
-            return nullptr;
-        return takeOut(timed.begin()->first.second);
+        const auto next = first();
+        return next != timed.end() && next->deadline <= now ? take(next) : nullptr;
     }
 
     Task takePosted() {
@@ -54,16 +48,36 @@ class TaskList {
     }
 
     [[nodiscard]] std::size_t postedCount() const { return posted.size(); }
-    [[nodiscard]] std::optional<Executor::TimePoint> firstDeadline() const {
-        return timed.empty() ? std::nullopt : std::optional(timed.begin()->first.first);
+    [[nodiscard]] std::optional<Executor::TimePoint> firstDeadline() {
+        const auto next = first();
+        return next == timed.end() ? std::nullopt : std::optional(next->deadline);
     }
 
   private:
-    using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
+    struct Timed {
+        Executor::TimePoint deadline;
+        Executor::TimerNumber number;
+        Task task;
+    };
+    using Place = std::vector<Timed>::iterator;
+
+    /// The one that is due first; of several, the one that was pushed first.
+    Place first() {
+        return std::min_element(timed.begin(), timed.end(), [](const Timed& one, const Timed& other) {
+            return std::pair(one.deadline, one.number) < std::pair(other.deadline, other.number);
+        });
+    }
+
+    Task take(Place place) {
+        if (place == timed.end())
+            return nullptr;
+        auto task = std::move(place->task);
+        timed.erase(place);
+        return task;
+    }
 
     std::deque<Task> posted;
-    std::map<Place, Task> timed;
-    std::map<Executor::TimerNumber, Executor::TimePoint> deadlines;
+    std::vector<Timed> timed; ///< In no order: a queue has one or two of them.
     Executor::TimerNumber lastNumber = 0;
 };
 

@@ -2,9 +2,11 @@
 
 #include "platform/dispatch/TaskList.h"
 
-#include <condition_variable>
+#include <ctime>
 #include <mutex>
+#include <optional>
 #include <pthread.h>
+#include <semaphore.h>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -19,25 +21,58 @@ std::string threadName(const std::string& label) {
 
 } // namespace
 
+/// The thread waits on a semaphore rather than on a condition variable: after a wait that ends by time, the
+/// latter takes its mutex as a contended one, which costs a system call on each tick of a timer.
 struct ThreadExecutor::State {
-    std::mutex mutex;
-    std::condition_variable changed;
-    TaskList tasks;
-    bool stopped = false;
+    State() { sem_init(&signal, 0, 0); }
+    ~State() { sem_destroy(&signal); }
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
 
     /// Waits for the next task; nullptr once stopped.
     Task next() {
-        std::unique_lock lock(mutex);
-        while (!stopped) {
-            if (auto task = tasks.takeNext(Clock::now()))
-                return task;
-            if (const auto deadline = tasks.firstDeadline())
-                changed.wait_until(lock, *deadline);
-            else
-                changed.wait(lock);
+        while (true) {
+            std::optional<Executor::TimePoint> deadline;
+            {
+                const std::lock_guard lock(mutex);
+                waiting = false;
+                if (stopped)
+                    return nullptr;
+                if (auto task = tasks.takeNext(Clock::now()))
+                    return task;
+                deadline = tasks.firstDeadline();
+                waiting = true;
+            }
+            wait(deadline);
         }
-        return nullptr;
     }
+
+    /// With the lock held. A signal that comes when the wait has just ended by time makes one more turn.
+    void wake() {
+        if (std::exchange(waiting, false))
+            sem_post(&signal);
+    }
+
+    std::mutex mutex;
+    TaskList tasks;
+    bool stopped = false;
+
+  private:
+    /// Ends early at any signal to the process.
+    void wait(const std::optional<Executor::TimePoint>& deadline) {
+        if (!deadline) {
+            sem_wait(&signal);
+            return;
+        }
+        const auto time = deadline->time_since_epoch();
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+        const timespec end{static_cast<std::time_t>(seconds.count()),
+                           static_cast<long>(std::chrono::nanoseconds(time - seconds).count())};
+        sem_clockwait(&signal, CLOCK_MONOTONIC, &end);
+    }
+
+    sem_t signal{};
+    bool waiting = false;
 };
 
 ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
@@ -57,26 +92,21 @@ void ThreadExecutor::run(const std::shared_ptr<State>& state) {
 }
 
 void ThreadExecutor::post(Task task) {
-    const auto kept = state; // The task may let this executor go before the thread is told of it.
-    {
-        const std::lock_guard lock(kept->mutex);
-        if (kept->stopped)
-            return;
-        kept->tasks.push(std::move(task));
-    }
-    kept->changed.notify_one();
+    const auto kept = state; // The task may let this executor go before the lock is free again.
+    const std::lock_guard lock(kept->mutex);
+    if (kept->stopped)
+        return;
+    kept->tasks.push(std::move(task));
+    kept->wake();
 }
 
 Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
     const auto kept = state;
-    TimerNumber number = 0;
-    {
-        const std::lock_guard lock(kept->mutex);
-        if (kept->stopped)
-            return 0;
-        number = kept->tasks.pushAt(deadline, std::move(task));
-    }
-    kept->changed.notify_one();
+    const std::lock_guard lock(kept->mutex);
+    if (kept->stopped)
+        return 0;
+    const auto number = kept->tasks.pushAt(deadline, std::move(task));
+    kept->wake();
     return number;
 }
 
@@ -94,8 +124,8 @@ void ThreadExecutor::shutDown() {
         const std::lock_guard lock(state->mutex);
         state->stopped = true;
         std::swap(dropped, state->tasks);
+        state->wake();
     }
-    state->changed.notify_one();
     // A task of this very queue may hold the queue's last owner: the thread then ends by itself after that
     // task.
     if (thread.get_id() == std::this_thread::get_id())
