@@ -3,7 +3,10 @@
 #include "tests/desktop/harness/StatusHost.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <sys/resource.h>
 
 namespace mirrolet {
 namespace {
@@ -248,6 +251,40 @@ TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
     const auto other = showWindowOf("Mail", blue); // Which takes the keyboard.
     require("both shortcuts work again", [this] { return isGrabbed(key::p) && isGrabbed(key::f); });
     EXPECT_TRUE(titled("Mirrolet Settings"));
+}
+
+/// A limit on the length of files stands for the full disk, which not everyone can make: writing ends in the
+/// middle of the file.
+TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
+    std::signal(SIGXFSZ, SIG_IGN); // Inherited by the program, which it would end.
+    const std::string others = R"("others": ")" + std::string(100'000, 'x') + '"';
+    openSettings(R"("startMonitoringOnLaunch": false, )" + others);
+    const std::string before = Sandbox::read(program->defaultsFile());
+    const auto setRoom = [this](rlim_t bytes) {
+        const rlimit limit{bytes, RLIM_INFINITY};
+        ASSERT_EQ(prlimit(program->pid(), RLIMIT_FSIZE, &limit, nullptr), 0) << std::strerror(errno);
+    };
+    setRoom(4096);
+    click("check box", "Start monitoring when app launches");
+    require("it says so", [this] { return !program->log().empty(); });
+    const std::string said = program->log();
+    EXPECT_THAT(said, HasSubstr("cannot write"));
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    click("combo box", "Check for windows every");
+    click("list item", "5 seconds");
+    EXPECT_TRUE(holdsFor([&] { return Sandbox::read(program->defaultsFile()) == before; },
+                         std::chrono::milliseconds(600)));
+    const std::filesystem::directory_iterator files(program->defaultsFile().parent_path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "what was begun is taken away";
+
+    setRoom(RLIM_INFINITY);
+    click("combo box", "Prompt disappears after");
+    click("list item", "30 seconds");
+    for (const std::string& saved :
+         {std::string(R"("startMonitoringOnLaunch": true)"), std::string(R"("pollInterval": 5)"),
+          std::string(R"("promptTimeout": 30)"), others})
+        awaitSaved(saved);
+    EXPECT_EQ(program->log(), said);
 }
 
 TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
