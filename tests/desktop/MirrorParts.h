@@ -3,10 +3,12 @@
 #include "platform/desktop/x11/X11WindowCapture.h"
 #include "platform/desktop/x11/X11WindowPresenter.h"
 #include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/Holdings.h"
 #include "tests/desktop/harness/Picture.h"
 #include "tests/desktop/harness/XClient.h"
 #include "tests/desktop/harness/XServer.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,10 +51,21 @@ struct MirrorParts {
         return window;
     }
 
+    /// Until the server has done what the parts asked for.
+    void sync() const {
+        const Reply<xcb_get_input_focus_reply_t> reply(
+            xcb_get_input_focus_reply(connection->xcb(), xcb_get_input_focus(connection->xcb()), nullptr));
+    }
+
+    /// What the parts hold on the server.
+    std::map<std::string, long> resources() {
+        sync();
+        return resourcesOf(client, connection->ownWindow());
+    }
+
     /// Red, green and blue as the picture, alpha included if the window has one.
     Picture pixelsOf(xcb_window_t window, platform::desktop::PixelRect part) {
-        const auto wait = Reply<xcb_get_input_focus_reply_t>(
-            xcb_get_input_focus_reply(connection->xcb(), xcb_get_input_focus(connection->xcb()), nullptr));
+        sync();
         const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
             client.xcb(),
             xcb_get_image(client.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(part.x),

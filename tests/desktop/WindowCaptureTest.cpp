@@ -1,7 +1,6 @@
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/DesktopServices.h"
-#include "tests/desktop/harness/Holdings.h"
 #include "tests/desktop/harness/WindowCommands.h"
 #include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/WindowManager.h"
@@ -9,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 
 namespace mirrolet::harness {
 namespace {
@@ -51,8 +49,6 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
             return holdsFor([&] { return capture->image(window) == held; }, std::chrono::milliseconds(1200));
         });
     }
-
-    std::map<std::string, long> resources() { return resourcesOf(client, connection->ownWindow()); }
 
     Image held;
 };
@@ -215,7 +211,6 @@ TEST_F(WindowCaptureTest, LeavesNothingOnTheServer) {
         client.sync();
         held.reset();
     }
-    waitUntil([&] { return resources() == before; });
     EXPECT_EQ(resources(), before);
 }
 
