@@ -162,9 +162,10 @@ std::string PropertyListFile::write(const std::string& path, const PropertyList:
     const auto bytes = QJsonDocument(toJson(values)).toJson();
     QDir().mkpath(QFileInfo(text(path)).absolutePath());
     QSaveFile file(text(path));
+    // Without the flush, commit() would not see that the disk is full, and put an empty file in place.
     const bool written = file.open(QIODevice::WriteOnly) &&
                          file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
-                         file.write(bytes) == bytes.size() && file.commit();
+                         file.write(bytes) == bytes.size() && file.flush() && file.commit();
     return written ? std::string() : file.errorString().toStdString();
 }
 
