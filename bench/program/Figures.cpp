@@ -1,5 +1,6 @@
 #include "bench/program/Figures.h"
 
+#include "bench/Crowd.h"
 #include "bench/ProcessorTime.h"
 #include "bench/program/Desktop.h"
 #include "tests/desktop/harness/StatusIcon.h"
@@ -85,21 +86,6 @@ Usage usageOfQt(Desktop& desktop, const Effort& effort, xcb_window_t source) {
     return usageDuring(effort.time, program.pid(), desktop.server.pid());
 }
 
-/// Ordinary windows of other programs, each a process of its own.
-std::vector<std::unique_ptr<CallWindow>> crowd(const Desktop& desktop, int count) {
-    std::vector<std::unique_ptr<CallWindow>> windows;
-    for (int i = 0; i < count; ++i) {
-        CallWindow::Options options;
-        options.title = "A document of some length, number " + std::to_string(i) + " - Editor";
-        options.wmClass = "Editor";
-        options.wmInstance = "editor";
-        options.colour = "3f5170";
-        options.x = 10 * i;
-        windows.push_back(std::make_unique<CallWindow>(desktop.server, options));
-    }
-    return windows;
-}
-
 /// Finer than the harness waits: what is timed here is a few of its steps long.
 void spinUntil(const Condition& condition) {
     for (const auto start = Clock::now(); !condition() && Clock::now() - start < patience;)
@@ -147,7 +133,7 @@ MirrorFigures measureMirror(const Effort& effort, int framesPerSecond) {
 IdleFigures measureIdle(const Effort& effort) {
     IdleFigures figures;
     const Desktop desktop;
-    const auto windows = crowd(desktop, 50);
+    const auto windows = crowd(desktop.server, 50);
     const auto program = desktop.start(usualPollInterval);
     require("the status icon", [&] { return statusIcon(desktop.facts, program->pid()).has_value(); });
     for (int round = 0; round < effort.rounds; ++round) {

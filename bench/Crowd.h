@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tests/desktop/harness/CallWindow.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mirrolet::bench {
+
+/// How the titles of a crowd begin.
+inline constexpr const char* crowdTitle = "A document of some length, number ";
+
+/// Ordinary windows of other programs, each of a process of its own.
+using Crowd = std::vector<std::unique_ptr<harness::CallWindow>>;
+
+inline Crowd crowd(const harness::XServer& server, int count) {
+    Crowd windows;
+    for (int i = 0; i < count; ++i) {
+        harness::CallWindow::Options options;
+        options.title = crowdTitle + std::to_string(i) + " - Editor";
+        options.wmClass = "Editor";
+        options.wmInstance = "editor";
+        options.colour = "3f5170";
+        options.width = 300; // A server keeps the picture of each.
+        options.height = 200;
+        options.x = 10 * i % 1000;
+        windows.push_back(std::make_unique<harness::CallWindow>(server, options));
+    }
+    return windows;
+}
+
+} // namespace mirrolet::bench

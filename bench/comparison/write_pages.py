@@ -1,0 +1,317 @@
+"""Writes what bench/side-by-side measured into README.md, docs/figures.md and the chart, and prints the short tables.
+
+write_pages.py FOLDER    with mirrors.tsv, lists.tsv and program.tsv, or some of them
+"""
+
+import datetime
+import re
+import statistics
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent.parent
+README = ROOT / "README.md"
+FIGURES = ROOT / "docs" / "figures.md"
+CHART = ROOT / "docs" / "images" / "side-by-side.svg"
+
+SMOOTH = 0.96
+NAMES = {
+    "GStreamer": "GStreamer, `use-damage=0`",
+    "GStreamer, damage": "GStreamer, `use-damage=1`",
+    "ffplay": "ffplay, `x11grab`",
+    "Qt grabber": "minimal Qt program",
+    "wmctrl": "`wmctrl -lpGx`",
+    "xdotool, one command": "`xdotool search`, one command",
+    "xdotool, a command a window": "`xdotool`, a command for each window",
+}
+
+
+class Run:
+    """What a part printed, and where and when."""
+
+    def __init__(self, path):
+        self.facts, self.lines = {}, []
+        for line in path.read_text().splitlines():
+            if line.startswith("# "):
+                key, value = line[2:].split(" ", 1)
+                self.facts.setdefault(key, []).append(value)
+            else:
+                self.lines.append(line)
+
+    def rows(self):
+        """Below the line of headings."""
+        return [line.split("\t") for line in self.lines[1:]]
+
+    def circumstances(self):
+        date = datetime.date.fromisoformat(self.facts["date"][0])
+        before, after = self.facts["load"]
+        processors = re.sub(r"\((R|TM)\)| Processor", "", self.facts["processors"][0])
+        text = (f"Measured on {date.day} {date:%B %Y} on {processors}, at a load average of {before} before the run and "
+                f"{after} after it.")
+        if float(before) > 0.25 * int(processors.split()[0]):
+            text += " Other work shared the machine, so these are not the figures of a quiet one."
+        return text
+
+
+def medians(rows):
+    return [statistics.median(column) for column in zip(*rows)]
+
+
+class Mirror:
+    """The medians of one program in one situation. Milliseconds a second, MB, pictures a second."""
+
+    def __init__(self, rows):
+        self.program, self.server, self.memory, self.frames, self.ssim = medians(rows)
+        self.both = statistics.median(row[0] + row[1] for row in rows)
+
+    @property
+    def shows_the_window(self):
+        return self.ssim >= SMOOTH
+
+
+class Situation:
+    """One state of the desktop, and the mirrors in it by name."""
+
+    def __init__(self, changing, composited, covered):
+        self.changing, self.composited, self.covered = changing, composited, covered
+        self.mirrors = {}
+
+    @property
+    def title(self):
+        return ", ".join([self.source, self.manager])
+
+    @property
+    def source(self):
+        return ("Thirty repaints a second" if self.changing else "Still") + (", covered" if self.covered else ", uncovered")
+
+    @property
+    def manager(self):
+        return "with a compositing manager" if self.composited else "without a compositing manager"
+
+    def verdict(self):
+        """Only with who shows the picture."""
+        others = {name: mirror.both for name, mirror in self.mirrors.items()
+                  if name != "Mirrolet" and mirror.shows_the_window}
+        if not others:
+            return "None of the others shows the window's picture."
+        best = min(others, key=others.get)
+        return (f"Mirrolet and the X server need {self.mirrors['Mirrolet'].both / others[best]:.2f} of the least that shows "
+                f"the window's picture ({NAMES[best]}).")
+
+
+def situations(run):
+    found = {}
+    for composited, covered, changing, name, *numbers in run.rows():
+        key = tuple(word == "yes" for word in (changing, composited, covered))
+        found.setdefault(key, {}).setdefault(name, []).append([float(number) for number in numbers])
+    result = []
+    for key, rows in found.items():
+        situation = Situation(*key)
+        situation.mirrors = {name: Mirror(of) for name, of in rows.items()}
+        result.append(situation)
+    return result, len(next(iter(next(iter(found.values())).values())))
+
+
+def mirrors_in_full(run):
+    all_of_them, count = situations(run)
+    runs = f"the median of {count} runs" if count > 1 else "of one run"
+    yield f"{run.circumstances()} Each figure is {runs} of {run.facts['seconds'][0]} s."
+    for situation in all_of_them:
+        yield f"\n### {situation.title}\n"
+        yield "| | program ms/s | X server ms/s | both | memory MB | frames/s | SSIM | shows |"
+        yield "|---|---:|---:|---:|---:|---:|---:|---|"
+        for name, mirror in situation.mirrors.items():
+            frames = f"{mirror.frames:.1f}" if situation.changing else ""
+            shows = "the window" if mirror.shows_the_window else "**another picture**"
+            yield (f"| {NAMES.get(name, name)} | {mirror.program:.1f} | {mirror.server:.1f} | {mirror.both:.1f} "
+                   f"| {mirror.memory:.0f} | {frames} | {mirror.ssim:.3f} | {shows} |")
+        yield f"\n{situation.verdict()}"
+
+
+def covered_windows(name, all_of_them):
+    shown = {composited: all(situation.mirrors[name].shows_the_window for situation in all_of_them
+                             if situation.covered and situation.composited == composited) for composited in (True, False)}
+    if all(shown.values()):
+        return "shown"
+    if shown[True]:
+        return "only with a compositing manager"
+    return "only without a compositing manager" if shown[False] else "**not shown**"
+
+
+def mirrors_in_short(run):
+    all_of_them, _ = situations(run)
+    uncovered = {(situation.changing, situation.composited): situation.mirrors
+                 for situation in all_of_them if not situation.covered}
+    yield "| | 30 repaints/s | the same, composited | still | still, composited | memory | frames/s | SSIM | a covered window is |"
+    yield "|---|---:|---:|---:|---:|---:|---:|---:|---|"
+    for name in all_of_them[0].mirrors:
+        mirrors = {key: of[name] for key, of in uncovered.items()}
+        costs = " | ".join(f"{mirrors[key].both:.1f}" for key in ((True, False), (True, True), (False, False), (False, True)))
+        frames = min(mirror.frames for (changing, _), mirror in mirrors.items() if changing)
+        yield (f"| {NAMES.get(name, name)} | {costs} | {max(mirror.memory for mirror in mirrors.values()):.0f} MB "
+               f"| {frames:.1f} | {min(mirror.ssim for mirror in mirrors.values()):.3f} "
+               f"| {covered_windows(name, all_of_them)} |")
+    yield f"\n{run.circumstances()}"
+
+
+def chart(run):
+    """Bars of program and server: programs below each other, the two kinds of desktop beside each other. Colours that
+    hold on light and dark pages."""
+    label, column, scale_width, line = 192, 345, 215, 18
+    all_of_them, _ = situations(run)
+    most = max(mirror.both for situation in all_of_them for mirror in situation.mirrors.values())
+    blocks = {}
+    for situation in all_of_them:
+        blocks.setdefault(situation.source, []).append(situation)
+    body, y = [], 72
+    for place, composited in enumerate((True, False)):
+        title = next(each.manager for each in all_of_them if each.composited == composited).capitalize()
+        body.append(f'<text class="head" x="{label + place * column}" y="48">{title}</text>')
+    for source, beside in blocks.items():
+        body.append(f'<text class="head" x="8" y="{y}">{source}</text>')
+        y += 10
+        for row, name in enumerate(beside[0].mirrors):
+            own = ' class="own"' if name == "Mirrolet" else ""
+            body.append(f'<text{own} x="{label - 8}" y="{y + row * line + 12}" text-anchor="end">'
+                        f'{NAMES.get(name, name).replace("`", "")}</text>')
+            for situation in beside:
+                x = label + (0 if situation.composited else column)
+                body += bars(situation.mirrors[name], x, y + row * line, scale_width / most, own)
+        for place in (0, 1):
+            x = label + place * column - 0.5
+            body.append(f'<path d="M{x} {y - 2}V{y + len(beside[0].mirrors) * line}"/>')
+        y += len(beside[0].mirrors) * line + 28
+    return "\n".join([
+        f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {label + 2 * column} {y - 16}" font-family="sans-serif" '
+        'font-size="12">',
+        "<title>Processor time of a mirror, milliseconds a second</title>",
+        "<style>text{fill:#6b7280}.head,.own{font-weight:bold}.program{fill:#2f7fd1}.server{fill:#e08a2b}.wrong{opacity:.3}",
+        "path{stroke:#6b7280;opacity:.5}@media(prefers-color-scheme:dark){text{fill:#ddd}path{stroke:#ddd}}</style>",
+        '<rect class="program" x="8" y="8" width="12" height="12"/><text x="26" y="18">program</text>',
+        '<rect class="server" x="92" y="8" width="12" height="12"/><text x="110" y="18">X server</text>',
+        '<rect class="program wrong" x="178" y="8" width="6" height="12"/><rect class="server wrong" x="184" y="8" '
+        'width="6" height="12"/><text x="196" y="18">shows another picture</text>',
+        '<text x="340" y="18">milliseconds of processor time a second; less is better</text>',
+        *body, "</svg>", ""])
+
+
+def bars(mirror, x, y, scale, own):
+    program, server = max(mirror.program, 0) * scale, max(mirror.server, 0) * scale
+    wrong = "" if mirror.shows_the_window else " wrong"
+    note = "" if mirror.shows_the_window else ", another picture"
+    yield f'<rect class="program{wrong}" x="{x}" y="{y}" width="{program:.1f}" height="14"/>'
+    yield f'<rect class="server{wrong}" x="{x + program:.1f}" y="{y}" width="{server:.1f}" height="14"/>'
+    yield f'<text{own} x="{x + program + server + 6:.1f}" y="{y + 12}">{mirror.both:.1f}{note}</text>'
+
+
+def lists(run, what):
+    """By number of windows and name: the rows of what was measured."""
+    found = {}
+    for kind, windows, name, *numbers in run.rows():
+        if kind == what:
+            found.setdefault(windows, {}).setdefault(name, []).append([float(number) for number in numbers])
+    return found
+
+
+def both(rows):
+    return statistics.median(row[0] + row[1] for row in rows)
+
+
+def lists_in_full(run):
+    yield f"{run.circumstances()} Each figure is a median."
+    for windows, readers in lists(run, "reading").items():
+        yield f"\n### {windows} windows, one reading\n"
+        yield "| | program ms | X server ms | both | until it is read, ms | readings |"
+        yield "|---|---:|---:|---:|---:|---:|"
+        for name, rows in readers.items():
+            program, server, wall = medians(rows)
+            yield (f"| {NAMES.get(name, name)} | {program:.2f} | {server:.2f} | {both(rows):.2f} | {wall:.2f} "
+                   f"| {len(rows)} |")
+    for windows, readers in lists(run, "second").items():
+        yield f"\n### {windows} windows, one title changes ten times a second, a reading every two seconds\n"
+        yield "| | program ms/s | X server ms/s | both |"
+        yield "|---|---:|---:|---:|"
+        for name, rows in readers.items():
+            program, server, _ = medians(rows)
+            yield f"| {NAMES.get(name, name)} | {program:.2f} | {server:.2f} | {both(rows):.2f} |"
+
+
+def lists_in_short(run):
+    readings, seconds = lists(run, "reading"), lists(run, "second")
+    heads = [f"{windows} windows" for windows in readings]
+    yield "| | " + " | ".join(heads + [f"a second, {windows} windows" for windows in seconds]) + " |"
+    yield "|---|" + "---:|" * (len(readings) + len(seconds))
+    for name in next(iter(readings.values())):
+        cells = [f"{both(readers[name]):.1f} ms" for readers in readings.values()]
+        cells += [f"{both(readers[name]):.1f} ms" if name in readers else "" for readers in seconds.values()]
+        yield f"| {NAMES.get(name, name)} | " + " | ".join(cells) + " |"
+    yield f"\n{run.circumstances()}"
+
+
+# What the program's own bench calls a figure, how the page does, and its decimals.
+PROGRAM = [
+    ("mirroring 30 repaints/s: Mirrolet", "the call repaints 30 times a second: Mirrolet", 1),
+    ("  both together", "the same, Mirrolet and X server", 1),
+    ("  both together against the minimal Qt program", "the same, against a minimal Qt program and X server", 2),
+    ("mirroring a still window: Mirrolet and X server", "the call stands still: Mirrolet and X server", 1),
+    ("idle, 50 windows, a poll every 2 s: Mirrolet", "no call, 50 windows, a look every 2 s: Mirrolet", 1),
+    ("start to status item shown", "from the start until the icon is in the tray", 0),
+    ("peak resident memory of a session", "most memory of a session", 1),
+    ("mirrored window destroyed to panel gone", "from the end of the call until the mirror is gone", 0),
+]
+UNITS = {"ms": " ms", "MB": " MB"}
+
+
+def program_figures(run):
+    figures = {}
+    for line in run.lines:
+        match = re.fullmatch(r"(.{58}) (\S+) +([\d.-]+) +([\d.-]+) +([\d.-]+) +([\d.]+ +)?(\d+)", line)
+        if match:
+            name, unit, median, least, most, reach, count = match.groups()
+            # The same words may come again, of the still window: the first are those of the changing one.
+            figures.setdefault(name.rstrip(), (unit, float(median), float(least), float(most), (reach or "").strip(), count))
+    return figures
+
+
+def program_table(run):
+    figures = program_figures(run)
+    yield "| | median | least to most | runs | not more than |"
+    yield "|---|---:|---:|---:|---:|"
+    for key, words, decimals in PROGRAM:
+        unit, median, least, most, reach, count = figures[key]
+        yield (f"| {words} | {median:.{decimals}f}{UNITS.get(unit, '')} | {least:.{decimals}f} – {most:.{decimals}f} | {count} "
+               f"| {reach} |")
+    _, median, least, most, *_ = figures["this machine: 15 wakes/s, each waking a second thread"]
+    yield (f"\n{run.circumstances()} A thread that does nothing but wake 15 times a second and wake a second one costs "
+           f"{median:.1f} ms a second there ({least:.1f} – {most:.1f}).")
+
+
+def write(page, name, lines):
+    """Between the two marks of that name."""
+    begin, end = f"<!-- {name} -->", f"<!-- end of {name} -->"
+    before, rest = page.read_text().split(begin)
+    after = rest.split(end)[1]
+    page.write_text(f"{before}{begin}\n" + "\n".join(lines) + f"\n{end}{after}")
+
+
+def main(folder):
+    pages = {
+        "mirrors": [(FIGURES, mirrors_in_full), (README, mirrors_in_short)],
+        "lists": [(FIGURES, lists_in_full), (README, lists_in_short)],
+        "program": [(README, program_table)],
+    }
+    for part, targets in pages.items():
+        figures = folder / f"{part}.tsv"
+        if not figures.exists():
+            continue
+        run = Run(figures)
+        for page, lines in targets:
+            write(page, part, lines(run))
+        *_, (_, short) = targets
+        print("", *short(run), sep="\n")
+        if part == "mirrors":
+            CHART.write_text(chart(run))
+
+
+if __name__ == "__main__":
+    main(Path(sys.argv[1]))
