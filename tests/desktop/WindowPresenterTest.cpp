@@ -1,12 +1,17 @@
 #include "tests/desktop/MirrorParts.h"
+#include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/Similarity.h"
 #include "tests/desktop/harness/TextPage.h"
 #include "tests/desktop/harness/Wait.h"
+#include "tests/desktop/harness/WindowFacts.h"
 
 #include <gtest/gtest.h>
+#include <xcb/composite.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <csignal>
 #include <thread>
 
 namespace mirrolet::harness {
@@ -27,6 +32,20 @@ class WindowPresenterTest : public testing::Test, protected MirrorParts {
         xcb_poly_fill_rectangle(client.xcb(), window, context, 1, &area);
         xcb_free_gc(client.xcb(), context);
         client.sync();
+    }
+
+    /// Only a redirected window has a pixmap of its own that can be named.
+    bool isRedirected(xcb_window_t window) {
+        const auto pixmap = xcb_generate_id(client.xcb());
+        const Reply<xcb_generic_error_t> error(xcb_request_check(
+            client.xcb(), xcb_composite_name_window_pixmap_checked(client.xcb(), window, pixmap)));
+        if (!error)
+            xcb_free_pixmap(client.xcb(), pixmap);
+        return !error;
+    }
+
+    static std::ptrdiff_t count(const Picture& picture, std::uint32_t colour) {
+        return std::count(picture.pixels.begin(), picture.pixels.end(), colour);
     }
 
     /// The image after whatever was drawn last, first taken when there was none yet.
@@ -187,6 +206,60 @@ TEST_F(WindowPresenterTest, SurvivesASourceThatDiesAndResizesAtAnyMoment) {
     EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
 }
 
+TEST_F(WindowPresenterTest, NeverShowsWhatCoversTheSource) {
+    CallWindow::Options options;
+    options.colour = "cc2020";
+    options.rate = 30;
+    const CallWindow source(server, options);
+    const auto panel = makeWindow({0, 1000, 320, 200});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, panel);
+    presenter->resize({320, 200}, 0);
+    Image image;
+    const auto shows = [&](std::uint32_t colour) {
+        image = capture->image(source.window());
+        presenter->setPicture(image, {0, 0, 320, 200});
+        presenter->present();
+        return count(pixelsOf(panel, {0, 0, 320, 200}), colour) > 0;
+    };
+    constexpr std::uint32_t red = 0xcc2020;
+    constexpr std::uint32_t green = 0x20a040;
+    constexpr std::uint32_t blue = 0x0000ff;
+    ASSERT_TRUE(waitUntil([&] { return shows(red); }));
+    EXPECT_FALSE(isRedirected(source.window())) << "a window that nothing covers is read where it stands";
+
+    for (int round = 0; round < 2; ++round) {
+        // A source that is stopped cannot draw what was covered: its place holds the pixels of the cover.
+        kill(source.pid(), SIGSTOP);
+        const auto cover = makeWindow({100, 100, 300, 200});
+        xcb_change_window_attributes(client.xcb(), cover, XCB_CW_BACK_PIXEL, &blue);
+        xcb_clear_area(client.xcb(), 0, cover, 0, 0, 0, 0);
+        client.sync();
+        presenter->resize({320, 200}, 0); // All is drawn anew, from an image that knows nothing of the cover.
+        presenter->setPicture(image, {0, 0, 319, 200});
+        presenter->present();
+        EXPECT_EQ(count(pixelsOf(panel, {0, 0, 320, 200}), blue), 0);
+        EXPECT_TRUE(holdsFor([&] { return !shows(blue); }, std::chrono::milliseconds(300)));
+        kill(source.pid(), SIGCONT);
+        EXPECT_TRUE(isRedirected(source.window()));
+        source.tell("colour 20a040");
+        EXPECT_TRUE(waitUntil([&] { return shows(green) && !shows(red); })) << "covered and live";
+        xcb_destroy_window(client.xcb(), cover);
+        source.tell("colour cc2020");
+        EXPECT_TRUE(waitUntil([&] { return !shows(blue) && !isRedirected(source.window()); }));
+        EXPECT_TRUE(waitUntil([&] { return shows(red); }));
+    }
+    // What goes away where it stands leaves its last picture, also for another size of the panel.
+    source.tell("unmap");
+    ASSERT_TRUE(waitUntil([&] { return !WindowFacts(client).viewable(source.window()); }));
+    EXPECT_TRUE(shows(red));
+    EXPECT_TRUE(waitUntil([&] {
+        presenter->resize({200, 125}, 0);
+        presenter->setPicture(capture->image(source.window()), {0, 0, 200, 125});
+        presenter->present();
+        return pixelsOf(panel, {100, 60, 1, 1}).pixels.front() == red;
+    }));
+}
+
 TEST_F(WindowPresenterTest, KeepsSmallTextSharpAtEveryRatio) {
     constexpr PixelSize size{1280, 800};
     const auto source = makeWindow({0, 0, size.width, size.height});
@@ -196,7 +269,7 @@ TEST_F(WindowPresenterTest, KeepsSmallTextSharpAtEveryRatio) {
     for (const double ratio : {1.3, 1.9, 2.7, 3.99, 4.0, 6.4, 7.5, 12.8}) {
         const int width = static_cast<int>(std::lround(size.width / ratio));
         const int height = static_cast<int>(std::lround(size.height / ratio));
-        const auto window = makeWindow({0, 0, width, height});
+        const auto window = makeWindow({0, size.height, width, height});
         const auto presenter = x11::X11WindowPresenter::make(*connection, window);
         presenter->resize({width, height}, 0);
         presenter->setPicture(image, {0, 0, width, height});

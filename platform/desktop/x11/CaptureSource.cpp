@@ -1,11 +1,13 @@
 #include "platform/desktop/x11/CaptureSource.h"
 
+#include "platform/desktop/x11/CoverGuard.h"
 #include "platform/desktop/x11/PixelBox.h"
 #include "platform/desktop/x11/X11WindowImage.h"
 #include "platform/desktop/x11/XcbReply.h"
 
 #include <xcb/composite.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -24,6 +26,15 @@ constexpr int ticksTakenForGranted = 15;
 constexpr int ticksOfAnotherLook =
     3; ///< One for the report that a new watch begins with, two for the window's own.
 
+// A window that is read in place leaves nothing behind when it goes: so there is a copy, at most this old.
+constexpr std::chrono::milliseconds copyTime{500};
+
+// Whether a redirected window that changes is still covered is asked this often.
+constexpr std::chrono::seconds coveredLook{2};
+
+// One that is redirected and does not draw what was covered for so long will not draw it.
+constexpr std::chrono::seconds longestWaitForDrawing{2};
+
 } // namespace
 
 CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
@@ -34,7 +45,6 @@ CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& for
     const std::uint32_t mask =
         XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
     firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
-    xcb_composite_redirect_window(xcb, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
     watchDamage();
 }
 
@@ -53,7 +63,8 @@ void CaptureSource::end(bool selectedAnew) {
     if (!selectedAnew)
         xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &nothing);
     damage = {};
-    xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    if (redirected)
+        xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
 void CaptureSource::noteGeometry(PixelSize size, int borderWidth) {
@@ -81,23 +92,37 @@ std::shared_ptr<const WindowImage> CaptureSource::image() {
 
 bool CaptureSource::update() {
     const unsigned changes = pending.exchange(0);
-    if (changes == 0 && grantedTicks == 0 && Clock::now() < settlesAt) {
+    const auto now = Clock::now();
+    const bool settles = now >= settlesAt;
+    if (changes == 0 && grantedTicks == 0 && !settles && now < awaitsUntil) {
         filmTicks = 0;
         return false;
     }
-    settlesAt = changes == 0 && grantedTicks == 0 ? Clock::time_point::max() : Clock::now() + settleTime;
+    settlesAt = changes == 0 && grantedTicks == 0 ? Clock::time_point::max() : now + settleTime;
     if (grantedTicks > 0 && --grantedTicks == 0)
         watchDamage();
     // Some windows get the pixmap that they draw to only with the first drawing after the redirection.
     const bool first = (changes & damaged) != 0 && !sawDamage;
     sawDamage = sawDamage || first;
-    if ((changes & replaced) != 0 || first)
-        nameAgain();
+    if ((changes & replaced) != 0 || (first && redirected) || now >= looksAt)
+        lookAgain();
     else if ((changes & damaged) != 0 && grantedTicks == 0)
         collectDamage();
-    else
+    else if (content)
         content->noteDamageEverywhere();
+    if (content && content->windowInPlace() != 0 && (settles || now >= copiesAt))
+        keepCopy(now);
+    if (now >= awaitsUntil) {
+        awaitsUntil = Clock::time_point::max();
+        if (named)
+            content = std::move(named);
+    }
     return true;
+}
+
+void CaptureSource::keepCopy(Clock::time_point now) {
+    content->copyFromPlace(connection);
+    copiesAt = now + copyTime;
 }
 
 void CaptureSource::followFilm(const PixelRect& box) {
@@ -115,14 +140,21 @@ void CaptureSource::followFilm(const PixelRect& box) {
 void CaptureSource::collectDamage() {
     xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
     const auto box = takeDamagedBox();
+    if (named) {
+        if (drewWhatWasCovered())
+            content = std::move(named);
+        return;
+    }
     content->noteDamage({box.x - cutLeft, box.y - cutTop, box.width, box.height});
     followFilm(box);
 }
 
-void CaptureSource::noteDamaged(PixelRect area) {
+void CaptureSource::noteDamaged(PixelRect area, std::uint32_t eventSequence) {
     {
         const std::lock_guard guard(boxLock);
         damagedBox = united(damagedBox, area);
+        if (isFrom(redirectSequence, eventSequence))
+            drawnRedirected = united(drawnRedirected, area);
     }
     pending |= damaged;
 }
@@ -132,7 +164,7 @@ PixelRect CaptureSource::takeDamagedBox() {
     return std::exchange(damagedBox, {});
 }
 
-void CaptureSource::nameAgain() {
+void CaptureSource::lookAgain() {
     auto* xcb = connection.xcb();
     if (grantedTicks == 0)
         xcb_damage_subtract(xcb, damage.id(), XCB_NONE, XCB_NONE);
@@ -153,11 +185,74 @@ void CaptureSource::nameAgain() {
     const PixelSize size{geometry->width, geometry->height};
     knownGeometry = packed(size, geometry->border_width);
     const auto shadow = FrameExtents::from(propertyIn(extents));
-    if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
-        namePixmap(attributes->visual, geometry->border_width, shadow);
     const auto visible = shadow.visiblePart(size);
+    if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+        look(*geometry, attributes->visual, shadow);
+    else if (content)
+        content->leavePlace();
     if (!content || (content->pixmapId() == 0 && content->size() != PixelSize{visible.width, visible.height}))
         content = std::make_shared<WindowContent>(PixelSize{visible.width, visible.height});
+}
+
+void CaptureSource::look(const xcb_get_geometry_reply_t& geometry, xcb_visualid_t visual,
+                         const FrameExtents& shadow) {
+    const PixelSize size{geometry.width, geometry.height};
+    const auto part = shadow.visiblePart(size);
+    const auto covered = coveredParts(connection, window, part);
+    if (!covered)
+        return; // Gone: an event says so.
+    const bool fits = geometry.depth == connection.screen().root_depth && formats.exact(visual) != 0 &&
+                      std::max(size.width, size.height) < CoverGuard::reach;
+    if (fits && isEmpty(covered->ofPicture) && (!redirected || Clock::now() >= looksAt)) {
+        showInPlace(visual, size, part);
+        return;
+    }
+    if (!redirected)
+        leavePlace(covered->ofShape);
+    looksAt = Clock::now() + coveredLook;
+    namePixmap(visual, geometry.border_width, shadow);
+}
+
+void CaptureSource::showInPlace(xcb_visualid_t visual, PixelSize size, const PixelRect& part) {
+    if (std::exchange(redirected, false))
+        xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    looksAt = awaitsUntil = Clock::time_point::max();
+    named.reset();
+    cutLeft = part.x;
+    cutTop = part.y;
+    if (content && content->windowInPlace() != 0 && content->pictureRect() == part &&
+        content->windowSize() == size) {
+        content->noteDamageEverywhere();
+        return;
+    }
+    content = WindowContent::inPlace(connection, window, size, formats.exact(visual), part);
+    copiesAt = Clock::time_point::min();
+}
+
+/// The window is redirected, which gives it a pixmap of its own. What was covered holds the pixels of what
+/// covers it in there, until the window has drawn it.
+void CaptureSource::leavePlace(const PixelRect& covered) {
+    if (content)
+        content->leavePlace();
+    // A new watch reports the whole window at once: that is to come before the redirection.
+    if (std::exchange(grantedTicks, 0) > 0)
+        watchDamage();
+    {
+        const std::lock_guard guard(boxLock);
+        redirectSequence =
+            xcb_composite_redirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC)
+                .sequence;
+        drawnRedirected = {};
+    }
+    redirected = true;
+    sawDamage = false;
+    awaited = covered;
+    awaitsUntil = Clock::now() + longestWaitForDrawing;
+}
+
+bool CaptureSource::drewWhatWasCovered() {
+    const std::lock_guard guard(boxLock);
+    return contains(drawnRedirected, awaited);
 }
 
 void CaptureSource::namePixmap(xcb_visualid_t visual, int borderWidth, const FrameExtents& shadow) {
@@ -178,7 +273,11 @@ void CaptureSource::namePixmap(xcb_visualid_t visual, int borderWidth, const Fra
     cutTop = part.y;
     part.x += borderWidth;
     part.y += borderWidth;
-    content = std::make_shared<WindowContent>(std::move(pixmap), format, part);
+    auto next = std::make_shared<WindowContent>(std::move(pixmap), format, part);
+    const bool whole = drewWhatWasCovered() || awaitsUntil == Clock::time_point::max();
+    (whole ? content : named) = std::move(next);
+    if (whole)
+        named.reset();
 }
 
 } // namespace mirrolet::platform::desktop::x11

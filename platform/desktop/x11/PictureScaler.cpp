@@ -55,6 +55,7 @@ PixelRect PictureScaler::setImage(std::shared_ptr<const X11WindowImage> newImage
 
 void PictureScaler::rebuild() {
     source = {};
+    guard.reset();
     steps.clear();
     if (!image || image->content()->pixmapId() == 0) {
         levels.clear();
@@ -63,16 +64,32 @@ void PictureScaler::rebuild() {
     const auto& content = *image->content();
     const auto picture = content.pictureRect();
     steps = planScaling(content.size(), size);
-    source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
+    if (const auto window = content.windowInPlace())
+        readInPlace(window);
+    else
+        source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
     setTransform(source.id(), steps.front(), picture.x, picture.y);
     levels.resize(steps.size() - 1);
     for (std::size_t i = 0; i < levels.size(); ++i) {
         const PixelSize levelSize{steps[i].x.pixels, steps[i].y.pixels};
-        if (levels[i].surface.size != levelSize)
+        if (levels[i].surface.size != levelSize) {
             levels[i].surface = makeSurface(connection, levelSize, 24, formats.opaque24);
+            fillBlack(levels[i].surface.picture.id(), {0, 0, levelSize.width, levelSize.height});
+        }
         levels[i].stale = {0, 0, levelSize.width, levelSize.height};
         setTransform(levels[i].surface.picture.id(), steps[i + 1], 0, 0);
     }
+}
+
+void PictureScaler::readInPlace(xcb_window_t window) {
+    const auto& content = *image->content();
+    source = makePicture(connection, window, content.opaqueFormat());
+    const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
+    xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);
+    guard.emplace(connection, window, content.pictureRect());
+    // Whatever is drawn later, and the window covered by then, is drawn from a level: so there is one.
+    if (steps.size() == 1)
+        steps.push_back({{size.width, 1}, {size.height, 1}});
 }
 
 void PictureScaler::setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top) {
@@ -91,29 +108,40 @@ PixelRect PictureScaler::markStale(PixelRect changed) {
 }
 
 void PictureScaler::refreshLevels() {
-    auto from = source.id();
-    for (auto& level : levels) {
-        const auto stale = std::exchange(level.stale, {});
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        const auto stale = std::exchange(levels[i].stale, {});
         if (!isEmpty(stale))
-            scale(connection, from, level.surface.picture.id(), 0, 0, stale);
-        from = level.surface.picture.id();
+            drawStep(i, levels[i].surface.picture.id(), 0, 0, stale);
     }
+}
+
+/// A window in place is looked at before it is read, and once more before what was read goes on from there:
+/// something may have come to cover it just in between.
+void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
+                             const PixelRect& part) {
+    const bool isGuarded = guard && step < 2;
+    if (isGuarded)
+        guard->close(to);
+    scale(connection, step == 0 ? source.id() : levels[step - 1].surface.picture.id(), to, left, top, part);
+    if (isGuarded)
+        guard->open(to);
+}
+
+void PictureScaler::fillBlack(xcb_render_picture_t to, const PixelRect& part) {
+    const auto area = toRectangle(part);
+    const xcb_render_color_t black{0, 0, 0, 0xffff};
+    xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, to, black, 1, &area);
 }
 
 void PictureScaler::draw(xcb_render_picture_t destination, int left, int top, PixelRect part) {
     if (isEmpty(part))
         return;
     if (!source) {
-        const xcb_rectangle_t area{
-            static_cast<std::int16_t>(left + part.x), static_cast<std::int16_t>(top + part.y),
-            static_cast<std::uint16_t>(part.width), static_cast<std::uint16_t>(part.height)};
-        const xcb_render_color_t black{0, 0, 0, 0xffff};
-        xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, destination, black, 1, &area);
+        fillBlack(destination, {left + part.x, top + part.y, part.width, part.height});
         return;
     }
     refreshLevels();
-    scale(connection, levels.empty() ? source.id() : levels.back().surface.picture.id(), destination, left,
-          top, part);
+    drawStep(levels.size(), destination, left, top, part);
 }
 
 } // namespace mirrolet::platform::desktop::x11

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/CoverGuard.h"
 #include "platform/desktop/x11/RenderFormats.h"
 #include "platform/desktop/x11/RenderResources.h"
 #include "platform/desktop/x11/ScalePlan.h"
 #include "platform/desktop/x11/X11WindowImage.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -32,7 +34,10 @@ class PictureScaler {
     };
 
     void rebuild();
+    void readInPlace(xcb_window_t window);
+    void drawStep(std::size_t step, xcb_render_picture_t to, int left, int top, const PixelRect& part);
     void setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top);
+    void fillBlack(xcb_render_picture_t to, const PixelRect& part);
     PixelRect markStale(PixelRect changed);
     void refreshLevels();
 
@@ -41,7 +46,8 @@ class PictureScaler {
     std::shared_ptr<const X11WindowImage> image;
     PixelSize size;
     std::vector<ScaleStep> steps;
-    ServerPicture source; ///< On the window's pixmap.
+    ServerPicture source;            ///< On the window's pixmap, or on the window itself.
+    std::optional<CoverGuard> guard; ///< While the source is the window itself.
     std::vector<Level> levels;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -16,12 +17,18 @@ ServerPicture makePicture(X11Connection& connection, xcb_drawable_t drawable,
     return {connection, id};
 }
 
-Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
-                    xcb_render_pictformat_t format) {
+ServerPixmap makePixmap(X11Connection& connection, PixelSize size, std::uint8_t depth) {
     const auto id = xcb_generate_id(connection.xcb());
     xcb_create_pixmap(connection.xcb(), depth, id, connection.root(), static_cast<std::uint16_t>(size.width),
                       static_cast<std::uint16_t>(size.height));
-    return {ServerPixmap(connection, id), makePicture(connection, id, format), size};
+    return {connection, id};
+}
+
+Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
+                    xcb_render_pictformat_t format) {
+    auto pixmap = makePixmap(connection, size, depth);
+    auto picture = makePicture(connection, pixmap.id(), format);
+    return {std::move(pixmap), std::move(picture), size};
 }
 
 void upload(X11Connection& connection, const Surface& surface, const Bitmap& bitmap) {

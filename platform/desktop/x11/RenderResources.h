@@ -14,6 +14,11 @@ using ServerPixmap = ServerResource<&xcb_free_pixmap>;
 using ServerPicture = ServerResource<&xcb_render_free_picture>;
 using ServerContext = ServerResource<&xcb_free_gc>;
 
+inline xcb_rectangle_t toRectangle(const PixelRect& rect) {
+    return {static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
+            static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height)};
+}
+
 /// A pixmap and the RENDER picture on it.
 struct Surface {
     ServerPixmap pixmap;
@@ -23,6 +28,7 @@ struct Surface {
 
 /// A picture on a drawable. Samples outside take the nearest edge pixel, and scaling is bilinear.
 ServerPicture makePicture(X11Connection& connection, xcb_drawable_t drawable, xcb_render_pictformat_t format);
+ServerPixmap makePixmap(X11Connection& connection, PixelSize size, std::uint8_t depth);
 /// New, with undefined content.
 Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
                     xcb_render_pictformat_t format);

@@ -10,6 +10,25 @@ namespace {
 constexpr std::size_t damagesKept = 32; // Two seconds of ticks: who drew longer ago draws all anew.
 }
 
+std::shared_ptr<WindowContent> WindowContent::inPlace(X11Connection& connection, xcb_window_t window,
+                                                      PixelSize size, xcb_render_pictformat_t format,
+                                                      PixelRect picture) {
+    auto copy = makePixmap(connection, size, 24);
+    auto content = std::make_shared<WindowContent>(std::move(copy), format, picture);
+    content->copySize = size;
+    content->window = window;
+    return content;
+}
+
+void WindowContent::copyFromPlace(X11Connection& connection) const {
+    auto* xcb = connection.xcb();
+    const ServerContext context(connection, xcb_generate_id(xcb));
+    const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS, 0};
+    xcb_create_gc(xcb, context.id(), pixmap.id(), XCB_GC_SUBWINDOW_MODE | XCB_GC_GRAPHICS_EXPOSURES, values);
+    xcb_copy_area(xcb, window, pixmap.id(), context.id(), 0, 0, 0, 0,
+                  static_cast<std::uint16_t>(copySize.width), static_cast<std::uint16_t>(copySize.height));
+}
+
 void WindowContent::noteDamage(PixelRect area) {
     const std::lock_guard guard(lock);
     recent.push_back(area);

@@ -5,14 +5,18 @@
 
 #include <xcb/render.h>
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <mutex>
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What a window showed between two resizes or maps: its named pixmap, which stays on the server as long as
-/// this does and is drawn to by the window as long as it keeps its size and stays mapped. Any thread.
+/// What a window showed between two resizes or maps. Either its named pixmap, which stays on the server as
+/// long as this does and is drawn to by the window as long as it keeps its size and stays mapped. Or the
+/// window itself, read where it stands as long as nothing covers it, and a copy of it for afterwards. Any
+/// thread.
 class WindowContent {
   public:
     /// Content that was never seen: black.
@@ -21,8 +25,20 @@ class WindowContent {
     /// empty.
     WindowContent(ServerPixmap pixmap, xcb_render_pictformat_t opaqueFormat, PixelRect picture)
         : pixmap(std::move(pixmap)), format(opaqueFormat), picture(picture) {}
+    /// Read in place, from a window of this size, depth 24 and format.
+    static std::shared_ptr<WindowContent> inPlace(X11Connection& connection, xcb_window_t window,
+                                                  PixelSize size, xcb_render_pictformat_t format,
+                                                  PixelRect picture);
 
-    /// 0 for content that was never seen.
+    /// The window to be read in place, or 0.
+    [[nodiscard]] xcb_window_t windowInPlace() const { return window; }
+    /// The window is not to be read in place any more: the copy holds what it showed last.
+    void leavePlace() { window = XCB_NONE; }
+    [[nodiscard]] PixelSize windowSize() const { return copySize; }
+    /// Brings the copy up to date. What is covered keeps what it had: the protocol copies visible pixels
+    /// only.
+    void copyFromPlace(X11Connection& connection) const;
+    /// 0 for content that was never seen. Of a window that is read in place: the copy.
     [[nodiscard]] xcb_pixmap_t pixmapId() const { return pixmap.id(); }
     /// The pixmap's format, alpha left out.
     [[nodiscard]] xcb_render_pictformat_t opaqueFormat() const { return format; }
@@ -42,6 +58,8 @@ class WindowContent {
     const ServerPixmap pixmap;
     const xcb_render_pictformat_t format = 0;
     const PixelRect picture;
+    PixelSize copySize;
+    std::atomic<xcb_window_t> window = XCB_NONE;
 
     mutable std::mutex lock;      ///< Guards what follows.
     std::deque<PixelRect> recent; ///< The last damages; the newest one's number is `noted`.

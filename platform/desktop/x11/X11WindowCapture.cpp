@@ -96,11 +96,14 @@ void X11WindowCapture::watch(std::uint8_t type, xcb_window_t Event::*window, Act
 void X11WindowCapture::watchWindows() {
     watch(static_cast<std::uint8_t>(connection.extensions().damageFirstEvent + XCB_DAMAGE_NOTIFY),
           &xcb_damage_notify_event_t::drawable, [](auto& source, const auto& event) {
-              source.noteDamaged({event.area.x, event.area.y, event.area.width, event.area.height});
+              source.noteDamaged({event.area.x, event.area.y, event.area.width, event.area.height},
+                                 reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence);
           });
     watch(XCB_DESTROY_NOTIFY, &xcb_destroy_notify_event_t::window,
           [](auto& source, const auto&) { source.noteGone(); });
     watch(XCB_MAP_NOTIFY, &xcb_map_notify_event_t::window,
+          [](auto& source, const auto&) { source.noteReplaced(); });
+    watch(XCB_UNMAP_NOTIFY, &xcb_unmap_notify_event_t::window,
           [](auto& source, const auto&) { source.noteReplaced(); });
     watch(XCB_VISIBILITY_NOTIFY, &xcb_visibility_notify_event_t::window,
           [](auto& source, const auto&) { source.noteReplaced(); });

@@ -16,6 +16,8 @@ Bitmap X11WindowImage::readBack() const {
     const std::size_t count = static_cast<std::size_t>(picture.width) * picture.height;
     if (theContent->pixmapId() == 0)
         return {theContent->size(), std::vector<std::uint32_t>(count, opaqueAlpha)};
+    if (theContent->windowInPlace() != 0)
+        theContent->copyFromPlace(connection);
     const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
         connection.xcb(),
         xcb_get_image(connection.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, theContent->pixmapId(),

@@ -4,6 +4,7 @@
 #include "platform/desktop/x11/XcbReply.h"
 
 #include <utility>
+#include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -11,16 +12,29 @@ namespace {
 
 constexpr int largestPixmap = 32767;
 
-xcb_rectangle_t toX(const PixelRect& rect) {
-    return {static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
-            static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height)};
-}
-
 xcb_render_color_t toColour(std::uint32_t argb) {
     const auto channel = [argb](int shift) {
         return static_cast<std::uint16_t>((argb >> shift & 0xff) * 0x101);
     };
     return {channel(16), channel(8), channel(0), 0xffff};
+}
+
+/// What of `part` lies above, below, left and right of `hole`.
+std::vector<xcb_rectangle_t> outside(const PixelRect& part, const PixelRect& hole) {
+    const auto inner = intersection(part, hole);
+    if (isEmpty(inner))
+        return {toRectangle(part)};
+    const int right = inner.x + inner.width;
+    const int bottom = inner.y + inner.height;
+    const PixelRect sides[] = {{part.x, part.y, part.width, inner.y - part.y},
+                               {part.x, bottom, part.width, part.y + part.height - bottom},
+                               {part.x, inner.y, inner.x - part.x, inner.height},
+                               {right, inner.y, part.x + part.width - right, inner.height}};
+    std::vector<xcb_rectangle_t> found;
+    for (const auto& side : sides)
+        if (!isEmpty(side))
+            found.push_back(toRectangle(side));
+    return found;
 }
 
 } // namespace
@@ -112,12 +126,12 @@ void X11WindowPresenter::present() {
 }
 
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
-    const bool covered = picture && contains(pictureRect, part);
-    if (!covered) {
-        const auto area = toX(part);
+    // Not below the picture: what is there stays if the picture cannot be drawn right now.
+    const auto bare = picture ? outside(part, pictureRect) : std::vector{toRectangle(part)};
+    if (!bare.empty())
         xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture.id(),
-                                   toColour(background), 1, &area);
-    }
+                                   toColour(background), static_cast<std::uint32_t>(bare.size()),
+                                   bare.data());
     if (picture) {
         auto shown = intersection(part, pictureRect);
         shown.x -= pictureRect.x;
@@ -130,13 +144,13 @@ void X11WindowPresenter::drawCanvas(const PixelRect& part) {
 
 void X11WindowPresenter::composite(std::uint8_t operation, const Surface& from, const Surface& to,
                                    const PixelRect& part) {
-    const auto area = toX(part);
+    const auto area = toRectangle(part);
     xcb_render_composite(connection.xcb(), operation, from.picture.id(), XCB_RENDER_PICTURE_NONE,
                          to.picture.id(), area.x, area.y, 0, 0, area.x, area.y, area.width, area.height);
 }
 
 void X11WindowPresenter::copyToWindow(const PixelRect& part) {
-    const auto area = toX(part);
+    const auto area = toRectangle(part);
     xcb_copy_area(connection.xcb(), shown().pixmap.id(), target.window, context.id(), area.x, area.y, area.x,
                   area.y, area.width, area.height);
     connection.flush();
