@@ -123,11 +123,18 @@ class PanelTest : public testing::TestWithParam<WindowManagerKind> {
     std::unique_ptr<CallWindow> focusedWindow(CallWindow::Options options) {
         auto window = std::make_unique<CallWindow>(server, options);
         const bool managed = manager && manager->kind() != WindowManagerKind::none;
-        if (managed)
-            WindowCommands(client).activate(window->window());
-        else
+        if (managed) {
+            WindowCommands commands(client);
+            commands.activate(window->window());
+            // A new window has the keyboard already: if it were given once more later, it would be the user's
+            // choice.
+            commands.awaitManager();
+        } else {
             xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, window->window(), XCB_CURRENT_TIME);
-        require("the window has the keyboard", [&] { return facts.focus() == window->window(); });
+        }
+        require("the window has the keyboard", [&] {
+            return facts.focus() == window->window() && (!managed || facts.active() == window->window());
+        });
         return window;
     }
     std::unique_ptr<CallWindow> fullScreenWindow() {

@@ -1,5 +1,8 @@
 #include "tests/desktop/harness/WindowCommands.h"
 
+#include "tests/desktop/harness/Wait.h"
+#include "tests/desktop/harness/WindowFacts.h"
+
 namespace mirrolet::harness {
 
 namespace {
@@ -37,6 +40,18 @@ void WindowCommands::switchToDesktop(std::uint32_t index) {
 
 void WindowCommands::moveToDesktop(xcb_window_t window, std::uint32_t index) {
     client.sendToRoot(window, "_NET_WM_DESKTOP", {index, fromPager});
+}
+
+void WindowCommands::awaitManager() {
+    const xcb_window_t window = xcb_generate_id(client.xcb());
+    xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    constexpr std::uint32_t place = 7;
+    xcb_configure_window(client.xcb(), window, XCB_CONFIG_WINDOW_X, &place);
+    const WindowFacts facts(client);
+    require("the window manager answers", [&] { return facts.box(window).x == place; });
+    xcb_destroy_window(client.xcb(), window);
+    client.sync();
 }
 
 } // namespace mirrolet::harness

@@ -19,6 +19,9 @@ class WindowCommands {
     void setDesktopCount(std::uint32_t count);
     void switchToDesktop(std::uint32_t index);
     void moveToDesktop(xcb_window_t window, std::uint32_t index);
+    /// Waits until the window manager has done what it was asked for before: it alone moves a window that
+    /// asks for another place, in its turn. Throws HarnessError if it does not.
+    void awaitManager();
 
   private:
     XClient& client;
