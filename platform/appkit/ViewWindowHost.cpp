@@ -40,6 +40,12 @@ std::uint32_t toArgb(const NSColor& colour) {
     return part(1, 24) | part(colour.red, 16) | part(colour.green, 8) | part(colour.blue, 0);
 }
 
+/// The desktop speaks to the server on a connection of its own: asking for the pointer makes sure that the
+/// server has seen what the toolkit has sent on its.
+void awaitToolkit() {
+    (void)QCursor::pos();
+}
+
 } // namespace
 
 class ViewWindowHost::Window final : public QWindow {
@@ -113,9 +119,7 @@ void ViewWindowHost::createNative() {
     window->setFlags(flagsOf(stacking));
     window->setProperty("_q_showWithoutActivating", true);
     window->create();
-    // The desktop speaks to the server on a connection of its own: asking for the pointer makes sure that the
-    // server has seen what the toolkit has sent on its.
-    (void)QCursor::pos();
+    awaitToolkit();
     const auto number = static_cast<desktop::WindowNumber>(window->winId());
     panel = desktop::Desktop::current().makePanelWindow(number, stacking);
     panel->setLevel(owner.level());
@@ -175,6 +179,7 @@ void ViewWindowHost::show() {
         shownAt = toQtScreenRect(owner.frame());
         window->setGeometry(shownAt);
         cutCorners();
+        awaitToolkit();
         panel->willShow();
         window->setVisible(true);
     } else {
@@ -185,6 +190,10 @@ void ViewWindowHost::show() {
 void ViewWindowHost::hide() {
     if (!window->isVisible())
         return;
+    if (panel) {
+        awaitToolkit();
+        panel->willHide();
+    }
     window->setVisible(false);
     if (panel)
         panel->didHide();

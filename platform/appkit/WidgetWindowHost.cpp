@@ -136,8 +136,10 @@ void WidgetWindowHost::mapped() {
 void WidgetWindowHost::hide() {
     if (!isVisible())
         return;
-    if (panel)
+    if (panel) {
         panel->returnKeyboard();
+        panel->willHide();
+    }
     announceShown = keyboardWanted = false;
     container->hide();
     if (panel)

@@ -28,11 +28,15 @@ struct PanelShadow {
 class PanelWindow {
   public:
     virtual ~PanelWindow() = default;
-    /// Just before the native window is mapped: properties that a window manager reads once.
+    /// Just before the native window is mapped: properties that a window manager reads once. Waits, at most
+    /// half a second, for the window manager to have let go of it after the last hiding; the server must have
+    /// seen that.
     virtual void willShow() = 0;
     /// Just after it was mapped: requests that a window manager takes only then. Floating: to the front of
     /// its level, and kept above every other application's windows but menus and tooltips until didHide().
     virtual void didShow() = 0;
+    /// Just before it is unmapped: waits in the same way for the window manager to have shown it.
+    virtual void willHide() = 0;
     virtual void didHide() = 0;
     /// Among panels of this process, the higher level is in front.
     virtual void setLevel(int level) = 0;

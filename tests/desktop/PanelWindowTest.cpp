@@ -17,6 +17,8 @@
 #include <xcb/shape.h>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <optional>
 #include <unistd.h>
 
@@ -76,13 +78,17 @@ class TestPanel {
     TestPanel& operator=(const TestPanel&) = delete;
 
     void show() {
+        client.sync(); // What is asked before the map and the unmap counts on the last of them.
         desktop->willShow();
         xcb_map_window(client.xcb(), window);
         xcb_flush(client.xcb()); // Not waited for: a toolkit does not either.
         desktop->didShow();
     }
     void hide() {
+        client.sync();
+        desktop->willHide();
         xcb_unmap_window(client.xcb(), window);
+        tellManagerOfUnmap();
         xcb_flush(client.xcb());
         desktop->didHide();
     }
@@ -105,6 +111,15 @@ class TestPanel {
     std::optional<X11PanelWindow> desktop;
 
   private:
+    /// For a manager that has not mapped it yet.
+    void tellManagerOfUnmap() {
+        std::array<char, 32> event{};
+        const xcb_unmap_notify_event_t notify{XCB_UNMAP_NOTIFY, 0, 0, client.root(), window, 0, {}};
+        std::memcpy(event.data(), &notify, sizeof notify);
+        xcb_send_event(client.xcb(), 0, client.root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       event.data());
+    }
     static bool tookKeyboard(const xcb_focus_in_event_t& event) {
         return event.mode == XCB_NOTIFY_MODE_NORMAL && event.detail != XCB_NOTIFY_DETAIL_POINTER;
     }
@@ -263,6 +278,23 @@ TEST_P(PanelTest, AmongNormalWindowsIsOnEveryDesktopInNoListAndNeverFocused) {
     startManager();
     EXPECT_TRUE(waitUntil(isAsItShould)) << "a new window manager";
     EXPECT_THAT(panel.events(), Not(Contains(0)));
+}
+
+TEST_P(PanelTest, AmongNormalWindowsFollowsHasteToTheLast) {
+    startManager();
+    TestPanel panel(server, backend, PanelStacking::amongNormal, 0);
+    for (int round = 1; round <= 8; ++round) {
+        for (int haste = 0; haste < round; ++haste) {
+            panel.show();
+            panel.hide();
+        }
+        panel.show();
+        ASSERT_TRUE(waitUntil([&] { return facts.viewable(panel.window); })) << round;
+        panel.hide();
+        panel.show();
+        panel.hide();
+        ASSERT_TRUE(waitUntil([&] { return !facts.viewable(panel.window); })) << round;
+    }
 }
 
 TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {

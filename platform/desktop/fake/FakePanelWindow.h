@@ -36,6 +36,7 @@ class FakePanelWindow final : public PanelWindow {
 
     void willShow() override { announced = true; }
     void didShow() override;
+    void willHide() override {}
     void didHide() override { record->shown = false; }
     void setLevel(int level) override { record->level = level; }
     void takeKeyboard() override;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <iterator>
 #include <span>
 #include <vector>
@@ -16,7 +15,6 @@ namespace {
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 constexpr std::uint32_t stateAdd = 1;
 constexpr std::uint32_t sourceApplication = 1;
-constexpr std::uint32_t withdrawnState = 0;
 constexpr std::uint32_t longestProperty = 64;
 // WM_HINTS: flags, input, and seven more.
 constexpr std::size_t hintsLength = 9;
@@ -104,30 +102,6 @@ void PanelProperties::requestAfterMap() const {
     sendToRoot(atoms._NET_WM_STATE, stateAdd, atoms._NET_WM_STATE_SKIP_TASKBAR,
                atoms._NET_WM_STATE_SKIP_PAGER);
     sendToRoot(atoms._NET_WM_STATE, stateAdd, atoms._NET_WM_STATE_STICKY, 0);
-    connection.flush();
-}
-
-bool PanelProperties::withdrawn() const {
-    const XcbReply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection.xcb(),
-                               xcb_get_property(connection.xcb(), 0, panel, connection.atoms().WM_STATE,
-                                                XCB_GET_PROPERTY_TYPE_ANY, 0, 2),
-                               nullptr));
-    const auto state = words(reply.get());
-    return reply && (state.empty() || state.front() == withdrawnState);
-}
-
-void PanelProperties::withdraw() const {
-    xcb_unmap_window(connection.xcb(), panel);
-    xcb_unmap_notify_event_t notify{};
-    notify.response_type = XCB_UNMAP_NOTIFY;
-    notify.event = connection.root();
-    notify.window = panel;
-    // As long as an event is: the struct is shorter.
-    std::array<char, 32> event{};
-    std::memcpy(event.data(), &notify, sizeof notify);
-    xcb_send_event(connection.xcb(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, event.data());
     connection.flush();
 }
 

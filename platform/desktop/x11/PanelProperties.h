@@ -17,10 +17,6 @@ class PanelProperties {
     /// Asks the window manager for what some take only by message, and forget with every unmap. Only for a
     /// managed panel that is mapped; otherwise nothing.
     void requestAfterMap() const;
-    /// Whether the window manager took the panel for withdrawn.
-    [[nodiscard]] bool withdrawn() const;
-    /// Unmaps the panel, and says so to the window manager.
-    void withdraw() const;
 
   private:
     void writeStates(const xcb_get_property_reply_t* existing) const;

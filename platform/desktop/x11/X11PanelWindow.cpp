@@ -6,8 +6,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int modalLevel = 8;   // A panel at or above it asks something.
-constexpr int mostRepeats = 10; // More than a user leaves stale who hides and shows in haste.
+constexpr int modalLevel = 8; // A panel at or above it asks something.
 
 void selectEvents(const X11Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
@@ -20,8 +19,9 @@ X11PanelWindow::X11PanelWindow(X11Connection& connection, PanelStack& stack,
                                CompositingManager& compositingManager, KeyboardLoan& loan,
                                WindowNumber window, PanelStacking stacking)
     : connection(connection), stack(stack), window(window), stacking(stacking),
-      properties(connection, window, stacking), keyboard(connection, loan, window),
-      corners(connection, compositingManager, window), shadow(connection, compositingManager, stack, window) {
+      properties(connection, window, stacking), managerTurn(connection, window),
+      keyboard(connection, loan, window), corners(connection, compositingManager, window),
+      shadow(connection, compositingManager, stack, window) {
     if (stacking == PanelStacking::amongNormal)
         followWindowManager();
     selectEvents(connection, window,
@@ -41,39 +41,21 @@ void X11PanelWindow::followWindowManager() {
     connection.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     mapSubscription = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
         if (reinterpret_cast<const xcb_map_notify_event_t&>(event).event == window)
-            mapped();
+            properties.requestAfterMap();
     });
     propertySubscription =
         connection.subscribe(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
             const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-            const auto& atoms = connection.atoms();
-            if (notify.window == connection.root() && notify.atom == atoms._NET_SUPPORTING_WM_CHECK && shown)
+            if (notify.window == connection.root() &&
+                notify.atom == connection.atoms()._NET_SUPPORTING_WM_CHECK && shown)
                 properties.requestAfterMap();
-            else if (notify.window == window && notify.atom == atoms.WM_STATE)
-                mapAgainIfWithdrawn();
         });
 }
 
-void X11PanelWindow::mapped() {
-    if (shown)
-        return properties.requestAfterMap();
-    // A repeated map, that a hide has overtaken.
-    if (repeatsLeft-- <= 0)
-        return;
-    properties.withdraw();
-}
-
-/// A window manager that sees a quick hide and show can take the old unmap for the new one.
-void X11PanelWindow::mapAgainIfWithdrawn() {
-    if (!shown || !properties.withdrawn() || repeatsLeft-- <= 0)
-        return;
-    xcb_map_window(connection.xcb(), window);
-    connection.flush();
-}
-
 void X11PanelWindow::willShow() {
+    if (stacking == PanelStacking::amongNormal)
+        managerTurn.awaitWithdrawn();
     shown = true;
-    repeatsLeft = mostRepeats;
     properties.writeBeforeMap(level >= modalLevel);
 }
 
@@ -82,6 +64,11 @@ void X11PanelWindow::didShow() {
         stack.show(window, level);
     else
         properties.requestAfterMap();
+}
+
+void X11PanelWindow::willHide() {
+    if (stacking == PanelStacking::amongNormal)
+        managerTurn.awaitMapped();
 }
 
 void X11PanelWindow::didHide() {

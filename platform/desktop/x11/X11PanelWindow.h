@@ -3,6 +3,7 @@
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/WindowList.h"
 #include "platform/desktop/x11/CornerMask.h"
+#include "platform/desktop/x11/ManagerTurn.h"
 #include "platform/desktop/x11/PanelKeyboard.h"
 #include "platform/desktop/x11/PanelProperties.h"
 #include "platform/desktop/x11/WindowShadow.h"
@@ -28,6 +29,7 @@ class X11PanelWindow final : public PanelWindow {
 
     void willShow() override;
     void didShow() override;
+    void willHide() override;
     void didHide() override;
     void setLevel(int newLevel) override;
     void takeKeyboard() override { keyboard.take(); }
@@ -37,18 +39,16 @@ class X11PanelWindow final : public PanelWindow {
 
   private:
     void followWindowManager();
-    void mapped();
-    void mapAgainIfWithdrawn();
 
     X11Connection& connection;
     PanelStack& stack;
     xcb_window_t window;
     PanelStacking stacking;
     int level = 0;
-    std::atomic<bool> shown = false;  ///< Or about to be.
-    std::atomic<int> repeatsLeft = 0; ///< How often a map or unmap may be repeated that went wrong.
+    std::atomic<bool> shown = false; ///< Or about to be.
 
     PanelProperties properties;
+    ManagerTurn managerTurn;
     PanelKeyboard keyboard;
     CornerMask corners;
     WindowShadow shadow;
