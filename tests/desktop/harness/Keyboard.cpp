@@ -34,6 +34,18 @@ void Keyboard::stroke(const std::vector<int>& evdevCodes) {
         release(*code);
 }
 
+/// By taking it; the server serves nobody else meanwhile, so that nobody misses it.
+bool Keyboard::isTaken() const {
+    xcb_grab_server(client.xcb());
+    const auto cookie = xcb_grab_keyboard(client.xcb(), 0, client.root(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(client.xcb(), cookie, nullptr));
+    xcb_ungrab_keyboard(client.xcb(), XCB_CURRENT_TIME);
+    xcb_ungrab_server(client.xcb());
+    client.sync();
+    return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
 void Keyboard::setLayout(const std::string& layout) const {
     requireProgram("setxkbmap", "x11-xkb-utils");
     const Sandbox sandbox;

@@ -23,6 +23,8 @@ class Keyboard {
     void release(int evdevCode);
     /// Presses them in order and releases them in reverse.
     void stroke(const std::vector<int>& evdevCodes);
+    /// Whether a client has all keys go to it, as one with an open menu does.
+    [[nodiscard]] bool isTaken() const;
     /// Any that the keyboard data know: "us", "ru", "de" (setxkbmap).
     void setLayout(const std::string& layout) const;
 

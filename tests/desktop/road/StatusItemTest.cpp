@@ -31,6 +31,11 @@ class TheStatusItem : public RoadTest {
             return facts.overrideRedirect(window) && facts.box(window).height > 60;
         });
     }
+
+    /// With the keyboard: a key before that goes elsewhere.
+    void awaitMenu() {
+        require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
+    }
 };
 
 TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
@@ -51,13 +56,13 @@ TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
     for (const int button : {1, 3}) {
         const auto box = *icon();
         pointer.click(box.x + box.width / 2, box.y + box.height / 2, button);
-        require("the menu", [this] { return menuIsOpen(); });
+        awaitMenu();
         keyboard.stroke({key::escape});
         require("no menu", [this] { return !menuIsOpen(); });
     }
     const auto box = *icon();
     pointer.click(box.x + box.width / 2, box.y + box.height / 2);
-    require("the menu", [this] { return menuIsOpen(); });
+    awaitMenu();
     constexpr int q = 16;
     keyboard.stroke({key::leftControl, q});
     EXPECT_EQ(program->child().waitForExit(), 0) << "Ctrl+Q in the open menu";
@@ -74,7 +79,7 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
         require("the status icon", [&] { return host->icons() == 1; });
     }
     host->click();
-    require("the menu", [this] { return menuIsOpen(); });
+    awaitMenu();
     keyboard.stroke({key::escape});
     require("no menu", [this] { return !menuIsOpen(); });
     host.reset(); // Before the next one: they take turns at the same name.
