@@ -33,14 +33,13 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         connection.reset();
     }
 
-    /// After some requests the window is changed, and some more later it ends. What is drawn for one tick are
-    /// four to ten requests, what begins a mirror some twenty.
-    void killSoon(xcb_window_t window, unsigned chance) {
+    /// After some requests the window is changed, and some more later it ends.
+    void killSoon(xcb_window_t window) {
         dead = false;
-        gate.after(chance % 40, [this, window, chance] {
-            const bool seen = change(window, chance);
+        gate.after(below(requests), [this, window] {
+            const bool seen = change(window);
             if (seen)
-                gate.after(chance / 256 % 10, [this, window] { destroy(window); });
+                gate.after(below(requests / 4), [this, window] { destroy(window); });
             else // No more requests come.
                 destroy(window);
         });
@@ -53,19 +52,33 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
     }
 
     /// False if it is not on the screen any more.
-    bool change(xcb_window_t window, unsigned chance) {
-        if (chance % 3 == 0) {
-            const std::uint32_t size[] = {100 + chance % 100, 100};
-            xcb_configure_window(killer.xcb(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                                 size);
-        }
-        if (chance % 7 < 2)
+    bool change(xcb_window_t window) {
+        if (below(3) == 0)
+            configure(killer, window, XCB_CONFIG_WINDOW_WIDTH, {100 + below(100)});
+        if (below(3) == 0)
+            putUnderOrOverCover(killer, window);
+        const auto mapping = below(7);
+        if (mapping < 2)
             xcb_unmap_window(killer.xcb(), window);
-        if (chance % 7 == 0)
+        if (mapping == 0)
             xcb_map_window(killer.xcb(), window);
         killer.sync();
-        return chance % 7 != 1;
+        return mapping != 1;
     }
+
+    /// A covered window is mirrored in another way.
+    void putUnderOrOverCover(XClient& own, xcb_window_t window) {
+        configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+                  {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});
+    }
+
+    static void configure(XClient& own, xcb_window_t window, std::uint16_t what,
+                          const std::vector<std::uint32_t>& values) {
+        xcb_configure_window(own.xcb(), window, what, values.data());
+    }
+
+    /// By chance, but the same in each run. The gate's thread asks only while the test waits for the death.
+    std::uint32_t below(std::uint32_t end) { return static_cast<std::uint32_t>(chance()) % end; }
 
     /// Without a pause: its picture changes all the time.
     void mirrorUntilGone(xcb_window_t window) {
@@ -84,7 +97,12 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         }
     }
 
+    /// At least as many requests as it takes to begin a mirror and show its first pictures.
+    static constexpr std::uint32_t requests = 60;
+
+    std::mt19937 chance{7}; // NOLINT: see above.
     XClient killer{server};
+    const xcb_window_t cover = makeWindow({0, 0, 60, 60});
     RequestGate gate{server};
     std::atomic<bool> dead = false;
     xcb_window_t target = XCB_NONE;
@@ -94,11 +112,11 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
 TEST_F(ASourceThatDies, BetweenAnyTwoRequestsLeavesNothingBehind) {
     const char* wanted = std::getenv("MIRROLET_DEATHS");
     const int deaths = wanted == nullptr ? 10000 : std::atoi(wanted);
-    std::mt19937 chance(7); // NOLINT: the same deaths in each run.
     std::map<std::string, long> before;
     for (int death = 0; death < deaths; ++death) {
         const auto window = makeWindow({10, 10, 120, 100});
-        killSoon(window, static_cast<unsigned>(chance()));
+        putUnderOrOverCover(client, window);
+        killSoon(window);
         mirrorUntilGone(window);
         if (death == 10)
             before = resources();
