@@ -199,7 +199,8 @@ TEST_F(TheSettings, OpenFromTheMenu) {
     startQuiet();
     require("the status icon", [&] { return host.icons() == 1; });
     host.click();
-    require("the menu", [this] { return !program->windows(facts).empty(); });
+    require("the menu, with the keyboard",
+            [this] { return !program->windows(facts).empty() && keyboard.isTaken(); });
     for (int entry = 0; entry < 3; ++entry) // "Settings…" is the third.
         keyboard.stroke({down});
     keyboard.stroke({key::returnKey});
