@@ -146,6 +146,9 @@ void PiPSettingsView::setWatched(const std::string& identifier, bool isWatched) 
 }
 
 void PiPSettingsView::loadInstalledApps() const {
+    // Tabs can be changed faster than the disk is read: the scan that runs is good for this showing as well.
+    if (isLoadingApps.get())
+        return;
     isLoadingApps.set(true);
     const auto scan = std::make_shared<DispatchQueue>("installedAppsScan", DispatchQoS::userInitiated);
     // The task is the queue's last owner: the thread ends with it.

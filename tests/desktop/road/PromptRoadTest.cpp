@@ -113,5 +113,40 @@ TEST_F(APrompt, FindsTheCallByTheTitleThatAppearsLater) {
     awaitColour(awaitPanel(), green);
 }
 
+/// Windows of one process, as a browser opens them for itself and for its web applications.
+TEST_F(APrompt, IsShownForAWatchedWebApplicationAndNotForTheBrowserBesideIt) {
+    const auto showOne = [this](const std::string& instance, std::int16_t side, std::uint32_t colour) {
+        const auto window = xcb_generate_id(client.xcb());
+        const auto size = static_cast<std::uint16_t>(side);
+        xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, size, size, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &colour);
+        const auto write = [&](const std::string& property, const std::string& text) {
+            xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, window, client.atom(property),
+                                XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());
+        };
+        write("WM_CLASS", instance + '\0' + "Google-chrome" + '\0');
+        write("WM_NAME", "Video call");
+        xcb_map_window(client.xcb(), window);
+        client.sync();
+    };
+    const auto home = std::make_shared<Sandbox>();
+    const std::string entry = "[Desktop Entry]\nType=Application\nName=Any\nExec=google-chrome";
+    home->write("data/applications/google-chrome.desktop", entry + "\n");
+    for (const std::string id : {"aaa", "bbb"})
+        home->write("data/applications/chrome-" + id + "-Default.desktop",
+                    entry + " --app-id=" + id + "\nStartupWMClass=crx_" + id + "\n");
+    const auto defaults = Program::defaults(R"("selectedAppIdentifiers": ["chrome-aaa-Default"])");
+    program = std::make_unique<Program>(&server, &bus, Program::Options{.defaults = defaults, .home = home});
+    require("the program takes its shortcuts", [this] { return isGrabbed(key::f); });
+
+    showOne("google-chrome", 600, green);
+    showOne("crx_bbb", 500, orange);
+    EXPECT_TRUE(nothingAppears());
+    showOne("crx_aaa", 300, blue);
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    awaitColour(awaitPanel(), blue);
+}
+
 } // namespace
 } // namespace mirrolet
