@@ -260,6 +260,60 @@ TEST_F(WindowPresenterTest, NeverShowsWhatCoversTheSource) {
     }));
 }
 
+/// A red source that draws nothing by itself, in a frame, and a panel of half its size that shows it.
+class MirrorOfAFramedWindowTest : public WindowPresenterTest {
+  protected:
+    static constexpr std::uint32_t red = 0xcc2020;
+    static constexpr std::uint32_t green = 0x20a040;
+
+    void SetUp() override {
+        const std::uint32_t none = XCB_BACK_PIXMAP_NONE; // Else the server would draw for it.
+        xcb_change_window_attributes(client.xcb(), source, XCB_CW_BACK_PIXMAP, &none);
+        xcb_reparent_window(client.xcb(), source, frame, 0, 0);
+        fill(source, red, {0, 0, 400, 300});
+        presenter->resize({200, 150}, 0);
+        ASSERT_TRUE(waitUntil([&] { return pixelsShown(red) == 200L * 150; }));
+    }
+
+    std::ptrdiff_t pixelsShown(std::uint32_t colour, PixelSize size = {200, 150}) {
+        presenter->setPicture(capture->image(source), {0, 0, size.width, size.height});
+        presenter->present();
+        return count(pixelsOf(panel, {0, 0, size.width, size.height}), colour);
+    }
+
+    const xcb_window_t frame = makeWindow({300, 300, 400, 300});
+    const xcb_window_t source = makeWindow({0, 0, 400, 300});
+    const xcb_window_t panel = makeWindow({0, 1000, 400, 300});
+    const std::unique_ptr<WindowPresenter> presenter = x11::X11WindowPresenter::make(*connection, panel);
+};
+
+TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
+    xcb_unmap_window(client.xcb(), frame);
+    client.sync();
+    presenter->resize({120, 90}, 0);
+    EXPECT_EQ(pixelsShown(red, {120, 90}), 120 * 90);
+}
+
+TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItDrewWhatWasCovered) {
+    xcb_reparent_window(client.xcb(), source, client.root(), 300, 300);
+    fill(source, red, {0, 0, 400, 300});
+    makeWindow({350, 350, 100, 100});
+    ASSERT_TRUE(waitUntil([&] { return pixelsShown(red) > 0 && isRedirected(source); }));
+    xcb_unmap_window(client.xcb(), source);
+    client.sync();
+    EXPECT_TRUE(holdsFor([&] { return pixelsShown(red) == 200L * 150; }, std::chrono::milliseconds(2300)));
+}
+
+TEST_F(MirrorOfAFramedWindowTest, StaysLiveWhenACompositingManagerHasRedirectedTheSource) {
+    xcb_reparent_window(client.xcb(), source, client.root(), 300, 300);
+    xcb_composite_redirect_subwindows(client.xcb(), client.root(), XCB_COMPOSITE_REDIRECT_MANUAL);
+    fill(source, red, {0, 0, 400, 300});
+    ASSERT_TRUE(waitUntil([&] { return pixelsShown(red) == 200L * 150; }));
+    makeWindow({350, 350, 100, 100});
+    fill(source, green, {60, 60, 60, 60});
+    EXPECT_TRUE(waitUntil([&] { return pixelsShown(green) > 0; }, std::chrono::milliseconds(1500)));
+}
+
 TEST_F(WindowPresenterTest, KeepsSmallTextSharpAtEveryRatio) {
     constexpr PixelSize size{1280, 800};
     const auto source = makeWindow({0, 0, size.width, size.height});

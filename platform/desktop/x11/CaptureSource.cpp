@@ -29,7 +29,8 @@ constexpr int ticksOfAnotherLook =
 // A window that is read in place leaves nothing behind when it goes: so there is a copy, at most this old.
 constexpr std::chrono::milliseconds copyTime{500};
 
-// Whether a redirected window that changes is still covered is asked this often.
+// What covers a window that changes is asked this often: nothing tells that a redirected one is uncovered, or
+// that one is covered that a compositing manager has redirected meanwhile.
 constexpr std::chrono::seconds coveredLook{2};
 
 // One that is redirected and does not draw what was covered for so long will not draw it.
@@ -40,8 +41,8 @@ constexpr std::chrono::seconds longestWaitForDrawing{2};
 CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
     : connection(connection), formats(formats), window(window) {
     auto* xcb = connection.xcb();
-    // VisibilityNotify because it comes when a parent is mapped as well: a redirected window counts as
-    // uncovered.
+    // VisibilityNotify because it tells that the window is covered, and comes when a parent is mapped as
+    // well. A redirected window counts as uncovered.
     const std::uint32_t mask =
         XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
     firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
@@ -63,7 +64,11 @@ void CaptureSource::end(bool selectedAnew) {
     if (!selectedAnew)
         xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &nothing);
     damage = {};
-    if (redirected)
+    unredirect();
+}
+
+void CaptureSource::unredirect() {
+    if (std::exchange(redirected, false))
         xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
@@ -104,7 +109,10 @@ bool CaptureSource::update() {
     // Some windows get the pixmap that they draw to only with the first drawing after the redirection.
     const bool first = (changes & damaged) != 0 && !sawDamage;
     sawDamage = sawDamage || first;
-    if ((changes & replaced) != 0 || (first && redirected) || now >= looksAt)
+    const bool waitedLongEnough = now >= awaitsUntil;
+    if (waitedLongEnough)
+        awaitsUntil = Clock::time_point::max();
+    if ((changes & replaced) != 0 || (first && redirected) || now >= looksAt || waitedLongEnough)
         lookAgain();
     else if ((changes & damaged) != 0 && grantedTicks == 0)
         collectDamage();
@@ -112,11 +120,6 @@ bool CaptureSource::update() {
         content->noteDamageEverywhere();
     if (content && content->windowInPlace() != 0 && (settles || now >= copiesAt))
         keepCopy(now);
-    if (now >= awaitsUntil) {
-        awaitsUntil = Clock::time_point::max();
-        if (named)
-            content = std::move(named);
-    }
     return true;
 }
 
@@ -142,7 +145,7 @@ void CaptureSource::collectDamage() {
     const auto box = takeDamagedBox();
     if (named) {
         if (drewWhatWasCovered())
-            content = std::move(named);
+            showNamed();
         return;
     }
     content->noteDamage({box.x - cutLeft, box.y - cutTop, box.width, box.height});
@@ -188,10 +191,20 @@ void CaptureSource::lookAgain() {
     const auto visible = shadow.visiblePart(size);
     if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
         look(*geometry, attributes->visual, shadow);
-    else if (content)
-        content->leavePlace();
+    else
+        hide();
     if (!content || (content->pixmapId() == 0 && content->size() != PixelSize{visible.width, visible.height}))
         content = std::make_shared<WindowContent>(PixelSize{visible.width, visible.height});
+}
+
+/// A frame that is unmapped around its window tells the window nothing: so it may be found out at any look.
+/// What was not drawn by now never will be. Mapped again, the window is a new case.
+void CaptureSource::hide() {
+    unredirect();
+    named.reset();
+    looksAt = awaitsUntil = Clock::time_point::max();
+    if (content)
+        content->leavePlace();
 }
 
 void CaptureSource::look(const xcb_get_geometry_reply_t& geometry, xcb_visualid_t visual,
@@ -203,20 +216,33 @@ void CaptureSource::look(const xcb_get_geometry_reply_t& geometry, xcb_visualid_
         return; // Gone: an event says so.
     const bool fits = geometry.depth == connection.screen().root_depth && formats.exact(visual) != 0 &&
                       std::max(size.width, size.height) < CoverGuard::reach;
-    if (fits && isEmpty(covered->ofPicture) && (!redirected || Clock::now() >= looksAt)) {
+    const bool uncovered = fits && isEmpty(covered->ofPicture);
+    if (uncovered && Clock::now() >= looksAt)
+        unredirect();
+    // What a compositing manager has redirected is whole already, and nothing would tell that it is covered.
+    const bool hasPixmap = !redirected && isRedirectedByOthers();
+    if (uncovered && !redirected && !hasPixmap) {
         showInPlace(visual, size, part);
         return;
     }
     if (!redirected)
-        leavePlace(covered->ofShape);
+        leavePlace(hasPixmap ? PixelRect{} : covered->ofShape);
     looksAt = Clock::now() + coveredLook;
     namePixmap(visual, geometry.border_width, shadow);
 }
 
+/// Asked while it is not redirected from here: only redirected windows have a pixmap that can be named.
+bool CaptureSource::isRedirectedByOthers() {
+    const auto id = xcb_generate_id(connection.xcb());
+    if (!connection.succeeds(xcb_composite_name_window_pixmap_checked(connection.xcb(), window, id)))
+        return false;
+    xcb_free_pixmap(connection.xcb(), id);
+    return true;
+}
+
 void CaptureSource::showInPlace(xcb_visualid_t visual, PixelSize size, const PixelRect& part) {
-    if (std::exchange(redirected, false))
-        xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-    looksAt = awaitsUntil = Clock::time_point::max();
+    looksAt = Clock::now() + coveredLook;
+    awaitsUntil = Clock::time_point::max();
     named.reset();
     cutLeft = part.x;
     cutTop = part.y;
@@ -234,9 +260,11 @@ void CaptureSource::showInPlace(xcb_visualid_t visual, PixelSize size, const Pix
 void CaptureSource::leavePlace(const PixelRect& covered) {
     if (content)
         content->leavePlace();
-    // A new watch reports the whole window at once: that is to come before the redirection.
+    // A new watch reports the whole window at once: that is to come before the redirection. And what was
+    // drawn up to now must not keep what is drawn afterwards from being reported.
     if (std::exchange(grantedTicks, 0) > 0)
         watchDamage();
+    xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
     {
         const std::lock_guard guard(boxLock);
         redirectSequence =
@@ -273,11 +301,14 @@ void CaptureSource::namePixmap(xcb_visualid_t visual, int borderWidth, const Fra
     cutTop = part.y;
     part.x += borderWidth;
     part.y += borderWidth;
-    auto next = std::make_shared<WindowContent>(std::move(pixmap), format, part);
-    const bool whole = drewWhatWasCovered() || awaitsUntil == Clock::time_point::max();
-    (whole ? content : named) = std::move(next);
-    if (whole)
-        named.reset();
+    named = std::make_shared<WindowContent>(std::move(pixmap), format, part);
+    if (drewWhatWasCovered() || awaitsUntil == Clock::time_point::max())
+        showNamed();
+}
+
+void CaptureSource::showNamed() {
+    content = std::move(named);
+    awaitsUntil = Clock::time_point::max();
 }
 
 } // namespace mirrolet::platform::desktop::x11

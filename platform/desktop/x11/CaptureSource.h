@@ -58,10 +58,14 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     void followFilm(const PixelRect& box);
     PixelRect takeDamagedBox();
     void lookAgain();
+    void hide();
+    void unredirect();
+    bool isRedirectedByOthers();
     void look(const xcb_get_geometry_reply_t& geometry, xcb_visualid_t visual, const FrameExtents& shadow);
     void showInPlace(xcb_visualid_t visual, PixelSize size, const PixelRect& part);
     void leavePlace(const PixelRect& covered);
     void namePixmap(xcb_visualid_t visual, int borderWidth, const FrameExtents& shadow);
+    void showNamed();
     void keepCopy(Clock::time_point now);
     bool drewWhatWasCovered();
     static std::uint64_t packed(PixelSize size, int borderWidth);
@@ -94,7 +98,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     int grantedTicks =
         0; ///< To come, for which changes are taken for granted; there is no watch on damage then.
     Clock::time_point settlesAt = Clock::time_point::max();
-    Clock::time_point looksAt = Clock::time_point::max();  ///< Whether a redirected window is still covered.
+    Clock::time_point looksAt = Clock::time_point::max();  ///< What covers the window, if it changes.
     Clock::time_point copiesAt = Clock::time_point::min(); ///< What is read in place.
     Clock::time_point awaitsUntil = Clock::time_point::max();
 };

@@ -56,6 +56,7 @@ PixelRect PictureScaler::setImage(std::shared_ptr<const X11WindowImage> newImage
 void PictureScaler::rebuild() {
     source = {};
     guard.reset();
+    toReadInPlace = XCB_NONE;
     steps.clear();
     if (!image || image->content()->pixmapId() == 0) {
         levels.clear();
@@ -64,10 +65,11 @@ void PictureScaler::rebuild() {
     const auto& content = *image->content();
     const auto picture = content.pictureRect();
     steps = planScaling(content.size(), size);
-    if (const auto window = content.windowInPlace())
-        readInPlace(window);
-    else
-        source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
+    toReadInPlace = content.windowInPlace();
+    // Whatever is drawn later, and the window covered by then, is drawn from a level: so there is one.
+    if (toReadInPlace && steps.size() == 1)
+        steps.push_back({{size.width, 1}, {size.height, 1}});
+    source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
     setTransform(source.id(), steps.front(), picture.x, picture.y);
     levels.resize(steps.size() - 1);
     for (std::size_t i = 0; i < levels.size(); ++i) {
@@ -81,15 +83,16 @@ void PictureScaler::rebuild() {
     }
 }
 
+/// After the copy was drawn once, which is what stays to be seen if the window cannot be read right now.
 void PictureScaler::readInPlace(xcb_window_t window) {
     const auto& content = *image->content();
     source = makePicture(connection, window, content.opaqueFormat());
     const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
     xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);
+    setTransform(source.id(), steps.front(), content.pictureRect().x, content.pictureRect().y);
     guard.emplace(connection, window, content.pictureRect());
-    // Whatever is drawn later, and the window covered by then, is drawn from a level: so there is one.
-    if (steps.size() == 1)
-        steps.push_back({{size.width, 1}, {size.height, 1}});
+    for (auto& level : levels)
+        level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
 }
 
 void PictureScaler::setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top) {
@@ -142,6 +145,10 @@ void PictureScaler::draw(xcb_render_picture_t destination, int left, int top, Pi
     }
     refreshLevels();
     drawStep(levels.size(), destination, left, top, part);
+    if (const auto window = std::exchange(toReadInPlace, XCB_NONE)) {
+        readInPlace(window);
+        draw(destination, left, top, part);
+    }
 }
 
 } // namespace mirrolet::platform::desktop::x11

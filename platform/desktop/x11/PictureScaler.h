@@ -46,8 +46,9 @@ class PictureScaler {
     std::shared_ptr<const X11WindowImage> image;
     PixelSize size;
     std::vector<ScaleStep> steps;
-    ServerPicture source;            ///< On the window's pixmap, or on the window itself.
-    std::optional<CoverGuard> guard; ///< While the source is the window itself.
+    ServerPicture source;                  ///< On the window's pixmap, or on the window itself.
+    std::optional<CoverGuard> guard;       ///< While the source is the window itself.
+    xcb_window_t toReadInPlace = XCB_NONE; ///< Which is to become the source once its copy was drawn.
     std::vector<Level> levels;
 };
 

@@ -13,7 +13,11 @@ constexpr std::size_t damagesKept = 32; // Two seconds of ticks: who drew longer
 std::shared_ptr<WindowContent> WindowContent::inPlace(X11Connection& connection, xcb_window_t window,
                                                       PixelSize size, xcb_render_pictformat_t format,
                                                       PixelRect picture) {
-    auto copy = makePixmap(connection, size, 24);
+    auto copy = makePixmap(connection, size, connection.screen().root_depth);
+    const ServerContext context(connection, xcb_generate_id(connection.xcb()));
+    xcb_create_gc(connection.xcb(), context.id(), copy.id(), 0, nullptr); // Draws with 0, which is black.
+    const auto all = toRectangle({0, 0, size.width, size.height});
+    xcb_poly_fill_rectangle(connection.xcb(), copy.id(), context.id(), 1, &all);
     auto content = std::make_shared<WindowContent>(std::move(copy), format, picture);
     content->copySize = size;
     content->window = window;

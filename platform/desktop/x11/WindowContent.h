@@ -25,7 +25,7 @@ class WindowContent {
     /// empty.
     WindowContent(ServerPixmap pixmap, xcb_render_pictformat_t opaqueFormat, PixelRect picture)
         : pixmap(std::move(pixmap)), format(opaqueFormat), picture(picture) {}
-    /// Read in place, from a window of this size, depth 24 and format.
+    /// Read in place, from a window of this size, the screen's depth and this format.
     static std::shared_ptr<WindowContent> inPlace(X11Connection& connection, xcb_window_t window,
                                                   PixelSize size, xcb_render_pictformat_t format,
                                                   PixelRect picture);

@@ -11,8 +11,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CaptureSource;
 
-/// Window pictures by COMPOSITE and DAMAGE. A window is redirected from the first image on until the last one
-/// of it is let go. Images must be let go before the connection is.
+/// Window pictures by COMPOSITE and DAMAGE. A window is watched, and redirected where it has to be, from the
+/// first image on until the last one of it is let go. Images must be let go before the connection is.
 class X11WindowCapture final : public WindowCapture {
   public:
     /// Before the connection starts to read events.

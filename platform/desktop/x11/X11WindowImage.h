@@ -10,8 +10,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CaptureSource;
 
-/// A window's picture that stays on the server. Holds its source: as long as one image is held, the window
-/// stays redirected and its changes are watched.
+/// A window's picture that stays on the server. Holds its source: as long as one image is held, the window's
+/// changes are watched.
 class X11WindowImage final : public WindowImage {
   public:
     X11WindowImage(X11Connection& connection, std::shared_ptr<const CaptureSource> source,
