@@ -18,7 +18,7 @@ QString menuText(const std::string& title) {
 
 void NSMenuItem::Native::perform() {
     const auto running = action; // The action may replace itself or end the item.
-    if (enabled && running)
+    if (running)
         running();
 }
 
@@ -53,16 +53,7 @@ void NSMenuItem::setTitle(const std::string& title) {
 
 void NSMenuItem::setAction(std::function<void()> action) {
     nativeItem->action = std::move(action);
-    nativeItem->update();
-}
-
-bool NSMenuItem::isEnabled() const {
-    return nativeItem->entry.isEnabled();
-}
-
-void NSMenuItem::setEnabled(bool enabled) {
-    nativeItem->enabled = enabled;
-    nativeItem->update();
+    nativeItem->entry.setEnabled(nativeItem->action != nullptr);
 }
 
 void NSMenuItem::performAction() {

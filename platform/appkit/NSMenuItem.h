@@ -23,10 +23,7 @@ class NSMenuItem {
     [[nodiscard]] std::string title() const;
     void setTitle(const std::string& title);
     void setAction(std::function<void()> action);
-    /// Whether it can be chosen: it is enabled and has an action.
-    [[nodiscard]] bool isEnabled() const;
-    void setEnabled(bool enabled);
-    /// As if the user had chosen it; nothing if it cannot be chosen.
+    /// As if the user had chosen it; nothing if it has no action.
     void performAction();
 
     struct Native;

@@ -128,10 +128,6 @@ void NSView::makeFirstResponder(NSView* view) {
         host->makeFirstResponder(view);
 }
 
-bool NSView::isInWindow() const {
-    return tree() != nullptr;
-}
-
 ViewTree* NSView::tree() const {
     const NSView* view = this;
     while (view->parent)

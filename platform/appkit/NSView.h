@@ -98,7 +98,6 @@ class NSView : public std::enable_shared_from_this<NSView> {
     /// Makes this view (nullptr: none) the one in its tree that gets the keyboard. Does nothing outside a
     /// window.
     void makeFirstResponder(NSView* view);
-    [[nodiscard]] bool isInWindow() const;
 
   protected:
     /// The tree that shows this view, if any.

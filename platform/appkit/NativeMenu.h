@@ -11,10 +11,8 @@ namespace mirrolet::platform {
 struct NSMenuItem::Native {
     QAction entry;
     std::function<void()> action;
-    bool enabled = true;
 
     void perform();
-    void update() { entry.setEnabled(enabled && action); }
 };
 
 /// Takes the key equivalents while a menu is open: the toolkit's shortcuts work only in an active window of

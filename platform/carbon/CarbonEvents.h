@@ -13,7 +13,6 @@ using OptionBits = std::uint32_t;
 inline constexpr OSStatus noErr = 0;
 inline constexpr OSStatus paramErr = -50;
 inline constexpr OSStatus eventParameterNotFoundErr = -9870;
-inline constexpr OSStatus eventNotHandledErr = -9874;
 inline constexpr OSStatus eventHotKeyExistsErr = -9878;
 inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
 

@@ -11,7 +11,6 @@ class URL {
     explicit URL(std::string absoluteString) : text(std::move(absoluteString)) {}
     static URL fileURLWithPath(std::string path);
 
-    [[nodiscard]] bool isFileURL() const { return file; }
     /// The link as it is written; of a file, its path.
     [[nodiscard]] const std::string& absoluteString() const { return text; }
     /// The path of a file; of a link, nothing.

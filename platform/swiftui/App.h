@@ -20,8 +20,6 @@ template <class Delegate> class NSApplicationDelegateAdaptor {
         NSApplication::shared().setDelegate(delegate);
     }
 
-    [[nodiscard]] const std::shared_ptr<Delegate>& wrappedValue() const { return delegate; }
-
   private:
     std::shared_ptr<Delegate> delegate;
 };
