@@ -290,8 +290,14 @@ class MirrorOfAFramedWindowTest : public WindowPresenterTest {
 TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
     xcb_unmap_window(client.xcb(), frame);
     client.sync();
-    presenter->resize({120, 90}, 0);
-    EXPECT_EQ(pixelsShown(red, {120, 90}), 120 * 90);
+    presenter->resize({240, 180}, 0);
+    EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
+    // What lay over the picture leaves no trace, although the window cannot be read any more.
+    for (const std::uint32_t colour : {0xffffffffU, 0U}) {
+        presenter->setOverlay({{240, 180}, std::vector<std::uint32_t>(240 * 180, colour)});
+        presenter->present();
+    }
+    EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
 }
 
 TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItDrewWhatWasCovered) {

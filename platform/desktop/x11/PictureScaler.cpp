@@ -10,6 +10,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
+constexpr std::size_t guardedSteps = 2; ///< Of a window that is read in place.
+
 /// The pixels of a step's result that read any of pixels `from` to `to` of the step before. One more on each
 /// side than the filter reaches, for the server's rounding.
 std::pair<int, int> reached(int from, int to, double scale) {
@@ -66,8 +68,9 @@ void PictureScaler::rebuild() {
     const auto picture = content.pictureRect();
     steps = planScaling(content.size(), size);
     toReadInPlace = content.windowInPlace();
-    // Whatever is drawn later, and the window covered by then, is drawn from a level: so there is one.
-    if (toReadInPlace && steps.size() == 1)
+    // While the window cannot be read, the result is still drawn, as what lay over it may be another: from
+    // the second level, behind both looks at the window.
+    while (toReadInPlace && steps.size() < guardedSteps + 1)
         steps.push_back({{size.width, 1}, {size.height, 1}});
     source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
     setTransform(source.id(), steps.front(), picture.x, picture.y);
@@ -122,7 +125,7 @@ void PictureScaler::refreshLevels() {
 /// something may have come to cover it just in between.
 void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
                              const PixelRect& part) {
-    const bool isGuarded = guard && step < 2;
+    const bool isGuarded = guard && step < guardedSteps;
     if (isGuarded)
         guard->close(to);
     scale(connection, step == 0 ? source.id() : levels[step - 1].surface.picture.id(), to, left, top, part);

@@ -4,7 +4,6 @@
 #include "platform/desktop/x11/XcbReply.h"
 
 #include <utility>
-#include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -17,24 +16,6 @@ xcb_render_color_t toColour(std::uint32_t argb) {
         return static_cast<std::uint16_t>((argb >> shift & 0xff) * 0x101);
     };
     return {channel(16), channel(8), channel(0), 0xffff};
-}
-
-/// What of `part` lies above, below, left and right of `hole`.
-std::vector<xcb_rectangle_t> outside(const PixelRect& part, const PixelRect& hole) {
-    const auto inner = intersection(part, hole);
-    if (isEmpty(inner))
-        return {toRectangle(part)};
-    const int right = inner.x + inner.width;
-    const int bottom = inner.y + inner.height;
-    const PixelRect sides[] = {{part.x, part.y, part.width, inner.y - part.y},
-                               {part.x, bottom, part.width, part.y + part.height - bottom},
-                               {part.x, inner.y, inner.x - part.x, inner.height},
-                               {right, inner.y, part.x + part.width - right, inner.height}};
-    std::vector<xcb_rectangle_t> found;
-    for (const auto& side : sides)
-        if (!isEmpty(side))
-            found.push_back(toRectangle(side));
-    return found;
 }
 
 } // namespace
@@ -126,12 +107,11 @@ void X11WindowPresenter::present() {
 }
 
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
-    // Not below the picture: what is there stays if the picture cannot be drawn right now.
-    const auto bare = picture ? outside(part, pictureRect) : std::vector{toRectangle(part)};
-    if (!bare.empty())
+    if (!picture || !contains(pictureRect, part)) {
+        const auto area = toRectangle(part);
         xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture.id(),
-                                   toColour(background), static_cast<std::uint32_t>(bare.size()),
-                                   bare.data());
+                                   toColour(background), 1, &area);
+    }
     if (picture) {
         auto shown = intersection(part, pictureRect);
         shown.x -= pictureRect.x;
