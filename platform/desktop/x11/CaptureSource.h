@@ -32,7 +32,6 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     /// request.
     std::shared_ptr<const WindowImage> image();
 
-    [[nodiscard]] bool isGone() const { return gone; }
     /// Whether an event with this sequence number is about this window, and not about one that had its number
     /// before.
     [[nodiscard]] bool concerns(std::uint32_t eventSequence) const {
