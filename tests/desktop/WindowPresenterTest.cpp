@@ -109,7 +109,7 @@ TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
                         {{801, 603}, {1, 2, 3, 4}},      {{450, 339}, {640, 480, 2, 100}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.panel.width));
-        const auto window = makeWindow({100, 100, row.panel.width, row.panel.height});
+        const auto window = makeWindow({100, 700, row.panel.width, row.panel.height}); // Beside the source.
         const PixelRect whole{0, 0, row.panel.width, row.panel.height};
         const auto partly = x11::X11WindowPresenter::make(*connection, window);
         partly->resize(row.panel, 0);
