@@ -100,8 +100,13 @@ class RoadShow {
         const int right = before.x + before.width;
         const int bottom = before.y + before.height;
         // First to where there is room, then by the grip.
-        Pointer(client).drag(before.x + before.width / 2, before.y + before.height / 2, 900, 520);
-        require("the mirror follows the pointer", [&] { return facts.box(panel).x != before.x; });
+        constexpr int x = 900;
+        constexpr int y = 520;
+        Pointer(client).drag(before.x + before.width / 2, before.y + before.height / 2, x, y);
+        require("the mirror follows the pointer to its end", [&] {
+            const Box now = facts.box(panel);
+            return now.x == x - before.width / 2 && now.y == y - before.height / 2;
+        });
         const Box moved = facts.box(panel);
         const int gripX = right - before.x + moved.x - 8;
         const int gripY = bottom - before.y + moved.y - 8;
