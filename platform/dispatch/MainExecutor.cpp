@@ -9,8 +9,10 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <mutex>
+#include <tuple>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -26,57 +28,58 @@ class MainExecutor::Receiver final : public QObject {
     }
 
     void post(Task task) {
-        const std::lock_guard lock(mutex);
+        std::unique_lock lock(mutex);
         tasks.push(std::move(task));
-        wake();
+        wake(lock);
     }
 
     TimerNumber callAt(TimePoint deadline, Task task) {
-        const std::lock_guard lock(mutex);
+        std::unique_lock lock(mutex);
         const auto number = tasks.pushAt(deadline, std::move(task));
         if (tasks.firstDeadline() == deadline)
-            armFromAnyThread();
+            armFromAnyThread(lock);
         return number;
     }
 
     void cancel(TimerNumber number) {
         Task dropped; // Released after the lock: it may hold the last reference of something.
-        const std::lock_guard lock(mutex);
+        std::unique_lock lock(mutex);
         dropped = tasks.takeOut(number);
-        armFromAnyThread();
+        armFromAnyThread(lock);
     }
 
   protected:
     bool event(QEvent* event) override {
-        if (typeOf(*event) != QEvent::User)
+        // Qt's lock orders an event's making before its end, but the thread sanitizer cannot see that one.
+        std::ignore = eventsMade.load(std::memory_order_acquire);
+        if (event->type() != QEvent::User)
             return QObject::event(event);
         runPosted();
         return true;
     }
 
   private:
-    // Under the lock that its maker held: Qt's own is one that the thread sanitizer cannot see.
-    QEvent::Type typeOf(const QEvent& event) {
-        const std::lock_guard lock(mutex);
-        return event.type();
+    // Lets go of the lock first: the main thread often runs at once, and would wait for it.
+    void wake(std::unique_lock<std::mutex>& lock) {
+        const bool wasAwake = std::exchange(awake, true);
+        lock.unlock();
+        if (wasAwake)
+            return;
+        auto* event = new QEvent(QEvent::User);
+        eventsMade.fetch_add(1, std::memory_order_release);
+        QCoreApplication::postEvent(this, event);
     }
 
-    // With the lock held: it also orders the event's making before its end on the main thread.
-    void wake() {
-        if (!std::exchange(awake, true))
-            QCoreApplication::postEvent(this, new QEvent(QEvent::User));
-    }
-
-    void armFromAnyThread() {
+    void armFromAnyThread(std::unique_lock<std::mutex>& lock) {
         if (QThread::currentThread() == thread()) {
             arm();
             return;
         }
         tasks.push([this] {
-            const std::lock_guard lock(mutex);
+            const std::lock_guard again(mutex);
             arm();
         });
-        wake();
+        wake(lock);
     }
 
     void arm() {
@@ -97,8 +100,10 @@ class MainExecutor::Receiver final : public QObject {
         awake = false;
         const auto count = tasks.postedCount();
         // If a task opens a loop of its own, that loop has to find an event for the tasks behind it.
-        if (count > 1)
-            wake();
+        if (count > 1) {
+            wake(lock);
+            lock.lock();
+        }
         for (std::size_t done = 0; done < count; ++done) {
             auto task = tasks.takePosted();
             if (!task)
@@ -127,6 +132,7 @@ class MainExecutor::Receiver final : public QObject {
     std::mutex mutex;
     TaskList tasks;
     bool awake = false;
+    std::atomic<unsigned> eventsMade = 0;
     QTimer timer;
 };
 
