@@ -5,7 +5,6 @@
 #include "platform/desktop/Desktop.h"
 
 #include <QBackingStore>
-#include <QCursor>
 #include <QExposeEvent>
 #include <QImage>
 #include <QMouseEvent>
@@ -38,12 +37,6 @@ std::uint32_t toArgb(const NSColor& colour) {
         return static_cast<std::uint32_t>(std::lround(value * 255)) << shift;
     };
     return part(1, 24) | part(colour.red, 16) | part(colour.green, 8) | part(colour.blue, 0);
-}
-
-/// The desktop speaks to the server on a connection of its own: asking for the pointer makes sure that the
-/// server has seen what the toolkit has sent on its.
-void awaitToolkit() {
-    (void)QCursor::pos();
 }
 
 } // namespace

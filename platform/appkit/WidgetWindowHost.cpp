@@ -3,7 +3,6 @@
 #include "platform/appkit/NSPanel.h"
 #include "platform/desktop/Desktop.h"
 
-#include <QCursor>
 #include <QEvent>
 #include <QMoveEvent>
 #include <QVBoxLayout>
@@ -86,9 +85,7 @@ void WidgetWindowHost::createPanel() {
     if (panel || isTitled(owner))
         return;
     const auto number = static_cast<desktop::WindowNumber>(container->winId());
-    // The desktop speaks to the server on a connection of its own: asking for the pointer makes sure that the
-    // server has seen what the toolkit has sent on its.
-    (void)QCursor::pos();
+    awaitToolkit();
     panel = desktop::Desktop::current().makePanelWindow(number, desktop::PanelStacking::floating);
     panel->setLevel(owner.level());
     panel->setShadow(shadow(container->devicePixelRatioF()));

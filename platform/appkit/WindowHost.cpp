@@ -6,6 +6,7 @@
 #include "platform/appkit/ViewWindowHost.h"
 #include "platform/appkit/WidgetWindowHost.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTimer>
@@ -91,6 +92,10 @@ desktop::PanelShadow WindowHost::shadow(double scale) const {
     if (!owner.hasShadow)
         return {};
     return {inPoints.opacity, inPoints.blur * scale, inPoints.offset * scale};
+}
+
+void WindowHost::awaitToolkit() {
+    (void)QCursor::pos(); // Any question that is answered.
 }
 
 QRect toQtScreenRect(const NSRect& rect) {

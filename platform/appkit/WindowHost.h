@@ -40,6 +40,9 @@ class WindowHost {
     /// Tells the NSWindow where the user or the desktop has put it.
     void moved(const QRect& geometry);
     [[nodiscard]] desktop::PanelShadow shadow(double scale) const;
+    /// The desktop speaks to the server on a connection of its own: this makes sure that the server has seen
+    /// what the toolkit has sent on its.
+    static void awaitToolkit();
 
     NSWindow& owner;
 

@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/CornerMask.h"
 
 #include "platform/desktop/x11/CompositingManager.h"
+#include "platform/desktop/x11/PixelBox.h"
 #include "platform/desktop/x11/RoundedRegion.h"
 
 #include <xcb/shape.h>
@@ -33,9 +34,7 @@ void CornerMask::apply() {
     } else {
         std::vector<xcb_rectangle_t> rectangles;
         for (const auto& band : roundedRegion(size, radius))
-            rectangles.push_back({static_cast<std::int16_t>(band.x), static_cast<std::int16_t>(band.y),
-                                  static_cast<std::uint16_t>(band.width),
-                                  static_cast<std::uint16_t>(band.height)});
+            rectangles.push_back(toRectangle(band));
         xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
                              XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
                              static_cast<std::uint32_t>(rectangles.size()), rectangles.data());

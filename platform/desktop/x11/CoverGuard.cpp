@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/CoverGuard.h"
 
-#include "platform/desktop/x11/RenderResources.h"
+#include "platform/desktop/x11/PixelBox.h"
 #include "platform/desktop/x11/XcbReply.h"
 
 #include <xcb/composite.h>

@@ -65,15 +65,12 @@ void PictureScaler::rebuild() {
         return;
     }
     const auto& content = *image->content();
-    const auto picture = content.pictureRect();
     steps = planScaling(content.size(), size);
     toReadInPlace = content.windowInPlace();
     // While the window cannot be read, the result is still drawn, as what lay over it may be another: from
     // the second level, behind both looks at the window.
     while (toReadInPlace && steps.size() < guardedSteps + 1)
         steps.push_back({{size.width, 1}, {size.height, 1}});
-    source = makePicture(connection, content.pixmapId(), content.opaqueFormat());
-    setTransform(source.id(), steps.front(), picture.x, picture.y);
     levels.resize(steps.size() - 1);
     for (std::size_t i = 0; i < levels.size(); ++i) {
         const PixelSize levelSize{steps[i].x.pixels, steps[i].y.pixels};
@@ -81,21 +78,25 @@ void PictureScaler::rebuild() {
             levels[i].surface = makeSurface(connection, levelSize, 24, formats.opaque24);
             fillBlack(levels[i].surface.picture.id(), {0, 0, levelSize.width, levelSize.height});
         }
-        levels[i].stale = {0, 0, levelSize.width, levelSize.height};
         setTransform(levels[i].surface.picture.id(), steps[i + 1], 0, 0);
     }
+    readFrom(content.pixmapId());
+}
+
+void PictureScaler::readFrom(xcb_drawable_t drawable) {
+    const auto& content = *image->content();
+    source = makePicture(connection, drawable, content.opaqueFormat());
+    setTransform(source.id(), steps.front(), content.pictureRect().x, content.pictureRect().y);
+    for (auto& level : levels)
+        level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
 }
 
 /// After the copy was drawn once, which is what stays to be seen if the window cannot be read right now.
 void PictureScaler::readInPlace(xcb_window_t window) {
-    const auto& content = *image->content();
-    source = makePicture(connection, window, content.opaqueFormat());
+    readFrom(window);
     const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
     xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);
-    setTransform(source.id(), steps.front(), content.pictureRect().x, content.pictureRect().y);
-    guard.emplace(connection, window, content.pictureRect());
-    for (auto& level : levels)
-        level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
+    guard.emplace(connection, window, image->content()->pictureRect());
 }
 
 void PictureScaler::setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top) {

@@ -34,6 +34,7 @@ class PictureScaler {
     };
 
     void rebuild();
+    void readFrom(xcb_drawable_t drawable);
     void readInPlace(xcb_window_t window);
     void drawStep(std::size_t step, xcb_render_picture_t to, int left, int top, const PixelRect& part);
     void setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top);

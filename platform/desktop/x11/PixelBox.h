@@ -2,12 +2,20 @@
 
 #include "platform/desktop/Pixels.h"
 
+#include <xcb/xproto.h>
+
 #include <algorithm>
+#include <cstdint>
 
 namespace mirrolet::platform::desktop::x11 {
 
 inline bool isEmpty(const PixelRect& rect) {
     return rect.width <= 0 || rect.height <= 0;
+}
+
+inline xcb_rectangle_t toRectangle(const PixelRect& rect) {
+    return {static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
+            static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height)};
 }
 
 inline PixelRect intersection(const PixelRect& a, const PixelRect& b) {

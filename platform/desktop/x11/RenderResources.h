@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/PixelBox.h"
 #include "platform/desktop/x11/ServerResource.h"
 
 #include <xcb/render.h>
@@ -13,11 +14,6 @@ namespace mirrolet::platform::desktop::x11 {
 using ServerPixmap = ServerResource<&xcb_free_pixmap>;
 using ServerPicture = ServerResource<&xcb_render_free_picture>;
 using ServerContext = ServerResource<&xcb_free_gc>;
-
-inline xcb_rectangle_t toRectangle(const PixelRect& rect) {
-    return {static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
-            static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height)};
-}
 
 /// A pixmap and the RENDER picture on it.
 struct Surface {

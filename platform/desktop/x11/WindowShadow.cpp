@@ -271,17 +271,13 @@ void WindowShadow::cutOut() const {
     const int inset = static_cast<int>(std::ceil(radius * 0.3)) + 1; // Clear of the round corners.
     const PixelRect hole{panelRect.x - outer.x + inset, panelRect.y - outer.y + inset,
                          panelRect.width - 2 * inset, panelRect.height - 2 * inset};
-    const auto rectangle = [](int x, int y, int width, int height) {
-        return xcb_rectangle_t{static_cast<std::int16_t>(x), static_cast<std::int16_t>(y),
-                               static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height)};
-    };
     const int right = hole.x + hole.width;
     const int below = hole.y + hole.height;
-    const xcb_rectangle_t around[] = {rectangle(0, 0, outer.width, hole.y),
-                                      rectangle(0, hole.y, hole.x, hole.height),
-                                      rectangle(right, hole.y, outer.width - right, hole.height),
-                                      rectangle(0, below, outer.width, outer.height - below)};
-    const auto all = rectangle(0, 0, outer.width, outer.height);
+    const xcb_rectangle_t around[] = {toRectangle({0, 0, outer.width, hole.y}),
+                                      toRectangle({0, hole.y, hole.x, hole.height}),
+                                      toRectangle({right, hole.y, outer.width - right, hole.height}),
+                                      toRectangle({0, below, outer.width, outer.height - below})};
+    const auto all = toRectangle({0, 0, outer.width, outer.height});
     const bool holed = !isEmpty(hole) && hole.y >= 0;
     xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
                          XCB_CLIP_ORDERING_YX_BANDED, window.id(), 0, 0,
