@@ -1,32 +1,22 @@
 // The bytes of a defaults file, which people edit, into the settings and back into a file.
 
-#include "platform/foundation/NSLog.h"
 #include "platform/foundation/PropertyListFile.h"
 #include "platform/foundation/UserDefaults.h"
 #include "settings/SettingsStore.h"
+#include "tests/fuzz/Fuzz.h"
 
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
-#include <string_view>
 #include <unistd.h>
-
-namespace mirrolet::platform {
-void NSLog(std::string_view /*message*/) {}
-} // namespace mirrolet::platform
 
 namespace {
 
 using namespace mirrolet;
 using namespace mirrolet::platform;
-
-void expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
+using fuzz::expect;
 
 const std::string& filePath() {
     static const std::string path = std::filesystem::temp_directory_path() /
@@ -40,7 +30,7 @@ const std::string& filePath() {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto values = PropertyListFile::parse({reinterpret_cast<const char*>(data), size});
+    const auto values = PropertyListFile::parse(fuzz::textOf(data, size));
     if (!values)
         return 0;
     // What was read can be written, and is read as the same again.

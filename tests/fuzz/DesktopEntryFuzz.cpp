@@ -2,16 +2,16 @@
 // window.
 
 #include "platform/desktop/x11/ApplicationResolver.h"
+#include "tests/fuzz/Fuzz.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace mirrolet::platform::desktop::x11;
     // Texts end at 0xFF, which is in no UTF-8.
-    std::string_view rest(reinterpret_cast<const char*>(data), size);
+    auto rest = mirrolet::fuzz::textOf(data, size);
     const auto next = [&rest] {
         const auto end = rest.find('\xFF');
         const std::string text(rest.substr(0, end));
@@ -26,7 +26,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const WindowClass window{next(), next(), next()};
     const ProcessFacts process{7, "name", next(), next(), next(), next()};
     const auto* entry = entryOfWindow(window, process, entries);
-    if (entry && (entry->name.empty() || entries.withId(entry->id) != entry))
-        std::abort();
+    mirrolet::fuzz::expect(!entry || (!entry->name.empty() && entries.withId(entry->id) == entry));
     return 0;
 }

@@ -4,48 +4,23 @@
 #include "platform/carbon/KeyCodes.h"
 #include "platform/desktop/fake/FakeDesktop.h"
 #include "platform/dispatch/fake/VirtualTime.h"
-#include "platform/foundation/NSLog.h"
+#include "tests/fuzz/Fuzz.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
-namespace mirrolet::platform {
-void NSLog(std::string_view /*message*/) {}
-} // namespace mirrolet::platform
 
 namespace {
 
 using namespace mirrolet;
 using namespace mirrolet::platform;
+using fuzz::expect;
 
-void expect(bool holds) {
-    if (!holds)
-        std::abort();
+/// Small ones mostly: they are keys.
+std::uint32_t numberFrom(fuzz::Bytes& input) {
+    const std::uint32_t first = input.byte();
+    if (first < 250)
+        return first + 256 * (input.byte() % 4);
+    return first << 24 | std::uint32_t{input.byte()} << 16 | std::uint32_t{input.byte()} << 8 | input.byte();
 }
-
-class Input {
-  public:
-    explicit Input(std::string_view bytes) : rest(bytes) {}
-
-    [[nodiscard]] bool atEnd() const { return rest.empty(); }
-    std::uint32_t byte() {
-        if (rest.empty())
-            return 0;
-        const auto first = static_cast<std::uint8_t>(rest.front());
-        rest.remove_prefix(1);
-        return first;
-    }
-    /// Small ones mostly: they are keys.
-    std::uint32_t number() {
-        const auto first = byte();
-        return first < 250 ? first + 256 * (byte() % 4) : first << 24 | byte() << 16 | byte() << 8 | byte();
-    }
-
-  private:
-    std::string_view rest;
-};
 
 void expectRoundTrip(std::uint32_t code) {
     if (const auto evdev = evdevFromVirtual(code))
@@ -54,7 +29,7 @@ void expectRoundTrip(std::uint32_t code) {
         expect(evdevFromVirtual(*key) == code);
 }
 
-void runSteps(Input& input, desktop::fake::FakeDesktop& desktop, dispatch::VirtualTime& time) {
+void runSteps(fuzz::Bytes& input, desktop::fake::FakeDesktop& desktop, dispatch::VirtualTime& time) {
     const auto manager = HotkeyManager::make();
     int pressed = 0;
     manager->onHotkeyPressed = [&pressed](HotkeyID id) {
@@ -63,13 +38,13 @@ void runSteps(Input& input, desktop::fake::FakeDesktop& desktop, dispatch::Virtu
     };
     HotKeyModeRef mode = nullptr;
     while (!input.atEnd()) {
-        const auto step = input.byte();
+        const std::uint32_t step = input.byte();
         const auto id = step & 8 ? HotkeyID::togglePiPVisibility : HotkeyID::pipFrontmostWindow;
-        const auto code = input.number();
+        const auto code = numberFrom(input);
         expectRoundTrip(code);
         switch (step % 6) {
         case 0:
-            manager->registerHotkey(id, code, input.number() << (step >> 4));
+            manager->registerHotkey(id, code, numberFrom(input) << (step >> 4));
             break;
         case 1:
             manager->unregisterHotkey(id);
@@ -99,7 +74,7 @@ void runSteps(Input& input, desktop::fake::FakeDesktop& desktop, dispatch::Virtu
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     dispatch::VirtualTime time;
     auto& desktop = desktop::fake::FakeDesktop::install();
-    Input input({reinterpret_cast<const char*>(data), size});
+    fuzz::Bytes input(fuzz::textOf(data, size));
     runSteps(input, desktop, time);
     time.run();
     expect(desktop.hotKeys().held().empty() && desktop.misuses().empty());

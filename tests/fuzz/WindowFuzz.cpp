@@ -2,17 +2,16 @@
 
 #include "platform/desktop/x11/WindowDescription.h"
 #include "platform/desktop/x11/WindowText.h"
+#include "tests/fuzz/Fuzz.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <string_view>
 
 namespace {
 
 using namespace mirrolet::platform::desktop;
 using namespace mirrolet::platform::desktop::x11;
+using mirrolet::fuzz::expect;
 
 Atoms atomsOfNoServer() {
     Atoms atoms{};
@@ -28,17 +27,9 @@ Atoms atomsOfNoServer() {
 
 /// Takes the input apart: for each property a byte for type, format and whether it was cut, one for its
 /// length.
-class Input {
+class Input : public mirrolet::fuzz::Bytes {
   public:
-    explicit Input(std::string_view bytes) : rest(bytes) {}
-
-    std::uint8_t byte() {
-        if (rest.empty())
-            return 0;
-        const auto first = static_cast<std::uint8_t>(rest.front());
-        rest.remove_prefix(1);
-        return first;
-    }
+    using Bytes::Bytes;
 
     Property property(const Atoms& atoms) {
         const std::array<xcb_atom_t, 8> types = {
@@ -46,29 +37,17 @@ class Input {
             XCB_ATOM_ATOM, XCB_ATOM_CARDINAL, XCB_ATOM_WINDOW,   9999};
         const std::array<std::uint8_t, 4> formats = {8, 16, 32, 0};
         const auto kind = byte();
-        const std::size_t length = std::min<std::size_t>(byte(), rest.size());
-        const Property result{types[kind & 7U], formats[kind >> 3U & 3U], rest.substr(0, length),
-                              kind >= 128};
-        rest.remove_prefix(length);
-        return result;
+        return {types[kind & 7U], formats[kind >> 3U & 3U], take(byte()), kind >= 128};
     }
 
     int extent() { return 1 + byte() * 256 + byte(); }
-
-  private:
-    std::string_view rest;
 };
-
-void expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Atoms atoms = atomsOfNoServer();
-    Input input({reinterpret_cast<const char*>(data), size});
+    Input input(mirrolet::fuzz::textOf(data, size));
     const PixelRect bounds{-input.extent(), input.extent(), input.extent(), input.extent()};
     const auto netName = input.property(atoms), name = input.property(atoms), state = input.property(atoms),
                types = input.property(atoms), frameExtents = input.property(atoms),
