@@ -96,30 +96,6 @@ TEST_F(WindowCaptureTest, FollowsASizeChangeAndKeepsThePictureOfAnUnmappedWindow
     EXPECT_TRUE(becomesPlain(window.window(), green, {300, 200}));
 }
 
-TEST_F(WindowCaptureTest, IsLiveAgainAfterAWindowManagerHidTheWindow) {
-    const WindowManager manager(server, WindowManagerKind::openbox);
-    const CallWindow window(server, plain("cc2020"));
-    WindowCommands commands(client);
-    const WindowFacts facts(client);
-    ASSERT_TRUE(becomesPlain(window.window(), red));
-
-    commands.minimize(window.window());
-    ASSERT_TRUE(waitUntil([&] { return !facts.viewable(window.window()); }));
-    EXPECT_TRUE(isPlain(capture->image(window.window()), red, {640, 400}));
-    commands.activate(window.window());
-    window.tell("colour 20a040");
-    EXPECT_TRUE(becomesPlain(window.window(), green));
-
-    commands.setDesktopCount(2);
-    commands.switchToDesktop(1);
-    ASSERT_TRUE(waitUntil([&] { return !facts.viewable(window.window()); }));
-    EXPECT_TRUE(isPlain(capture->image(window.window()), green, {640, 400}));
-    commands.switchToDesktop(0);
-    ASSERT_TRUE(waitUntil([&] { return facts.viewable(window.window()); }));
-    window.tell("colour cc2020");
-    EXPECT_TRUE(becomesPlain(window.window(), red));
-}
-
 TEST_F(WindowCaptureTest, SurvivesACompositingManagerComingAndGoing) {
     const CallWindow window(server, plain("cc2020"));
     ASSERT_TRUE(becomesPlain(window.window(), red));

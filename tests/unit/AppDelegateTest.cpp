@@ -83,32 +83,6 @@ class AppDelegateTest : public DesktopTest {
     std::string alertText;
 };
 
-TEST_F(AppDelegateTest, ADetectionIsOfferedMirroredOnAcceptanceAndEndsWithTheCall) {
-    launch();
-    callAppears();
-    ASSERT_NE(delegate->promptPanel, nullptr);
-    EXPECT_TRUE(delegate->activeSession);
-    accept();
-    EXPECT_EQ(delegate->promptPanel, nullptr);
-    EXPECT_EQ(mirrored(), callWindow);
-    callEnds();
-    EXPECT_EQ(mirrored(), std::nullopt);
-    EXPECT_FALSE(delegate->activeSession);
-    EXPECT_EQ(desktop.capture().imagesHeld(), 0);
-}
-
-TEST_F(AppDelegateTest, ADeclinedCallIsNotOfferedAgainButTheNextOneIs) {
-    launch();
-    callAppears();
-    delegate->promptPanel->respond(false);
-    EXPECT_FALSE(delegate->activeSession);
-    time.advance(10);
-    EXPECT_EQ(delegate->promptPanel, nullptr);
-    callEnds();
-    callAppears();
-    EXPECT_NE(delegate->promptPanel, nullptr);
-}
-
 TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     launch();
     callAppears();
@@ -118,23 +92,14 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     EXPECT_TRUE(delegate->activeSession);
     entry(1).performAction(); // Refused as well.
     EXPECT_EQ(delegate->promptPanel, nullptr);
+    press(showHide);
+    EXPECT_EQ(mirrored(), std::nullopt);
     press(startClose);
     EXPECT_FALSE(delegate->activeSession);
     EXPECT_EQ(mirrored(), std::nullopt);
     desktop.applications().setFrontmost(editorPid);
     press(startClose);
     EXPECT_EQ(mirrored(), editorWindow);
-}
-
-TEST_F(AppDelegateTest, ACaptureThatFailsFreesTheWayForTheNextSession) {
-    launch();
-    desktop.windowList().setWindows({{editor}});
-    press(startClose);
-    EXPECT_EQ(mirrored(), editorWindow);
-    desktop.capture().destroyWindow(editorWindow);
-    time.advance(0.2);
-    EXPECT_EQ(delegate->pipController, nullptr);
-    EXPECT_FALSE(delegate->activeSession);
 }
 
 TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
@@ -208,24 +173,6 @@ TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
     EXPECT_EQ(alertText, "Screen Recording Access Needed");
     EXPECT_EQ(mirrored(), std::nullopt);
     EXPECT_FALSE(delegate->activeSession);
-}
-
-TEST_F(AppDelegateTest, TheSettingsAreOneWindowThatClosingOnlyHides) {
-    application.setDelegate(delegate);
-    launch();
-    entry(3).performAction();
-    const auto window = delegate->settingsWindow;
-    ASSERT_NE(window, nullptr);
-    EXPECT_EQ(window->title(), "Mirrolet Settings");
-    EXPECT_EQ(window->styleMask(), 7u);
-    EXPECT_EQ(window->frame().size, (NSSize{460, 560}));
-    EXPECT_TRUE(window->isVisible());
-    window->close();
-    EXPECT_FALSE(window->isVisible());
-    application.reopen(); // The program was started once more.
-    EXPECT_EQ(delegate->settingsWindow, window);
-    EXPECT_TRUE(window->isVisible());
-    window->close();
 }
 
 TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing) {

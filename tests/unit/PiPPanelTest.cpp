@@ -1,7 +1,5 @@
 #include "pip/PiPController.h"
-#include "platform/appkit/NSScreen.h"
 #include "platform/appkit/ViewTree.h"
-#include "settings/SettingsStore.h"
 #include "tests/unit/DesktopTest.h"
 
 #include <QCoreApplication>
@@ -204,7 +202,6 @@ class PiPControllerTest : public DesktopTest {
         atEnd.emplace_back([this] { controller->stop(); });
         atEnd.emplace_back([this] { controller.reset(); });
     }
-    ~PiPControllerTest() override { SettingsStore::shared().setPipAlwaysOnTop(true); }
 
     std::shared_ptr<PiPController> controller = std::make_shared<PiPController>(callWindow);
     int closed = 0;
@@ -249,25 +246,6 @@ TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropp
     time.advance(1);
     EXPECT_EQ(desktop.capture().captures(callWindow), captures);
     EXPECT_EQ(closed, 0);
-}
-
-TEST_F(PiPControllerTest, TakesItsLevelFromTheSettingsWhenItStarts) {
-    SettingsStore::shared().setPipAlwaysOnTop(false);
-    controller->start();
-    EXPECT_EQ(controller->panel->level(), 0);
-    EXPECT_EQ(desktop.panelWindows().back()->stacking, desktop::PanelStacking::amongNormal);
-}
-
-TEST_F(PiPControllerTest, StandsInEachCornerTwentyFourPointsFromTheVisibleEdges) {
-    const NSRect visible = NSScreen::main()->visibleFrame;
-    const double left = visible.minX() + 24;
-    const double right = visible.maxX() - 124;
-    const double lower = visible.minY() + 24;
-    const double upper = visible.maxY() - 124;
-    EXPECT_EQ(PiPController::initialFrame(PiPCorner::bottomRight), (NSRect{{right, lower}, {100, 100}}));
-    EXPECT_EQ(PiPController::initialFrame(PiPCorner::bottomLeft), (NSRect{{left, lower}, {100, 100}}));
-    EXPECT_EQ(PiPController::initialFrame(PiPCorner::topRight), (NSRect{{right, upper}, {100, 100}}));
-    EXPECT_EQ(PiPController::initialFrame(PiPCorner::topLeft), (NSRect{{left, upper}, {100, 100}}));
 }
 
 } // namespace

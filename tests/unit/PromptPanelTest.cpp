@@ -1,6 +1,5 @@
 #include "prompt/PromptPanel.h"
 
-#include "platform/appkit/NSScreen.h"
 #include "settings/SettingsStore.h"
 #include "tests/unit/DesktopTest.h"
 #include "tests/unit/WidgetSearch.h"
@@ -177,19 +176,6 @@ TEST_F(PromptPanelTest, KeepsItsSizeAndAllItsPartsInsideWhateverTheNameAndTheFon
         }
     }
     QApplication::setFont(before);
-}
-
-TEST_F(PromptPanelTest, StandsAboveTheMiddleOfTheMainScreen) {
-    makePanel("WhatsApp", true);
-    const auto visible = platform::NSScreen::main()->visibleFrame;
-    const platform::NSRect expected{{visible.midX() - 180, visible.midY() - 80 + 0.1 * visible.height()},
-                                    {360, 160}};
-    EXPECT_EQ(panel->frame(), expected);
-    EXPECT_EQ(panel->level(), 8);
-    EXPECT_EQ(panel->collectionBehavior, 257U);
-    EXPECT_EQ(panel->contentView()->layer().cornerRadius, 16);
-    EXPECT_TRUE(panel->canBecomeKeyWindow());
-    EXPECT_FALSE(panel->canBecomeMainWindow());
 }
 
 } // namespace

@@ -6,17 +6,14 @@
 #include "tests/unit/DesktopTest.h"
 #include "tests/unit/WidgetSearch.h"
 
-#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTest>
@@ -197,52 +194,6 @@ TEST_F(SettingsViewTest, TickingAnApplicationChangesItsIdentifierOnly) {
     store.setSelectedAppIdentifiers({"org.example.Alpha"});
     time.run();
     EXPECT_EQ(list().model()->index(0, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
-}
-
-TEST_F(SettingsViewTest, AFailedLoginItemIsSaidAndTheSwitchTellsTheTruth) {
-    const QString autostart = qEnvironmentVariable("XDG_CONFIG_HOME") + "/autostart";
-    QDir(autostart).removeRecursively();
-    QDir().mkpath(qEnvironmentVariable("XDG_CONFIG_HOME"));
-    QFile blocker(autostart); // a file where the folder has to be
-    ASSERT_TRUE(blocker.open(QFile::WriteOnly));
-    auto& toggle = find<QCheckBox>("Launch at login");
-    toggle.click();
-    EXPECT_FALSE(toggle.isChecked());
-    auto* alert = window.findChild<QDialog*>();
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(alert->windowTitle(), "Launch at Login");
-    EXPECT_FALSE(alert->accessibleDescription().isEmpty());
-    named<QPushButton>(*alert, "OK").click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(window.findChild<QDialog*>(), nullptr);
-    blocker.remove();
-}
-
-TEST_F(SettingsViewTest, EverythingThatTakesTheKeyboardHasANameAndIsReachedByTab) {
-    loadApps();
-    std::set<std::string> reached;
-    root().setFocus();
-    for (int step = 0; step < 20; ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        const auto* at = QApplication::focusWidget();
-        auto* accessible = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(at));
-        ASSERT_NE(accessible, nullptr);
-        // A pop-up button's own name is its value; its label is related to it.
-        const auto labels = accessible->relations(QAccessible::Label);
-        const auto* named = labels.isEmpty() ? accessible : labels.front().first;
-        const auto name = named->text(QAccessible::Name).toStdString();
-        EXPECT_FALSE(name.empty() && at != &root()) << at->metaObject()->className();
-        reached.insert(name);
-    }
-    EXPECT_THAT(reached,
-                testing::IsSupersetOf({"Show/hide PiP shortcut", "Start/close PiP shortcut",
-                                       "Keep PiP on top of other windows", "Default position",
-                                       "Check Specific Windows", "Search installed apps", "Apps to Watch"}));
-}
-
-TEST_F(SettingsViewTest, HasTheSizeOfTheWindow) {
-    EXPECT_EQ(hosting->intrinsicContentSize(), (platform::NSSize{460, 560}));
-    EXPECT_EQ(root().size(), QSize(460, 560));
 }
 
 TEST(FilteredApps, AreThoseWhoseNameContainsTheText) {

@@ -26,20 +26,12 @@ void WindowCommands::addState(xcb_window_t window, const std::string& state) {
     client.sendToRoot(window, "_NET_WM_STATE", {1, client.atom(state), 0, fromPager});
 }
 
-void WindowCommands::removeState(xcb_window_t window, const std::string& state) {
-    client.sendToRoot(window, "_NET_WM_STATE", {0, client.atom(state), 0, fromPager});
-}
-
 void WindowCommands::setDesktopCount(std::uint32_t count) {
     client.sendToRoot(client.root(), "_NET_NUMBER_OF_DESKTOPS", {count});
 }
 
 void WindowCommands::switchToDesktop(std::uint32_t index) {
     client.sendToRoot(client.root(), "_NET_CURRENT_DESKTOP", {index, XCB_CURRENT_TIME});
-}
-
-void WindowCommands::moveToDesktop(xcb_window_t window, std::uint32_t index) {
-    client.sendToRoot(window, "_NET_WM_DESKTOP", {index, fromPager});
 }
 
 void WindowCommands::awaitManager() {

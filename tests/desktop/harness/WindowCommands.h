@@ -15,10 +15,8 @@ class WindowCommands {
     void close(xcb_window_t window);
     void minimize(xcb_window_t window);
     void addState(xcb_window_t window, const std::string& state);
-    void removeState(xcb_window_t window, const std::string& state);
     void setDesktopCount(std::uint32_t count);
     void switchToDesktop(std::uint32_t index);
-    void moveToDesktop(xcb_window_t window, std::uint32_t index);
     /// Waits until the window manager has done what it was asked for before: it alone moves a window that
     /// asks for another place, in its turn. Throws HarnessError if it does not.
     void awaitManager();

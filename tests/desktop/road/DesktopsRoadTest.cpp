@@ -177,9 +177,12 @@ TEST_P(EveryDesktop, CarriesAMirrorAmongOrdinaryWindows) {
         return shows(blue) && isInNoTaskList(*panel()) && facts.focus() == call->window();
     };
     note("without the focus and in no task list", isAsItShould);
-    // i3 loses count of unmaps that come faster than it answers.
-    hideAndShow(GetParam() == WindowManagerKind::i3 ? 1 : 5);
+    hideAndShow(5);
     note("hidden and shown by its shortcut", isAsItShould);
+    if (GetParam() != WindowManagerKind::i3) { // Tiles the others and keeps every floating window above them.
+        const auto other = showWindow({.title = "Notes", .wmClass = "Editor", .width = 1200, .height = 700});
+        EXPECT_TRUE(waitUntil([&] { return facts.isAbove(other->window(), *panel()); }));
+    }
     switchToDesktop(1);
     note("on all desktops", [&] { return shows(blue) && isInNoTaskList(*panel()); });
     row.insert(0, ", not floating");

@@ -62,19 +62,6 @@ TEST_F(APanel, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
     awaitPrompt();
 }
 
-TEST_F(APanel, ThatWasClosedTakesOnePressToForgetAndOneToOpenAgain) {
-    startQuiet();
-    const auto call = showCall();
-    clickCloseButton(openMirror(*call));
-    awaitNothing();
-    pressVisibilityShortcut();
-    EXPECT_TRUE(nothingAppears());
-    pressFrontmostShortcut();
-    EXPECT_TRUE(nothingAppears());
-    pressFrontmostShortcut();
-    awaitPanel();
-}
-
 TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
     // A plain colour of the root window is not shown by a compositing manager.
     CallWindow::Options everywhere;
@@ -96,63 +83,6 @@ TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
     EXPECT_TRUE(waitUntil(isRound)) << "without again";
     EXPECT_TRUE(waitUntil([&] { return isNear(facts.pixel(box.x + 50, box.y + 50), blue); }));
 }
-
-class APanelUnder : public RoadTest, public testing::WithParamInterface<WindowManagerKind> {
-  protected:
-    APanelUnder() : RoadTest(GetParam()) {}
-};
-
-TEST_P(APanelUnder, FloatsAboveAFullScreenWindowOnEveryDesktopAndInNoTaskList) {
-    startQuiet();
-    const auto call = showWindow({.title = "Presentation",
-                                  .wmClass = "Slides",
-                                  .colour = colourName(green),
-                                  .states = {"_NET_WM_STATE_FULLSCREEN"}});
-    require("the window fills the screen", [&] { return facts.box(call->window()) == Box{0, 0, 1280, 800}; });
-    const xcb_window_t panel = openMirror(*call, green);
-    EXPECT_TRUE(facts.isAbove(panel, call->window()));
-    EXPECT_EQ(facts.focus(), call->window());
-    giveKeyboardTo(*call);
-    EXPECT_TRUE(waitUntil([&] { return facts.isAbove(panel, call->window()); }));
-    const auto listed = facts.clientList();
-    EXPECT_TRUE(!testing::Value(listed, testing::Contains(panel)) ||
-                facts.hasState(panel, "_NET_WM_STATE_SKIP_TASKBAR"));
-
-    if (GetParam() == WindowManagerKind::i3)
-        return; // Makes desktops only by its own commands.
-    commands.setDesktopCount(2);
-    commands.switchToDesktop(1);
-    require("the other desktop is shown", [&] {
-        return facts.numbers(client.root(), "_NET_CURRENT_DESKTOP") == std::vector<std::uint32_t>{1};
-    });
-    EXPECT_TRUE(facts.viewable(panel));
-}
-
-TEST_P(APanelUnder, StandsAmongOrdinaryWindowsWhenItShallNotFloat) {
-    if (GetParam() == WindowManagerKind::i3)
-        return; // Tiles the others and keeps every floating window above them.
-    startQuiet(R"("pipAlwaysOnTop": false)");
-    const auto call = showCall();
-    const xcb_window_t panel = openMirror(*call);
-    EXPECT_EQ(facts.focus(), call->window());
-    const auto other = showWindow({.title = "Notes", .wmClass = "Editor", .width = 1200, .height = 700});
-    EXPECT_TRUE(waitUntil([&] { return facts.isAbove(other->window(), panel); }));
-}
-
-TEST_P(APanelUnder, FollowsThePromptThatHadTheKeyboard) {
-    start();
-    const auto call = showCall();
-    awaitPrompt();
-    keyboard.stroke({key::returnKey});
-    const xcb_window_t panel = awaitPanel();
-    EXPECT_TRUE(facts.isAbove(panel, call->window()));
-    EXPECT_TRUE(waitUntil([&] { return facts.focus() == call->window(); }));
-}
-
-INSTANTIATE_TEST_SUITE_P(WindowManagers, APanelUnder,
-                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4,
-                                         WindowManagerKind::i3),
-                         [](const auto& each) { return WindowManager::name(each.param); });
 
 } // namespace
 } // namespace mirrolet

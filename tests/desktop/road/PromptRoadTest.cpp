@@ -40,20 +40,6 @@ TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     awaitPrompt();
 }
 
-TEST_F(APrompt, ThatWasDeclinedComesBackOnlyForTheNextCall) {
-    start();
-    auto call = showCall();
-    awaitPrompt();
-    keyboard.stroke({key::escape});
-    awaitNothing();
-    EXPECT_TRUE(nothingAppears());
-
-    call.reset();
-    ASSERT_TRUE(nothingAppears());
-    call = showCall();
-    awaitPrompt();
-}
-
 TEST_F(APrompt, IsDeclinedByItsTimeOut) {
     start(R"("promptTimeout": 0.5)");
     const auto call = showCall();
@@ -92,25 +78,6 @@ TEST_F(APrompt, AnswersToThePointer) {
         awaitNothing();
         call = showCall();
     }
-}
-
-TEST_F(APrompt, IsNotShownWhileTheMirrorIsOpen) {
-    start();
-    const auto editor = showWindow({.title = "Notes", .wmClass = "Editor", .width = 300, .height = 300});
-    pressFrontmostShortcut();
-    awaitPanel();
-    const auto call = showCall();
-    EXPECT_TRUE(holdsFor([&] { return !program->prompt(facts); }, std::chrono::milliseconds(500)));
-}
-
-TEST_F(APrompt, FindsTheCallByTheTitleThatAppearsLater) {
-    start(R"("promptTimeout": 60)");
-    const auto chats =
-        showWindow({.title = "Chats", .width = 700, .height = 500, .colour = colourName(green)});
-    // One window of the watched application is offered too, as a plain window.
-    awaitPrompt();
-    keyboard.stroke({key::returnKey});
-    awaitColour(awaitPanel(), green);
 }
 
 /// Windows of one process, as a browser opens them for itself and for its web applications.

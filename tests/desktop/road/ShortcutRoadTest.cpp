@@ -51,29 +51,6 @@ TEST_F(Shortcuts, FollowALayoutThatChangesWhileItRuns) {
     awaitPanel();
 }
 
-TEST_F(Shortcuts, FireOnceWhileTheKeysAreHeld) {
-    startQuiet();
-    const auto call = showCall();
-    giveKeyboardTo(*call);
-    for (const int code : {key::leftSuper, key::leftAlt, key::f})
-        keyboard.press(code);
-    const xcb_window_t panel = awaitPanel();
-    // Longer than the delay of the server's auto-repeat, 660 ms.
-    EXPECT_TRUE(holdsFor([&] { return facts.viewable(panel); }, std::chrono::milliseconds(1000)));
-    for (const int code : {key::f, key::leftAlt, key::leftSuper})
-        keyboard.release(code);
-}
-
-TEST_F(Shortcuts, DismissAPrompt) {
-    start();
-    const auto call = showCall();
-    awaitPrompt();
-    pressFrontmostShortcut();
-    awaitNothing();
-    pressFrontmostShortcut();
-    awaitPanel();
-}
-
 TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
     const auto code = static_cast<xcb_keycode_t>(key::f + 8);
     XClient rival(server);

@@ -48,11 +48,15 @@ TEST_F(ASource, LeavesItsLastPictureWhileItIsMinimizedAndLivesOnAfterwards) {
     awaitColour(panel, green);
 }
 
-TEST_F(ASource, LeavesItsLastPictureWhileItIsOnAnotherDesktop) {
+TEST_F(ASource, LeavesItsLastPictureWhileItIsOnAnotherDesktopAndLivesOnAfterwards) {
     commands.setDesktopCount(2);
     commands.switchToDesktop(1);
     require("the source is out of sight", [&] { return !facts.viewable(call->window()); });
     EXPECT_TRUE(holdsFor([&] { return isNear(centreOf(panel), blue); }, std::chrono::milliseconds(400)));
+    commands.switchToDesktop(0);
+    require("the source is back", [&] { return facts.viewable(call->window()); });
+    call->tell("colour " + colourName(green));
+    awaitColour(panel, green);
 }
 
 TEST_F(ASource, ClosesTheMirrorWhenItIsDestroyed) {
