@@ -59,25 +59,36 @@ void PiPController::showPanel() {
 void PiPController::startTimer() {
     timer = DispatchSourceTimer::make(captureQueue);
     timer->scheduleNow(1 / framesPerSecond);
-    timer->setEventHandler([weak = weak_from_this()] {
+    timer->setEventHandler([weak = weak_from_this(), last = std::weak_ptr<const CGImage>()]() mutable {
         if (const auto controller = weak.lock())
-            controller->captureFrame();
+            last = controller->captureFrame(last.lock());
     });
     timer->resume();
 }
 
-/// One tick, on the capture queue: touches nothing but the window's number.
-void PiPController::captureFrame() {
-    auto image = CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,
-                                         kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
+/// One tick, on the capture queue: touches nothing but the window's number and what the last tick gave.
+CGImageRef PiPController::captureFrame(const CGImageRef& last) {
+    const auto image =
+        CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,
+                                kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
     if (!image) {
         handleCaptureFailure();
-        return;
+    } else if (image == last) {
+        // A window that did not change gives the same image: it is shown, or on its way. Not held, as nobody
+        // knows when this runs.
+        DispatchQueue::main().asyncUnhurried([weak = weak_from_this(), again = std::weak_ptr(image)] {
+            const auto controller = weak.lock();
+            const auto shown = again.lock();
+            if (controller && shown)
+                controller->deliver(shown);
+        });
+    } else {
+        DispatchQueue::main().async([weak = weak_from_this(), image] {
+            if (const auto controller = weak.lock())
+                controller->deliver(image);
+        });
     }
-    DispatchQueue::main().async([weak = weak_from_this(), image = std::move(image)] {
-        if (const auto controller = weak.lock())
-            controller->deliver(image);
-    });
+    return image;
 }
 
 void PiPController::deliver(const CGImageRef& image) {

@@ -38,7 +38,7 @@ class PiPController : public std::enable_shared_from_this<PiPController> {
   private:
     void showPanel();
     void startTimer();
-    void captureFrame();
+    platform::CGImageRef captureFrame(const platform::CGImageRef& last);
     void deliver(const platform::CGImageRef& image);
     void handleCaptureFailure();
 

@@ -12,6 +12,7 @@ namespace {
 class CurrentMainExecutor final : public dispatch::Executor {
   public:
     void post(dispatch::Task task) override { actual()->post(std::move(task)); }
+    void postUnhurried(dispatch::Task task) override { actual()->postUnhurried(std::move(task)); }
     [[nodiscard]] TimePoint now() const override { return actual()->now(); }
     TimerNumber callAt(TimePoint deadline, dispatch::Task task) override {
         return actual()->callAt(deadline, std::move(task));
@@ -42,6 +43,10 @@ DispatchQueue& DispatchQueue::main() {
 
 void DispatchQueue::async(std::function<void()> task) {
     runner->post(std::move(task));
+}
+
+void DispatchQueue::asyncUnhurried(std::function<void()> task) {
+    runner->postUnhurried(std::move(task));
 }
 
 } // namespace mirrolet::platform

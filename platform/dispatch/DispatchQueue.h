@@ -30,6 +30,9 @@ class DispatchQueue {
 
     /// Posts a task; never waits for it. Any thread.
     void async(std::function<void()> task);
+    /// The same for what may wait: the main queue's thread is not woken for each such task, but runs them, in
+    /// order with all others, with the next that is posted, or when fifteen have come together.
+    void asyncUnhurried(std::function<void()> task);
     [[nodiscard]] const std::string& label() const { return name; }
     [[nodiscard]] const std::shared_ptr<dispatch::Executor>& executor() const { return runner; }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace mirrolet::platform {
 enum class DispatchQoS;
@@ -24,6 +25,10 @@ class Executor {
 
     virtual ~Executor() = default;
     virtual void post(Task task) = 0;
+    /// The same for a task that may wait: alone it does not wake an executor that sleeps. It runs in its
+    /// place among the others, with the next one that is posted, or when enough of its kind have come
+    /// together.
+    virtual void postUnhurried(Task task) { post(std::move(task)); }
     /// The time that deadlines are measured against.
     [[nodiscard]] virtual TimePoint now() const { return Clock::now(); }
     /// Runs the task once, between two posted ones, when the deadline has come (at once if it has passed).

@@ -17,6 +17,10 @@
 
 namespace mirrolet::platform::dispatch {
 
+namespace {
+constexpr std::size_t mostUnhurried = 15; ///< A second's worth, where a mirror posts them.
+}
+
 class MainExecutor::Receiver final : public QObject {
   public:
     Receiver() : timer(this) {
@@ -31,6 +35,13 @@ class MainExecutor::Receiver final : public QObject {
         std::unique_lock lock(mutex);
         tasks.push(std::move(task));
         wake(lock);
+    }
+
+    void postUnhurried(Task task) {
+        std::unique_lock lock(mutex);
+        tasks.push(std::move(task));
+        if (tasks.postedCount() >= mostUnhurried)
+            wake(lock);
     }
 
     TimerNumber callAt(TimePoint deadline, Task task) {
@@ -141,6 +152,10 @@ MainExecutor::~MainExecutor() = default;
 
 void MainExecutor::post(Task task) {
     receiver->post(std::move(task));
+}
+
+void MainExecutor::postUnhurried(Task task) {
+    receiver->postUnhurried(std::move(task));
 }
 
 Executor::TimerNumber MainExecutor::callAt(TimePoint deadline, Task task) {

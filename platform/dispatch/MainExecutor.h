@@ -15,6 +15,7 @@ class MainExecutor final : public Executor {
     ~MainExecutor() override;
 
     void post(Task task) override;
+    void postUnhurried(Task task) override;
     TimerNumber callAt(TimePoint deadline, Task task) override;
     void cancel(TimerNumber number) override;
     /// The main queue lives as long as the process: nothing to do.

@@ -2,7 +2,6 @@
 
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSMenu.h"
-#include "settings/SettingsStore.h"
 #include "tests/unit/DesktopTest.h"
 
 #include <QAbstractButton>
@@ -198,10 +197,6 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     store.setPipAlwaysOnTop(false);
     time.run();
     EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::normal);
-
-    store.setShortcutKeyCode(35);
-    store.setPollInterval(2);
-    store.setPipAlwaysOnTop(true);
 }
 
 TEST_F(AppDelegateTest, ItLetsGoOfWhatItOwnsInTheOrderOfItsMembers) {

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/fake/FakeDesktop.h"
 #include "platform/dispatch/fake/VirtualTime.h"
+#include "settings/SettingsStore.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,10 +12,22 @@
 
 namespace mirrolet {
 
-/// A test on a scripted desktop and a clock of its own. What a test adds to `atEnd` runs before the desktop
-/// is checked: there it lets go of what it made.
+/// A test on a scripted desktop and a clock of its own, with the settings of a first start. What a test adds
+/// to `atEnd` runs before the desktop is checked: there it lets go of what it made.
 class DesktopTest : public testing::Test {
   protected:
+    DesktopTest() {
+        auto& store = SettingsStore::shared(); // One for all tests.
+        store.setMonitoringScope(MonitoringScope::specificApps);
+        store.setSelectedAppIdentifiers({"net.whatsapp.WhatsApp"});
+        store.setPollInterval(2);
+        store.setPromptTimeout(15);
+        store.setStartMonitoringOnLaunch(true);
+        store.setPipAlwaysOnTop(true);
+        store.setPipCorner(PiPCorner::bottomRight);
+        store.setShortcutKeyCode(35);
+        store.setShortcutModifiers(2304);
+    }
     ~DesktopTest() override { platform::desktop::Desktop::setCurrent(nullptr); }
 
     void TearDown() override {

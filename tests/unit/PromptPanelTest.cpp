@@ -1,6 +1,5 @@
 #include "prompt/PromptPanel.h"
 
-#include "settings/SettingsStore.h"
 #include "tests/unit/DesktopTest.h"
 #include "tests/unit/WidgetSearch.h"
 
@@ -14,7 +13,6 @@ namespace {
 class PromptPanelTest : public DesktopTest {
   protected:
     PromptPanelTest() {
-        SettingsStore::shared().setPromptTimeout(15);
         atEnd.emplace_back([this] { panel.reset(); });
     }
 

@@ -2,7 +2,6 @@
 
 #include "platform/swiftui/NSHostingView.h"
 #include "settings/PiPSettingsView.h"
-#include "settings/SettingsStore.h"
 #include "tests/unit/DesktopTest.h"
 #include "tests/unit/WidgetSearch.h"
 
@@ -31,15 +30,6 @@ class SettingsViewTest : public DesktopTest {
             if (file.open(QFile::WriteOnly))
                 file.write("[Desktop Entry]\nType=Application\nExec=true\nName=" + QByteArray(name) + "\n");
         }
-        store.setPollInterval(2);
-        store.setPromptTimeout(15);
-        store.setStartMonitoringOnLaunch(true);
-        store.setPipAlwaysOnTop(true);
-        store.setPipCorner(PiPCorner::bottomRight);
-        store.setMonitoringScope(MonitoringScope::specificApps);
-        store.setSelectedAppIdentifiers({"net.whatsapp.WhatsApp"});
-        store.setShortcutKeyCode(35);
-        store.setShortcutModifiers(2304);
         hosting = std::make_shared<platform::NSHostingView>(SettingsView());
         root().setParent(&window);
         showActive(window);

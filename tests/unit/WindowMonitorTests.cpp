@@ -166,10 +166,6 @@ class WindowMonitorTest : public DesktopTest {
             monitor = nullptr;
         });
     }
-    ~WindowMonitorTest() override {
-        SettingsStore::shared().setPollInterval(2);
-        SettingsStore::shared().setMonitoringScope(MonitoringScope::specificApps);
-    }
 
     void showCall(std::uint32_t number) {
         desktop.windowList().setWindows({{row(number, 300, 300, messenger, "WhatsApp", "Video call")}});
