@@ -73,8 +73,9 @@ CGImageRef PiPController::captureFrame(const CGImageRef& last) {
                                 kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
     if (!image) {
         handleCaptureFailure();
-    } else if (image == last) {
-        // A window that did not change gives the same image: it is shown, or on its way. Not held, as nobody
+    } else if (last && (image == last || image->isShown())) {
+        // A window that did not change gives the same image, which is shown or on its way, and what changed
+        // in the panel's picture may be drawn already: no reason to wake the main thread. Not held, as nobody
         // knows when this runs.
         DispatchQueue::main().asyncUnhurried([weak = weak_from_this(), again = std::weak_ptr(image)] {
             const auto controller = weak.lock();

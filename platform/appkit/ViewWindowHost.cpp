@@ -188,6 +188,7 @@ void ViewWindowHost::hide() {
         panel->willHide();
     }
     window->setVisible(false);
+    leavePicture();
     if (panel)
         panel->didHide();
     tree.pressLost(); // The server tells a hidden window of no release.
@@ -208,8 +209,17 @@ bool ViewWindowHost::isVisible() const {
     return window->isVisible();
 }
 
+/// What is not seen is not to be drawn: a presenter goes on with a picture that changes.
+void ViewWindowHost::leavePicture() {
+    pictureDirty = true;
+    if (presenter && presentedSize != desktop::PixelSize{})
+        presenter->setPicture(nullptr, {});
+}
+
 void ViewWindowHost::exposed() {
-    if (!window->isExposed() || !panel)
+    if (!window->isExposed())
+        return leavePicture();
+    if (!panel)
         return;
     if (std::exchange(announceShown, false)) {
         panel->didShow();

@@ -47,6 +47,7 @@ class ViewWindowHost final : public WindowHost {
     [[nodiscard]] desktop::Bitmap renderOverlay() const;
     [[nodiscard]] desktop::PixelRect pictureTarget(const NSImageView& view) const;
     void setPicture();
+    void leavePicture();
     void setCursor(NSCursor cursor);
 
     ViewTree tree;

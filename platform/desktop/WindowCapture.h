@@ -17,6 +17,9 @@ class WindowImage {
     /// Reads the pixels back, opaque. Slow: for servers that cannot compose, for tests and tools. Empty if
     /// the server no longer has them. Any thread.
     [[nodiscard]] virtual Bitmap readBack() const = 0;
+    /// A presenter that showed the image before has drawn this one already, by itself: it need not be handed
+    /// on in a hurry. Any thread.
+    [[nodiscard]] virtual bool isShown() const { return false; }
 };
 
 class WindowCapture {

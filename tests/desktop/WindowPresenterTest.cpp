@@ -155,6 +155,77 @@ TEST_F(WindowPresenterTest, DrawsNothingWithoutAChangeAndRepairsWhatTheServerLos
     EXPECT_EQ(pixelsOf(window, {0, 0, 100, 60}).at(70, 30), 0x336699U);
 }
 
+TEST_F(WindowPresenterTest, DrawsWhatACaptureFindsUntilItsPictureIsTaken) {
+    const auto source = makeWindow({300, 0, 100, 60});
+    const auto window = makeWindow({0, 0, 100, 60});
+    const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+    const auto shown = [&] { return pixelsOf(window, {50, 30, 1, 1}).pixels.front(); };
+    presenter->resize({100, 60}, 0);
+    fill(source, 0x2040c0, {0, 0, 100, 60});
+    auto image = capture->image(source);
+    presenter->setPicture(image, {0, 0, 100, 60});
+    presenter->present();
+    EXPECT_EQ(shown(), 0x2040c0U);
+    EXPECT_FALSE(image->isShown()) << "by its owner, not by itself";
+    const auto older = image;
+    fill(source, 0x20a040, {0, 0, 100, 60});
+    EXPECT_TRUE(waitUntil([&] {
+        image = capture->image(source);
+        return shown() == 0x20a040U;
+    }));
+    EXPECT_TRUE(image->isShown());
+
+    fill(window, 0xff0000, {0, 0, 100, 60});
+    presenter->setPicture(older, {0, 0, 100, 60}); // Handed on late: nothing to go back to.
+    presenter->present();
+    EXPECT_EQ(shown(), 0xff0000U);
+
+    presenter->setBackground(0xff336699); // Begun here, so it is ended here.
+    fill(source, 0x2040c0, {0, 0, 100, 60});
+    image = freshImage(source, image);
+    EXPECT_FALSE(image->isShown());
+    EXPECT_EQ(shown(), 0xff0000U);
+    EXPECT_TRUE(waitUntil([&] {
+        presenter->setPicture(capture->image(source), {0, 0, 100, 60});
+        presenter->present();
+        return shown() == 0x2040c0U;
+    }));
+
+    presenter->setPicture(nullptr, {});
+    presenter->present();
+    fill(source, 0x20a040, {0, 0, 100, 60});
+    EXPECT_FALSE(freshImage(source, image)->isShown());
+    EXPECT_EQ(shown(), 0x336699U);
+}
+
+TEST_F(WindowPresenterTest, MayBeChangedWhileACaptureGoesOn) {
+    const auto source = makeWindow({300, 0, 100, 60});
+    const auto window = makeWindow({0, 0, 100, 60});
+    std::atomic<bool> done = false;
+    std::thread ticks([&] {
+        for (std::uint32_t colour = 0; !done; ++colour) {
+            fill(source, colour, {0, 0, 100, 60});
+            capture->image(source);
+        }
+    });
+    for (int round = 0; round < 60; ++round) {
+        const auto presenter = x11::X11WindowPresenter::make(*connection, window);
+        for (const int width : {100, 60, 100}) {
+            presenter->resize({width, 60}, 5);
+            presenter->setOverlay(
+                {{width, 60}, std::vector<std::uint32_t>(static_cast<std::size_t>(width) * 60)});
+            presenter->setPicture(capture->image(source), {0, 0, width, 60});
+            presenter->present();
+            presenter->repair({0, 0, width, 60});
+        }
+        if (round % 2 == 0)
+            presenter->setPicture(nullptr, {});
+    }
+    done = true;
+    ticks.join();
+    EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
+}
+
 TEST_F(WindowPresenterTest, TakesAnOverlayLargerThanARequestMayBe) {
     const PixelSize size{2100, 2100}; // 17 MB; the server takes 16 at once.
     const auto window = makeWindow({0, 0, size.width, size.height});

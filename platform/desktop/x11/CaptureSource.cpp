@@ -82,16 +82,17 @@ std::uint64_t CaptureSource::packed(PixelSize size, int borderWidth) {
            static_cast<std::uint64_t>(borderWidth);
 }
 
+/// Viewers draw with the lock held: they wait for no reply, and look at the content only.
 std::shared_ptr<const WindowImage> CaptureSource::image() {
     const std::lock_guard guard(lock);
     const bool changed = !gone && update();
     if (gone || !content)
         return nullptr;
-    auto image = changed ? nullptr : lastImage.lock();
-    if (!image) {
-        image = std::make_shared<X11WindowImage>(connection, shared_from_this(), content);
-        lastImage = image;
-    }
+    if (auto same = changed ? nullptr : lastImage.lock())
+        return same;
+    const auto image = std::make_shared<const X11WindowImage>(connection, shared_from_this(), content);
+    lastImage = image;
+    content->tellViewers(image);
     return image;
 }
 

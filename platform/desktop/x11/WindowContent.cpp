@@ -57,4 +57,20 @@ PixelRect WindowContent::changedBetween(std::uint64_t older, std::uint64_t newer
     return intersection(changed, all);
 }
 
+void WindowContent::watch(ImageViewer& viewer) const {
+    const std::lock_guard guard(viewersLock);
+    viewers.push_back(&viewer);
+}
+
+void WindowContent::unwatch(ImageViewer& viewer) const {
+    const std::lock_guard guard(viewersLock);
+    std::erase(viewers, &viewer);
+}
+
+void WindowContent::tellViewers(const std::shared_ptr<const X11WindowImage>& image) const {
+    const std::lock_guard guard(viewersLock);
+    for (auto* viewer : viewers)
+        viewer->show(image);
+}
+
 } // namespace mirrolet::platform::desktop::x11

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/ImageViewer.h"
 #include "platform/desktop/x11/RenderResources.h"
 
 #include <xcb/render.h>
@@ -10,6 +11,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -54,6 +56,13 @@ class WindowContent {
     /// What changed between two ages, as one rectangle in the picture; all of it if that is too long ago.
     [[nodiscard]] PixelRect changedBetween(std::uint64_t older, std::uint64_t newer) const;
 
+    /// From now on the viewer gets each new image of this content. Not to be called while it shows one, nor
+    /// while holding what it locks then.
+    void watch(ImageViewer& viewer) const;
+    /// Not to be called so either: waits until the viewer has shown what it is showing.
+    void unwatch(ImageViewer& viewer) const;
+    void tellViewers(const std::shared_ptr<const X11WindowImage>& image) const;
+
   private:
     const ServerPixmap pixmap;
     const xcb_render_pictformat_t format = 0;
@@ -61,9 +70,12 @@ class WindowContent {
     PixelSize copySize;
     std::atomic<xcb_window_t> window = XCB_NONE;
 
-    mutable std::mutex lock;      ///< Guards what follows.
+    mutable std::mutex lock;      ///< Guards the next two.
     std::deque<PixelRect> recent; ///< The last damages; the newest one's number is `noted`.
     std::uint64_t noted = 0;
+
+    mutable std::mutex viewersLock; ///< Guards the viewers, and is held while they show an image.
+    mutable std::vector<ImageViewer*> viewers;
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -3,6 +3,7 @@
 #include "platform/desktop/WindowCapture.h"
 #include "platform/desktop/x11/WindowContent.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -21,6 +22,8 @@ class X11WindowImage final : public WindowImage {
 
     [[nodiscard]] PixelSize size() const override { return theContent->size(); }
     [[nodiscard]] Bitmap readBack() const override;
+    [[nodiscard]] bool isShown() const override { return shown; }
+    void noteShown() const { shown = true; }
 
     [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
     /// The content's age when the image was made.
@@ -31,6 +34,7 @@ class X11WindowImage final : public WindowImage {
     const std::shared_ptr<const CaptureSource> source;
     const std::shared_ptr<const WindowContent> theContent;
     const std::uint64_t theAge;
+    mutable std::atomic<bool> shown = false;
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -41,7 +41,12 @@ X11WindowPresenter::X11WindowPresenter(X11Connection& connection, RenderFormats 
     : connection(connection), formats(std::move(renderFormats)), target(target), scaler(connection, formats) {
 }
 
+X11WindowPresenter::~X11WindowPresenter() {
+    watch(nullptr);
+}
+
 void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
+    const std::lock_guard guard(lock);
     canvas = {};
     cut = {};
     overlay = {};
@@ -64,18 +69,50 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
 }
 
 void X11WindowPresenter::setBackground(std::uint32_t colour) {
+    const std::lock_guard guard(lock);
     if (std::exchange(background, colour) != colour)
         stale = whole();
 }
 
 void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect rect) {
+    const auto fromServer = std::dynamic_pointer_cast<const X11WindowImage>(image);
+    {
+        const std::lock_guard guard(lock);
+        take(std::move(image), rect);
+    }
+    watch(fromServer ? fromServer->content() : nullptr);
+}
+
+void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
+    if (content == watched)
+        return;
+    if (watched)
+        watched->unwatch(*this);
+    watched = std::move(content);
+    if (watched)
+        watched->watch(*this);
+}
+
+void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
+    const std::lock_guard guard(lock);
+    // What the main thread has begun it presents itself, all in one.
+    if (!isEmpty(stale) || isEmpty(pictureRect))
+        return;
+    take(image, pictureRect);
+    draw();
+    image->noteShown();
+}
+
+void X11WindowPresenter::take(std::shared_ptr<const WindowImage> image, PixelRect rect) {
     const bool moved = std::exchange(pictureRect, rect) != rect;
     const bool same = image == picture;
     if (same && !moved)
         return;
+    auto drawn = isEmpty(rect) ? nullptr : std::dynamic_pointer_cast<const X11WindowImage>(image);
+    if (!moved && drawn && scaler.isPast(*drawn))
+        return; // A newer one was shown while this one was on its way.
     const bool cameOrWent = !image != !picture;
     picture = std::move(image);
-    auto drawn = isEmpty(rect) ? nullptr : std::dynamic_pointer_cast<const X11WindowImage>(picture);
     const auto changed = scaler.setImage(std::move(drawn), {rect.width, rect.height});
     if (moved || cameOrWent)
         stale = whole();
@@ -86,6 +123,7 @@ void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, Pi
 }
 
 void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
+    const std::lock_guard guard(lock);
     if (!canvas.pixmap || bitmap.size != canvas.size)
         return;
     if (!overlay.pixmap)
@@ -95,6 +133,11 @@ void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
 }
 
 void X11WindowPresenter::present() {
+    const std::lock_guard guard(lock);
+    draw();
+}
+
+void X11WindowPresenter::draw() {
     const auto part = std::exchange(stale, {});
     if (isEmpty(part))
         return;
@@ -137,6 +180,7 @@ void X11WindowPresenter::copyToWindow(const PixelRect& part) {
 }
 
 void X11WindowPresenter::repair(PixelRect area) {
+    const std::lock_guard guard(lock);
     // What is about to be drawn anew anyway, or was never drawn, is not worth copying.
     const auto part = intersection(area, whole());
     if (canvas.pixmap && !isEmpty(part) && stale != whole())

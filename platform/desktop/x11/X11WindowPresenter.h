@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/desktop/WindowPresenter.h"
+#include "platform/desktop/x11/ImageViewer.h"
 #include "platform/desktop/x11/PictureScaler.h"
 #include "platform/desktop/x11/RenderFormats.h"
 #include "platform/desktop/x11/RenderResources.h"
 #include "platform/desktop/x11/RoundedCorners.h"
 
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -14,11 +16,15 @@ namespace mirrolet::platform::desktop::x11 {
 /// Composes with RENDER: an opaque canvas of background, picture and overlay; from it, where the window can
 /// be translucent, a copy with the corners cut; from that the window. All stay on the server from frame to
 /// frame, only what changed is drawn again, and nothing waits for a reply. A window that died in between
-/// makes it all go nowhere.
-class X11WindowPresenter final : public WindowPresenter {
+/// makes it all go nowhere. What a capture finds to have changed in the picture is drawn there and then,
+/// unless the main thread is about to draw anyway.
+class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
   public:
     /// nullptr on a server without RENDER, and for a window that is gone. Waits for the server, this once.
     static std::unique_ptr<WindowPresenter> make(X11Connection& connection, WindowNumber window);
+    ~X11WindowPresenter() override;
+    X11WindowPresenter(const X11WindowPresenter&) = delete;
+    X11WindowPresenter& operator=(const X11WindowPresenter&) = delete;
 
     void resize(PixelSize size, double cornerRadius) override;
     void setBackground(std::uint32_t colour) override;
@@ -36,6 +42,10 @@ class X11WindowPresenter final : public WindowPresenter {
     };
 
     X11WindowPresenter(X11Connection& connection, RenderFormats formats, Target target);
+    void show(const std::shared_ptr<const X11WindowImage>& image) override;
+    void take(std::shared_ptr<const WindowImage> image, PixelRect rect);
+    void watch(std::shared_ptr<const WindowContent> content);
+    void draw();
     [[nodiscard]] PixelRect whole() const { return {0, 0, canvas.size.width, canvas.size.height}; }
     [[nodiscard]] const Surface& shown() const { return cut.pixmap ? cut : canvas; }
     void composite(std::uint8_t operation, const Surface& from, const Surface& to, const PixelRect& part);
@@ -45,6 +55,9 @@ class X11WindowPresenter final : public WindowPresenter {
     X11Connection& connection;
     const RenderFormats formats;
     const Target target;
+    std::shared_ptr<const WindowContent> watched; ///< The main thread's.
+
+    std::mutex lock; ///< Guards what follows. Not held while `watched` changes.
     ServerContext context;
     PictureScaler scaler;
     Surface canvas;  ///< Opaque: background, picture, overlay.
