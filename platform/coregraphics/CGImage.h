@@ -9,7 +9,7 @@
 namespace mirrolet::platform {
 
 /// A window's picture. Its pixels stay with the window server; it is the same object as long as the window
-/// does not change. Immutable, any thread.
+/// does not change. Any thread.
 using CGImage = desktop::WindowImage;
 using CGImageRef = std::shared_ptr<const CGImage>;
 

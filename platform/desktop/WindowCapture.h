@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The picture of a window at one moment. Immutable for its readers; the pixels stay with the window server
-/// where that is possible. An unchanged window gives the same object again.
+/// The picture of a window. Any thread; the pixels stay with the window server where that is possible. An
+/// unchanged window gives the same object again.
 class WindowImage {
   public:
     virtual ~WindowImage() = default;

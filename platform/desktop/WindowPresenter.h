@@ -10,7 +10,8 @@ namespace mirrolet::platform::desktop {
 
 /// Puts one native window together on the server: background, picture, overlay, rounded mask, in this order.
 /// Main thread only. Nothing is drawn before the first resize(). Setters only note what changed; present()
-/// draws.
+/// draws. What a window image shows may change later: that, a presenter may draw by itself, on the thread of
+/// the capture that finds it, until it is given another picture or none.
 class WindowPresenter {
   public:
     virtual ~WindowPresenter() = default;

@@ -245,6 +245,7 @@ TEST(MainQueue, ALoopInsideATaskDoesNotHoldUpTheTasksBehindIt) {
 }
 
 TEST(MainQueue, SleepsOnForASecondsWorthOfUnhurriedTasksAndKeepsTheOrder) {
+    QCoreApplication::processEvents(); // What a test before has left.
     std::vector<int> order;
     const auto post = [&order](int number) {
         DispatchQueue::main().asyncUnhurried([&order, number] { order.push_back(number); });

@@ -163,6 +163,13 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     EXPECT_EQ(presented().background, 0xff000000u);
     EXPECT_EQ(presented().cornerRadius, 10);
 
+    panel->orderOut();
+    EXPECT_EQ(presented().picture, nullptr) << "nothing is drawn for what nobody sees";
+    panel->orderFrontRegardless();
+    settle();
+    EXPECT_EQ(presented().picture, image);
+    EXPECT_EQ(presented().pictureTarget, (desktop::PixelRect{0, 15, 100, 50}));
+
     const auto& overlay = presented().overlay;
     const auto pixel = [&](int x, int y) { return overlay.pixels[static_cast<std::size_t>(y) * 100 + x]; };
     EXPECT_EQ(pixel(50, 40), 0u);           // Nothing over the picture,
@@ -218,6 +225,22 @@ TEST_F(PiPControllerTest, StartsOnceCapturesAtOnceAndThenFifteenTimesASecond) {
     EXPECT_EQ(panel->imageView->image()->size(), (NSSize{400, 200}));
     time.advance(2);
     EXPECT_NEAR(desktop.capture().captures(callWindow), 31, 1);
+}
+
+TEST_F(PiPControllerTest, HurriesOnlyWithWhatIsNotOnTheScreenYet) {
+    desktop.capture().setPicture(callWindow, {400, 200}, 0x336699, true); // By the panel of a session before.
+    controller->start();
+    time.run();
+    EXPECT_EQ(time.unhurriedPosts(), 0);
+    time.advance(0.07);
+    EXPECT_EQ(time.unhurriedPosts(), 1) << "the same image";
+    desktop.capture().setPicture(callWindow, {400, 200}, 0x996633, true);
+    time.advance(0.07);
+    EXPECT_EQ(time.unhurriedPosts(), 2) << "another one, which is shown";
+    desktop.capture().setPicture(callWindow, {200, 200}, 0x996633);
+    time.advance(0.06);
+    EXPECT_EQ(time.unhurriedPosts(), 2);
+    EXPECT_EQ(controller->panel->imageView->image()->size(), (NSSize{200, 200}));
 }
 
 TEST_F(PiPControllerTest, AWindowThatIsGoneEndsTheSessionOnceAndTellsTheOwner) {

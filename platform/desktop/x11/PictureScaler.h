@@ -14,7 +14,7 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Scales one window's picture on the server, in steps, and keeps the steps' results, so that only what the
-/// window has changed is scaled again. Main thread.
+/// window has changed is scaled again. One thread at a time.
 class PictureScaler {
   public:
     PictureScaler(X11Connection& connection, const RenderFormats& formats)

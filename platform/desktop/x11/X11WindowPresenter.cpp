@@ -94,9 +94,9 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
 }
 
 void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
-    const std::lock_guard guard(lock);
-    // What the main thread has begun it presents itself, all in one.
-    if (!isEmpty(stale) || isEmpty(pictureRect))
+    // What the main thread is at, or has begun, it presents itself, all in one: a capture never waits for it.
+    const std::unique_lock guard(lock, std::try_to_lock);
+    if (!guard || !isEmpty(stale) || isEmpty(pictureRect))
         return;
     take(image, pictureRect);
     draw();

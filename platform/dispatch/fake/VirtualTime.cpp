@@ -18,6 +18,7 @@ struct VirtualTime::Agenda {
     Executor::TimerNumber lastNumber = 0;
     std::vector<std::string> laneNames;
     std::string running;
+    int unhurried = 0;
 
     Executor::TimerNumber add(int lane, Executor::TimePoint deadline, Task task) {
         entries.emplace(Place{std::max(deadline, now), ++lastNumber}, Entry{lane, std::move(task)});
@@ -57,6 +58,10 @@ class VirtualTime::Lane final : public Executor {
     }
 
     void post(Task task) override { callAt(agenda->now, std::move(task)); }
+    void postUnhurried(Task task) override {
+        ++agenda->unhurried;
+        post(std::move(task));
+    }
     [[nodiscard]] TimePoint now() const override { return agenda->now; }
     TimerNumber callAt(TimePoint deadline, Task task) override {
         return stopped ? 0 : agenda->add(number, deadline, std::move(task));
@@ -99,6 +104,10 @@ const std::string& VirtualTime::runningQueue() const {
 int VirtualTime::queuesMade(const std::string& label) const {
     const auto found = made.find(label);
     return found == made.end() ? 0 : found->second;
+}
+
+int VirtualTime::unhurriedPosts() const {
+    return agenda->unhurried;
 }
 
 std::shared_ptr<Executor> VirtualTime::makeSerial(const std::string& label, DispatchQoS) {

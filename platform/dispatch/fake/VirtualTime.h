@@ -29,6 +29,8 @@ class VirtualTime final : public ExecutorSource {
     [[nodiscard]] const std::string& runningQueue() const;
     /// How often a queue of this label was made.
     [[nodiscard]] int queuesMade(const std::string& label) const;
+    /// How many tasks were posted that would not have woken their queue. They run like all others here.
+    [[nodiscard]] int unhurriedPosts() const;
 
     std::shared_ptr<Executor> makeSerial(const std::string& label, DispatchQoS qos) override;
     std::shared_ptr<Executor> main() override;
