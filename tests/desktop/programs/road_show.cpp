@@ -18,6 +18,8 @@ namespace {
 
 using namespace mirrolet::harness;
 
+constexpr std::uint32_t ground = 0x3f5170;
+
 class RoadShow {
   public:
     explicit RoadShow(std::filesystem::path folder) : folder(std::move(folder)) {
@@ -68,31 +70,34 @@ class RoadShow {
         CallWindow::Options options;
         options.title = options.wmClass = options.wmInstance = "Background";
         options.type = "_NET_WM_WINDOW_TYPE_DESKTOP";
-        options.colour = "3f5170";
+        options.colour = "3f5170"; // As `ground`.
         options.x = options.y = 0;
         options.width = 1280;
         options.height = 800;
         return options;
     }
 
-    /// The window has drawn itself and stands still.
-    void settle(xcb_window_t window) {
-        const Box box = facts.box(window);
+    /// The prompt is seen, and stands still: it is of one colour at both sides, what lies behind it is not.
+    void settle(xcb_window_t prompt) {
+        const Box box = facts.box(prompt);
         Picture last;
-        require("the window is drawn", [&] {
+        require("the prompt is drawn", [&] {
             const Picture now = facts.screenshot(box);
-            const bool still = now == last && now.at(box.width / 2, box.height / 2) != 0;
+            const bool still =
+                now == last && now.at(20, box.height / 2) == now.at(box.width - 20, box.height / 2);
             last = now;
             return still;
         });
     }
 
-    /// The wall behind one of the two people of the scene is at a quarter of the panel's width.
+    /// The walls behind the two people of the scene are at either side of the panel. A compositing manager
+    /// shows a larger window some time after the server does: until then the ground is seen there.
     [[nodiscard]] bool showsPicture(xcb_window_t panel) const {
         const Box box = facts.box(panel);
         const Picture picture = facts.screenshot(box);
-        return picture.at(box.width / 8, box.height / 2) != 0 &&
-               picture.at(box.width / 8, box.height / 2) != picture.at(box.width * 7 / 8, box.height / 2);
+        const auto left = picture.at(box.width / 8, box.height / 2);
+        const auto right = picture.at(box.width * 7 / 8, box.height / 2);
+        return left != 0 && left != right && (right & 0xffffff) != ground;
     }
 
     void enlarge(xcb_window_t panel) {
