@@ -134,7 +134,6 @@ TEST_F(AppDelegateTest, TheShowHideShortcutHidesAndShowsTheSamePanel) {
 TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
     SettingsStore::shared().setStartMonitoringOnLaunch(false);
     launch();
-    SettingsStore::shared().setStartMonitoringOnLaunch(true);
     ASSERT_EQ(delegate->statusItem->menu()->items().size(), 6u);
     EXPECT_EQ(entry(0).title(), "Monitoring Paused");
     EXPECT_EQ(entry(1).title(), "PiP Frontmost Window");

@@ -24,9 +24,7 @@ class DesktopTest : public testing::Test {
         store.setPromptTimeout(15);
         store.setStartMonitoringOnLaunch(true);
         store.setPipAlwaysOnTop(true);
-        store.setPipCorner(PiPCorner::bottomRight);
         store.setShortcutKeyCode(35);
-        store.setShortcutModifiers(2304);
     }
     ~DesktopTest() override { platform::desktop::Desktop::setCurrent(nullptr); }
 

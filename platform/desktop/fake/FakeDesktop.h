@@ -32,8 +32,6 @@ class FakeDesktop final : public Desktop {
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
 
-    /// Whether the server can compose; if not, makePresenter() gives none.
-    void setComposes(bool composes) { canCompose = composes; }
     /// Of every presenter and panel window made so far, in this order.
     [[nodiscard]] const auto& presenters() const { return presenterRecords; }
     [[nodiscard]] const auto& panelWindows() const { return panelRecords; }
@@ -47,7 +45,6 @@ class FakeDesktop final : public Desktop {
     FakeWindowCapture theCapture;
     FakeHotKeys theHotKeys{noted};
     FakeWorkArea theWorkArea;
-    bool canCompose = true;
     std::vector<std::shared_ptr<PresenterRecord>> presenterRecords;
     std::vector<std::shared_ptr<PanelWindowRecord>> panelRecords;
 };

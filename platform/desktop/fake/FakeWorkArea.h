@@ -4,14 +4,10 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The same edges for whatever monitor.
+/// Nothing is reserved anywhere.
 class FakeWorkArea final : public WorkArea {
   public:
-    void setReserved(ReservedEdges newEdges) { edges = newEdges; }
-    [[nodiscard]] ReservedEdges reserved(PixelRect /*monitor*/) override { return edges; }
-
-  private:
-    ReservedEdges edges;
+    [[nodiscard]] ReservedEdges reserved(PixelRect /*monitor*/) override { return {}; }
 };
 
 } // namespace mirrolet::platform::desktop::fake
