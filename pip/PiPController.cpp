@@ -73,22 +73,20 @@ CGImageRef PiPController::captureFrame(const CGImageRef& last) {
                                 kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
     if (!image) {
         handleCaptureFailure();
-    } else if (last && (image == last || image->isShown())) {
-        // A window that did not change gives the same image, which is shown or on its way, and what changed
-        // in the panel's picture may be drawn already: no reason to wake the main thread. Not held, as nobody
-        // knows when this runs.
-        DispatchQueue::main().asyncUnhurried([weak = weak_from_this(), again = std::weak_ptr(image)] {
-            const auto controller = weak.lock();
-            const auto shown = again.lock();
-            if (controller && shown)
-                controller->deliver(shown);
-        });
-    } else {
-        DispatchQueue::main().async([weak = weak_from_this(), image] {
-            if (const auto controller = weak.lock())
-                controller->deliver(image);
-        });
+        return nullptr;
     }
+    const auto delivery = [weak = weak_from_this()](const CGImageRef& delivered) {
+        if (const auto controller = weak.lock(); controller && delivered)
+            controller->deliver(delivered);
+    };
+    // A window that did not change gives the same image, which is shown or on its way, and what changed in
+    // the panel's picture may be drawn already: no reason to wake the main thread. Nor to hold the image, as
+    // nobody knows when this runs.
+    if (last && (image == last || image->isShown()))
+        DispatchQueue::main().asyncUnhurried(
+            [delivery, again = std::weak_ptr(image)] { delivery(again.lock()); });
+    else
+        DispatchQueue::main().async([delivery, image] { delivery(image); });
     return image;
 }
 

@@ -188,7 +188,6 @@ void ViewWindowHost::hide() {
         panel->willHide();
     }
     window->setVisible(false);
-    leavePicture();
     if (panel)
         panel->didHide();
     tree.pressLost(); // The server tells a hidden window of no release.
@@ -209,7 +208,8 @@ bool ViewWindowHost::isVisible() const {
     return window->isVisible();
 }
 
-/// What is not seen is not to be drawn: a presenter goes on with a picture that changes.
+/// What is not seen, as the window is hidden or out of sight, is not to be drawn: a presenter goes on with a
+/// picture that changes.
 void ViewWindowHost::leavePicture() {
     pictureDirty = true;
     if (presenter && presentedSize != desktop::PixelSize{})

@@ -9,10 +9,9 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <atomic>
 #include <limits>
+#include <memory>
 #include <mutex>
-#include <tuple>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -61,24 +60,26 @@ class MainExecutor::Receiver final : public QObject {
 
   protected:
     bool event(QEvent* event) override {
-        // Qt's lock orders an event's making before its end, but the thread sanitizer cannot see that one.
-        std::ignore = eventsMade.load(std::memory_order_acquire);
-        if (event->type() != QEvent::User)
+        if (typeOf(*event) != QEvent::User)
             return QObject::event(event);
         runPosted();
         return true;
     }
 
   private:
-    // Lets go of the lock first: the main thread often runs at once, and would wait for it.
+    // Under the lock that it was made under: Qt's own is one that the thread sanitizer cannot see.
+    QEvent::Type typeOf(const QEvent& event) {
+        const std::lock_guard lock(mutex);
+        return event.type();
+    }
+
+    // Lets go of the lock before it posts: the main thread often runs at once, and would wait for it.
     void wake(std::unique_lock<std::mutex>& lock) {
-        const bool wasAwake = std::exchange(awake, true);
+        auto event = awake ? nullptr : std::make_unique<QEvent>(QEvent::User);
+        awake = true;
         lock.unlock();
-        if (wasAwake)
-            return;
-        auto* event = new QEvent(QEvent::User);
-        eventsMade.fetch_add(1, std::memory_order_release);
-        QCoreApplication::postEvent(this, event);
+        if (event)
+            QCoreApplication::postEvent(this, event.release());
     }
 
     void armFromAnyThread(std::unique_lock<std::mutex>& lock) {
@@ -143,7 +144,6 @@ class MainExecutor::Receiver final : public QObject {
     std::mutex mutex;
     TaskList tasks;
     bool awake = false;
-    std::atomic<unsigned> eventsMade = 0;
     QTimer timer;
 };
 

@@ -164,6 +164,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     EXPECT_EQ(presented().cornerRadius, 10);
 
     panel->orderOut();
+    settle();
     EXPECT_EQ(presented().picture, nullptr) << "nothing is drawn for what nobody sees";
     panel->orderFrontRegardless();
     settle();

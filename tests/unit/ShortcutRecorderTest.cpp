@@ -153,5 +153,13 @@ TEST_F(ShortcutRecorderTest, IsNamedInTheWordsOfThisKeyboard) {
     EXPECT_EQ(view->accessibilityLabel, "Ctrl+Shift+Space"); // nothing known of this key: the place's name
 }
 
+TEST_F(ShortcutRecorderTest, DrawsAnotherPictureWhileItRecords) {
+    const QImage idle = widget.grab().toImage();
+    click(widget);
+    EXPECT_NE(widget.grab().toImage(), idle);
+    click(widget);
+    EXPECT_EQ(widget.grab().toImage(), idle);
+}
+
 } // namespace
 } // namespace mirrolet

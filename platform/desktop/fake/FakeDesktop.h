@@ -7,7 +7,6 @@
 #include "platform/desktop/fake/FakePresenter.h"
 #include "platform/desktop/fake/FakeWindowCapture.h"
 #include "platform/desktop/fake/FakeWindowList.h"
-#include "platform/desktop/fake/FakeWorkArea.h"
 #include "platform/desktop/fake/Misuses.h"
 
 #include <memory>
@@ -27,7 +26,6 @@ class FakeDesktop final : public Desktop {
     FakeApplications& applications() override { return theApplications; }
     FakeWindowCapture& capture() override { return theCapture; }
     FakeHotKeys& hotKeys() override { return theHotKeys; }
-    FakeWorkArea& workArea() override { return theWorkArea; }
     [[nodiscard]] bool isComposited() const override { return true; }
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
@@ -44,7 +42,6 @@ class FakeDesktop final : public Desktop {
     FakeApplications theApplications;
     FakeWindowCapture theCapture;
     FakeHotKeys theHotKeys{noted};
-    FakeWorkArea theWorkArea;
     std::vector<std::shared_ptr<PresenterRecord>> presenterRecords;
     std::vector<std::shared_ptr<PanelWindowRecord>> panelRecords;
 };

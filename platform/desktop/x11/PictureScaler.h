@@ -23,10 +23,6 @@ class PictureScaler {
     /// The image to scale from now on (may be null), and the size to scale it to. Returns which part of the
     /// result is another one than before.
     PixelRect setImage(std::shared_ptr<const X11WindowImage> image, PixelSize size);
-    /// Whether the image is of the same content as the one that is scaled now, and older.
-    [[nodiscard]] bool isPast(const X11WindowImage& other) const {
-        return image && image->content() == other.content() && image->age() > other.age();
-    }
     /// Draws `part` of the result to a picture. The result's top-left corner lies at (left, top) there.
     void draw(xcb_render_picture_t destination, int left, int top, PixelRect part);
 

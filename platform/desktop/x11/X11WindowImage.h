@@ -28,6 +28,9 @@ class X11WindowImage final : public WindowImage {
     [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
     /// The content's age when the image was made.
     [[nodiscard]] std::uint64_t age() const { return theAge; }
+    [[nodiscard]] bool isOlderThan(const X11WindowImage& other) const {
+        return theContent == other.theContent && theAge < other.theAge;
+    }
 
   private:
     X11Connection& connection;

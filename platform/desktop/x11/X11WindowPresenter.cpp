@@ -75,12 +75,12 @@ void X11WindowPresenter::setBackground(std::uint32_t colour) {
 }
 
 void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect rect) {
-    const auto fromServer = std::dynamic_pointer_cast<const X11WindowImage>(image);
+    const auto onServer = std::dynamic_pointer_cast<const X11WindowImage>(image);
     {
         const std::lock_guard guard(lock);
-        take(std::move(image), rect);
+        take(onServer, rect);
     }
-    watch(fromServer ? fromServer->content() : nullptr);
+    watch(onServer ? onServer->content() : nullptr);
 }
 
 void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
@@ -103,17 +103,15 @@ void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image
     image->noteShown();
 }
 
-void X11WindowPresenter::take(std::shared_ptr<const WindowImage> image, PixelRect rect) {
+void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {
     const bool moved = std::exchange(pictureRect, rect) != rect;
-    const bool same = image == picture;
-    if (same && !moved)
+    // A newer one may have been shown while this one was on its way.
+    const bool isKnown = image == picture || (image && picture && image->isOlderThan(*picture));
+    if (isKnown && !moved)
         return;
-    auto drawn = isEmpty(rect) ? nullptr : std::dynamic_pointer_cast<const X11WindowImage>(image);
-    if (!moved && drawn && scaler.isPast(*drawn))
-        return; // A newer one was shown while this one was on its way.
     const bool cameOrWent = !image != !picture;
     picture = std::move(image);
-    const auto changed = scaler.setImage(std::move(drawn), {rect.width, rect.height});
+    const auto changed = scaler.setImage(isEmpty(rect) ? nullptr : picture, {rect.width, rect.height});
     if (moved || cameOrWent)
         stale = whole();
     else

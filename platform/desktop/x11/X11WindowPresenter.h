@@ -43,7 +43,7 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
 
     X11WindowPresenter(X11Connection& connection, RenderFormats formats, Target target);
     void show(const std::shared_ptr<const X11WindowImage>& image) override;
-    void take(std::shared_ptr<const WindowImage> image, PixelRect rect);
+    void take(std::shared_ptr<const X11WindowImage> image, PixelRect rect);
     void watch(std::shared_ptr<const WindowContent> content);
     void draw();
     [[nodiscard]] PixelRect whole() const { return {0, 0, canvas.size.width, canvas.size.height}; }
@@ -65,7 +65,7 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     Surface overlay; ///< Premultiplied. None before the first setOverlay().
     std::optional<RoundedCorners> corners;
     std::uint32_t background = 0xff000000;
-    std::shared_ptr<const WindowImage> picture;
+    std::shared_ptr<const X11WindowImage> picture;
     PixelRect pictureRect;
     PixelRect stale; ///< What present() has to draw.
 };
