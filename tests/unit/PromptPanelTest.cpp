@@ -133,21 +133,14 @@ TEST_F(PromptPanelTest, SaysWhatItOffersInPlainText) {
         const char* name;
         bool isLikelyCall;
         const char* title;
-        const char* explanation;
+        const char* what;
     };
-    const Case cases[] = {
-        {"WhatsApp", true, "Video Call Detected",
-         "Enable Picture-in-Picture to keep this WhatsApp call visible in a floating window while you use "
-         "other apps."},
-        {"Firefox", false, "Firefox Window Detected",
-         "Enable Picture-in-Picture to keep this Firefox window visible in a floating window while you use "
-         "other apps."},
-        {"<b>&amp;</b>", false, "<b>&amp;</b> Window Detected",
-         "Enable Picture-in-Picture to keep this <b>&amp;</b> window visible in a floating window while you "
-         "use other "
-         "apps."},
-    };
-    for (const auto& [name, isLikelyCall, title, explanation] : cases) {
+    for (const auto& [name, isLikelyCall, title, what] :
+         {Case{"WhatsApp", true, "Video Call Detected", "WhatsApp call"},
+          Case{"Firefox", false, "Firefox Window Detected", "Firefox window"},
+          Case{"<b>&amp;</b>", false, "<b>&amp;</b> Window Detected", "<b>&amp;</b> window"}}) {
+        const auto explanation = "Enable Picture-in-Picture to keep this " + std::string(what) +
+                                 " visible in a floating window while you use other apps.";
         makePanel(name, isLikelyCall);
         EXPECT_THAT(texts(), testing::ElementsAre(title, explanation));
         for (const auto* label : content().findChildren<QLabel*>())

@@ -88,13 +88,5 @@ TEST_F(SMAppServiceTest, AnEntryOfTheSystemIsOverriddenNotDeleted) {
     EXPECT_THAT(written(), HasSubstr("X-Delay=5"));
 }
 
-TEST_F(SMAppServiceTest, AFolderThatCannotBeWrittenIsAnErrorThatNamesIt) {
-    sandbox.write("config/autostart", "a file where the folder should be");
-    const auto error = service.registerService();
-    ASSERT_TRUE(error);
-    EXPECT_THAT(error->localizedDescription, HasSubstr(sandbox.folder() / ownFile));
-    EXPECT_EQ(service.status(), Status::notRegistered);
-}
-
 } // namespace
 } // namespace mirrolet

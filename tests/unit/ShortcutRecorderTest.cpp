@@ -59,35 +59,23 @@ TEST_F(ShortcutRecorderTest, RecordsTheFirstKeyWithAModifierByItsPlace) {
         bool goesOnRecording;
         std::vector<Shortcut> recorded;
     };
+    constexpr auto none = Qt::NoModifier;
+    constexpr auto shift = Qt::ShiftModifier, control = Qt::ControlModifier, option = Qt::AltModifier,
+                   command = Qt::MetaModifier;
     const Case cases[] = {
-        {"Option-Command-P", 25, Qt::Key_P, Qt::AltModifier | Qt::MetaModifier, false, {{35, 2304}}},
-        {"the same place on a Russian layout",
-         25,
-         0x417,
-         Qt::AltModifier | Qt::MetaModifier,
-         false,
-         {{35, 2304}}},
-        {"Shift alone is a modifier", 30, Qt::Key_A, Qt::ShiftModifier, false, {{0, 512}}},
-        {"a shifted digit is its key",
-         3,
-         Qt::Key_At,
-         Qt::ShiftModifier | Qt::ControlModifier,
-         false,
-         {{19, 4608}}},
-        {"all four",
-         57,
-         Qt::Key_Space,
-         Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier,
-         false,
-         {{49, 6912}}},
-        {"Tab with a modifier", 15, Qt::Key_Tab, Qt::ControlModifier, false, {{48, 4096}}},
-        {"a plain key", 25, Qt::Key_P, Qt::NoModifier, true, {}},
-        {"a plain Tab", 15, Qt::Key_Tab, Qt::NoModifier, true, {}},
+        {"Option-Command-P", 25, Qt::Key_P, option | command, false, {{35, 2304}}},
+        {"its place on a Russian layout", 25, 0x417, option | command, false, {{35, 2304}}},
+        {"Shift alone is a modifier", 30, Qt::Key_A, shift, false, {{0, 512}}},
+        {"a shifted digit is its key", 3, Qt::Key_At, shift | control, false, {{19, 4608}}},
+        {"all four", 57, Qt::Key_Space, shift | control | option | command, false, {{49, 6912}}},
+        {"Tab with a modifier", 15, Qt::Key_Tab, control, false, {{48, 4096}}},
+        {"a plain key", 25, Qt::Key_P, none, true, {}},
+        {"a plain Tab", 15, Qt::Key_Tab, none, true, {}},
         {"a key of the number pad alone", 79, Qt::Key_1, Qt::KeypadModifier, true, {}},
-        {"a modifier key alone", 56, Qt::Key_Alt, Qt::NoModifier, true, {}},
-        {"a modifier key on top of another", 56, Qt::Key_Alt, Qt::ControlModifier, true, {}},
-        {"Escape", 1, Qt::Key_Escape, Qt::NoModifier, false, {}},
-        {"Escape with a modifier", 1, Qt::Key_Escape, Qt::ControlModifier, false, {}},
+        {"a modifier key alone", 56, Qt::Key_Alt, none, true, {}},
+        {"a modifier key on top of another", 56, Qt::Key_Alt, control, true, {}},
+        {"Escape", 1, Qt::Key_Escape, none, false, {}},
+        {"Escape with a modifier", 1, Qt::Key_Escape, control, false, {}},
     };
     for (const auto& [what, evdevCode, key, modifiers, goesOnRecording, expected] : cases) {
         SCOPED_TRACE(what);

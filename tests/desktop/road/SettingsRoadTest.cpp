@@ -360,7 +360,7 @@ TEST_F(TheSettings, SayWhyTheLoginItemCannotBeHad) {
         click("check box", "Launch at login");
         const xcb_window_t alert = awaitWindow("Launch at Login");
         find("label", "Launch at Login");
-        EXPECT_THAT(find("dialog", "Launch at Login").description, testing::HasSubstr("autostart"));
+        EXPECT_THAT(find("dialog", "Launch at Login").description, HasSubstr(autostartFile().string()));
         const Element button = find("push button", "OK");
         if (std::string(answer) == "OK")
             click(button);
