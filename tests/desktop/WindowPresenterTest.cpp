@@ -109,10 +109,11 @@ TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
                         {{801, 603}, {1, 2, 3, 4}},      {{450, 339}, {640, 480, 2, 100}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.panel.width));
-        const auto window = makeWindow({100, 700, row.panel.width, row.panel.height}); // Beside the source.
+        // Beside the source, and with corners to be cut, which a part of the picture may touch.
+        const auto window = makeWindow({100, 700, row.panel.width, row.panel.height}, 32);
         const PixelRect whole{0, 0, row.panel.width, row.panel.height};
         const auto partly = x11::X11WindowPresenter::make(*connection, window);
-        partly->resize(row.panel, 0);
+        partly->resize(row.panel, 12);
         const auto before = capture->image(source);
         partly->setPicture(before, whole);
         partly->present();
@@ -124,7 +125,7 @@ TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
         EXPECT_NE(seen, earlier);
 
         const auto anew = x11::X11WindowPresenter::make(*connection, window);
-        anew->resize(row.panel, 0);
+        anew->resize(row.panel, 12);
         anew->setPicture(capture->image(source), whole);
         anew->present();
         EXPECT_EQ(pixelsOf(window, whole), seen);

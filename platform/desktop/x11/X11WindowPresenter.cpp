@@ -48,22 +48,19 @@ X11WindowPresenter::~X11WindowPresenter() {
 void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
     const std::lock_guard guard(lock);
     canvas = {};
-    cut = {};
     overlay = {};
     corners.reset();
     pictureRect = {};
     stale = {};
     if (size.width <= 0 || size.height <= 0 || size.width > largestPixmap || size.height > largestPixmap)
         return;
-    canvas = makeSurface(connection, size, 24, formats.opaque24);
-    if (target.depth != 24 || target.translucent)
-        cut = makeSurface(connection, size, target.depth, target.format);
+    canvas = makeSurface(connection, size, target.depth, target.format);
     if (target.translucent)
         corners.emplace(connection, formats, size, cornerRadius);
     // On the pixmap that it copies from: the window may be gone at any time, and would take it along.
     const std::uint32_t noExposures = 0;
     context = {connection, xcb_generate_id(connection.xcb())};
-    xcb_create_gc(connection.xcb(), context.id(), shown().pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
+    xcb_create_gc(connection.xcb(), context.id(), canvas.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
                   &noExposures);
     stale = whole();
 }
@@ -140,13 +137,12 @@ void X11WindowPresenter::draw() {
     if (isEmpty(part))
         return;
     drawCanvas(part);
-    if (cut.pixmap)
-        composite(XCB_RENDER_PICT_OP_SRC, canvas, cut, part);
     if (corners)
-        corners->cut(cut.picture.id(), part);
+        corners->cut(canvas.picture.id(), part);
     copyToWindow(part);
 }
 
+/// Every pixel of the part anew, and opaque: what was cut off the corners is there again.
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
     if (!picture || !contains(pictureRect, part)) {
         const auto area = toRectangle(part);
@@ -160,19 +156,19 @@ void X11WindowPresenter::drawCanvas(const PixelRect& part) {
         scaler.draw(canvas.picture.id(), pictureRect.x, pictureRect.y, shown);
     }
     if (overlay.pixmap)
-        composite(XCB_RENDER_PICT_OP_OVER, overlay, canvas, part);
+        layOver(part);
 }
 
-void X11WindowPresenter::composite(std::uint8_t operation, const Surface& from, const Surface& to,
-                                   const PixelRect& part) {
+void X11WindowPresenter::layOver(const PixelRect& part) {
     const auto area = toRectangle(part);
-    xcb_render_composite(connection.xcb(), operation, from.picture.id(), XCB_RENDER_PICTURE_NONE,
-                         to.picture.id(), area.x, area.y, 0, 0, area.x, area.y, area.width, area.height);
+    xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_OVER, overlay.picture.id(),
+                         XCB_RENDER_PICTURE_NONE, canvas.picture.id(), area.x, area.y, 0, 0, area.x, area.y,
+                         area.width, area.height);
 }
 
 void X11WindowPresenter::copyToWindow(const PixelRect& part) {
     const auto area = toRectangle(part);
-    xcb_copy_area(connection.xcb(), shown().pixmap.id(), target.window, context.id(), area.x, area.y, area.x,
+    xcb_copy_area(connection.xcb(), canvas.pixmap.id(), target.window, context.id(), area.x, area.y, area.x,
                   area.y, area.width, area.height);
     connection.flush();
 }

@@ -13,11 +13,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Composes with RENDER: an opaque canvas of background, picture and overlay; from it, where the window can
-/// be translucent, a copy with the corners cut; from that the window. All stay on the server from frame to
-/// frame, only what changed is drawn again, and nothing waits for a reply. A window that died in between
-/// makes it all go nowhere. What a capture finds to have changed in the picture is drawn there and then,
-/// unless the main thread is about to draw anyway.
+/// Composes with RENDER: a canvas of background, picture and overlay, whose corners are then cut where the
+/// window can be translucent; from it the window. It stays on the server from frame to frame, only what
+/// changed is drawn again, and nothing waits for a reply. A window that died in between makes it all go
+/// nowhere. What a capture finds to have changed in the picture is drawn there and then, unless the main
+/// thread is about to draw anyway.
 class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
   public:
     /// nullptr on a server without RENDER, and for a window that is gone. Waits for the server, this once.
@@ -47,9 +47,8 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     void watch(std::shared_ptr<const WindowContent> content);
     void draw();
     [[nodiscard]] PixelRect whole() const { return {0, 0, canvas.size.width, canvas.size.height}; }
-    [[nodiscard]] const Surface& shown() const { return cut.pixmap ? cut : canvas; }
-    void composite(std::uint8_t operation, const Surface& from, const Surface& to, const PixelRect& part);
     void drawCanvas(const PixelRect& part);
+    void layOver(const PixelRect& part);
     void copyToWindow(const PixelRect& part);
 
     X11Connection& connection;
@@ -60,8 +59,7 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     std::mutex lock; ///< Guards what follows. Not held while `watched` changes.
     ServerContext context;
     PictureScaler scaler;
-    Surface canvas;  ///< Opaque: background, picture, overlay.
-    Surface cut;     ///< With the window's depth and cut corners. None for an opaque window.
+    Surface canvas;  ///< Background, picture, overlay, with the window's depth and cut corners.
     Surface overlay; ///< Premultiplied. None before the first setOverlay().
     std::optional<RoundedCorners> corners;
     std::uint32_t background = 0xff000000;
