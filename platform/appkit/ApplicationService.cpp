@@ -49,6 +49,7 @@ void ApplicationService::Service::onCall(GDBusConnection*, const char*, const ch
 }
 
 void ApplicationService::Service::begin(GDBusConnection* bus) {
+    end();
     if (!bus)
         return;
     connection = bus;
@@ -73,7 +74,7 @@ void ApplicationService::Service::end() const {
 ApplicationService::ApplicationService(std::function<void()> activate)
     : service(std::make_shared<Service>()) {
     service->activate = std::move(activate);
-    SessionBus::shared().whenKnown([weak = std::weak_ptr(service)](GDBusConnection* connection) {
+    SessionBus::shared().follow([weak = std::weak_ptr(service)](GDBusConnection* connection) {
         if (const auto self = weak.lock())
             self->begin(connection);
     });
@@ -81,7 +82,7 @@ ApplicationService::ApplicationService(std::function<void()> activate)
 
 ApplicationService::~ApplicationService() {
     service->activate = nullptr;
-    SessionBus::shared().whenKnown([ended = std::move(service)](GDBusConnection*) { ended->end(); });
+    SessionBus::shared().run([ended = std::move(service)] { ended->end(); });
 }
 
 } // namespace mirrolet::platform

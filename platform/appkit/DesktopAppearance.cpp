@@ -90,7 +90,7 @@ bool darkenedHere = false;
 } // namespace
 
 void DesktopAppearance::follow() {
-    SessionBus::shared().whenKnown(ask);
+    SessionBus::shared().follow(ask);
 }
 
 void DesktopAppearance::setDark(bool dark) {

@@ -42,6 +42,7 @@ void StatusNotifierHosts::Watch::report(bool present) {
 }
 
 void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
+    end();
     connection = bus;
     if (!bus) {
         report(false);
@@ -102,7 +103,7 @@ void StatusNotifierHosts::Watch::onAnswer(GObject* connection, GAsyncResult* res
 StatusNotifierHosts::StatusNotifierHosts(std::function<void(bool)> changed)
     : watch(std::make_shared<Watch>()) {
     watch->changed = std::move(changed);
-    SessionBus::shared().whenKnown([weak = std::weak_ptr(watch)](GDBusConnection* connection) {
+    SessionBus::shared().follow([weak = std::weak_ptr(watch)](GDBusConnection* connection) {
         if (const auto self = weak.lock())
             self->begin(connection);
     });
@@ -110,7 +111,7 @@ StatusNotifierHosts::StatusNotifierHosts(std::function<void(bool)> changed)
 
 StatusNotifierHosts::~StatusNotifierHosts() {
     watch->changed = nullptr;
-    SessionBus::shared().whenKnown([ended = std::move(watch)](GDBusConnection*) { ended->end(); });
+    SessionBus::shared().run([ended = std::move(watch)] { ended->end(); });
 }
 
 } // namespace mirrolet::platform

@@ -18,8 +18,12 @@ class SessionBus {
     SessionBus& operator=(const SessionBus&) = delete;
 
     /// Runs the task on the bus's thread, whose own GLib context is the default one there: once the bus is
-    /// connected, or with nullptr once it is known that there is none. Never, if the bus hangs. Any thread.
-    void whenKnown(Task task);
+    /// connected, or with nullptr once it is known that there is none. Never, if the bus hangs. Once more
+    /// with each later connection: one that is lost closes, and is made anew as soon as the bus is back at
+    /// its place. The one before is still to be had then. For the rest of the process; any thread.
+    void follow(Task task);
+    /// On the bus's thread, after what was passed here before. Any thread.
+    void run(std::function<void()> task);
 
     /// Whether it is known by then if there is a bus: if not, it hangs. Not on the bus's own thread.
     [[nodiscard]] bool isKnown(std::chrono::milliseconds patience);

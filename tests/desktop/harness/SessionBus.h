@@ -17,11 +17,16 @@ class SessionBus {
 
     /// Without goodbye, to all that are on it.
     void kill() const { process->signal(SIGKILL); }
+    /// A new one at the same place.
+    void restart();
     [[nodiscard]] const std::string& address() const { return where; }
     [[nodiscard]] Environment with(Environment environment) const;
 
   private:
+    void start();
+
     Sandbox sandbox;
+    Environment environment;
     std::unique_ptr<ChildProcess> process;
     std::string where;
 };

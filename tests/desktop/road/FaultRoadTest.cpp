@@ -90,6 +90,8 @@ TEST_F(AMirror, OutlivesTheSessionBus) {
     open();
     bus.kill();
     expectAlive("without a session bus");
+    bus.restart();
+    expectAlive("with a new session bus");
     program->child().signal(SIGTERM);
     EXPECT_EQ(program->child().waitForExit(), 0);
 }
@@ -110,6 +112,33 @@ TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
     EXPECT_LT(wakeUpsPerSecond(), 3 * usual) << "the sixty polls that were missed are not made up for";
     expectAlive("after a pause");
 }
+
+#ifdef FAKETIME_LIBRARY
+/// Set by hand or over the network. Here the program alone has another wall clock.
+TEST_F(AMirror, DoesNotMindAClockThatJumps) {
+    const auto home = std::make_shared<Sandbox>();
+    const auto clock = home->write("clock", "+0");
+    program =
+        std::make_unique<Program>(&server, &bus,
+                                  Program::Options{.defaults = Program::defaults(R"("promptTimeout": 1)"),
+                                                   .environment = {{"LD_PRELOAD", FAKETIME_LIBRARY},
+                                                                   {"FAKETIME_TIMESTAMP_FILE", clock},
+                                                                   {"FAKETIME_NO_CACHE", "1"},
+                                                                   {"FAKETIME_DONT_FAKE_MONOTONIC", "1"}},
+                                                   .home = home});
+    call = showCall();
+    awaitPrompt();
+    home->write("clock", "-400d");
+    awaitNothing();
+    panel = openMirror(*call);
+    expectAlive("with an earlier clock");
+    home->write("clock", "+400d");
+    expectAlive("with a later clock");
+    home->write("clock", "-400d");
+    call.reset();
+    awaitNothing();
+}
+#endif
 
 TEST_F(AMirror, IsShownWhereNothingCanBeSaved) {
     const auto home = std::make_shared<Sandbox>();

@@ -88,6 +88,23 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
     require("the status icon with another registry", [&] { return host->icons() == 1; });
 }
 
+TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
+    for (int times = 0; times < 2; ++times) {
+        const StatusHost host(bus);
+        host.setPresent(true);
+        if (times == 0)
+            startQuiet();
+        require("the status icon", [&] { return host.icons() == 1; });
+        host.click();
+        awaitMenu();
+        keyboard.stroke({key::escape});
+        require("no menu", [this] { return !menuIsOpen(); });
+        if (times == 0)
+            bus.restart();
+    }
+    EXPECT_EQ(program->log(), "");
+}
+
 TEST_F(TheStatusItem, IsNotHeldUpByARegistryThatHangs) {
     const StatusHost host(bus);
     host.setPresent(true);
