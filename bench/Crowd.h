@@ -23,9 +23,7 @@ inline Crowd crowd(const harness::XServer& server, int count) {
         options.wmClass = "Editor";
         options.wmInstance = "editor";
         options.colour = "3f5170";
-        options.width = 300; // A server keeps the picture of each.
-        options.height = 200;
-        options.x = 10 * i % 1000;
+        options.place = {10 * i % 1000, 80, 300, 200}; // A server keeps the picture of each.
         windows.push_back(std::make_unique<harness::CallWindow>(server, options));
     }
     return windows;

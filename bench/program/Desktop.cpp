@@ -25,10 +25,7 @@ std::unique_ptr<Program> Desktop::start(double pollInterval) const {
 
 std::unique_ptr<CallWindow> Desktop::showCall(int framesPerSecond) const {
     CallWindow::Options options;
-    options.width = 1280;
-    options.height = 800;
-    options.x = 20;
-    options.y = 250;
+    options.place = {20, 250, 1280, 800};
     options.rate = framesPerSecond;
     return std::make_unique<CallWindow>(server, options);
 }

@@ -156,7 +156,7 @@ class PanelTest : public testing::TestWithParam<WindowManagerKind> {
         CallWindow::Options options;
         options.states = {"_NET_WM_STATE_FULLSCREEN"};
         if (GetParam() == WindowManagerKind::none)
-            options.width = 1280, options.height = 800, options.x = 0, options.y = 0;
+            options.place = {0, 0, 1280, 800};
         auto window = focusedWindow(options);
         require("the window fills the screen", [&] { return facts.box(window->window()).width == 1280; });
         return window;
@@ -323,8 +323,8 @@ TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
 
 TEST_P(PanelTest, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
     startManager();
-    const auto chosen = focusedWindow({.x = 700, .y = 300});
-    const auto owner = focusedWindow({.x = 60, .y = 300});
+    const auto chosen = focusedWindow({.place = {700, 300, 640, 400}});
+    const auto owner = focusedWindow({.place = {60, 300, 640, 400}});
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
     prompt.show();
     prompt.desktop->takeKeyboard();
@@ -395,7 +395,7 @@ TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
 }
 
 TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
-    const CallWindow wall(server, {.width = 1280, .height = 800, .x = 0, .y = 0, .colour = "ffffff"});
+    const CallWindow wall(server, {.place = {0, 0, 1280, 800}, .colour = "ffffff"});
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.desktop->setCorners({200, 120}, 10);
     panel.desktop->setShadow({0.25, 18, 6});

@@ -14,20 +14,21 @@ namespace {
 constexpr std::string_view announcement = "window ";
 
 std::vector<std::string> commandFor(const CallWindow::Options& options) {
-    std::vector<std::string> command{CALL_WINDOW_PROGRAM,
-                                     "--title",
-                                     options.title,
-                                     "--class",
-                                     options.wmClass,
-                                     "--instance",
-                                     options.wmInstance,
-                                     "--geometry",
-                                     std::to_string(options.width) + "x" + std::to_string(options.height) +
-                                         "+" + std::to_string(options.x) + "+" + std::to_string(options.y),
-                                     "--rate",
-                                     std::to_string(options.rate),
-                                     "--border",
-                                     std::to_string(options.border)};
+    std::vector<std::string> command{
+        CALL_WINDOW_PROGRAM,
+        "--title",
+        options.title,
+        "--class",
+        options.wmClass,
+        "--instance",
+        options.wmInstance,
+        "--geometry",
+        std::to_string(options.place.width) + "x" + std::to_string(options.place.height) + "+" +
+            std::to_string(options.place.x) + "+" + std::to_string(options.place.y),
+        "--rate",
+        std::to_string(options.rate),
+        "--border",
+        std::to_string(options.border)};
     const auto add = [&](const char* name, const std::string& value) {
         if (value.empty())
             return;

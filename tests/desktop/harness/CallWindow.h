@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/WindowFacts.h"
 
 #include <xcb/xcb.h>
 
@@ -19,10 +20,7 @@ class CallWindow {
         std::string title = "Video call";
         std::string wmClass = "WhatsApp";
         std::string wmInstance = "whatsapp";
-        int width = 640;
-        int height = 400;
-        int x = 60;
-        int y = 80;
+        Box place{60, 80, 640, 400};
         int rate = 0;            ///< Frames a second; 0 paints once and stands still.
         int border = 0;          ///< X border width, which the window itself does not hold.
         int alpha = -1;          ///< 0 to 255: a 32-bit window with this alpha everywhere.

@@ -46,9 +46,9 @@ void SessionBus::restart() {
     start();
 }
 
-Environment SessionBus::with(Environment environment) const {
-    environment["DBUS_SESSION_BUS_ADDRESS"] = where;
-    return environment;
+Environment SessionBus::with(Environment others) const {
+    others["DBUS_SESSION_BUS_ADDRESS"] = where;
+    return others;
 }
 
 } // namespace mirrolet::harness

@@ -20,7 +20,7 @@ class SessionBus {
     /// A new one at the same place.
     void restart();
     [[nodiscard]] const std::string& address() const { return where; }
-    [[nodiscard]] Environment with(Environment environment) const;
+    [[nodiscard]] Environment with(Environment others) const;
 
   private:
     void start();

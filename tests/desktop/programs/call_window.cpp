@@ -32,6 +32,11 @@ struct Options {
 
 std::optional<Options> parse(const std::vector<std::string>& arguments) {
     Options options;
+    const std::map<std::string, std::string*> texts{
+        {"--title", &options.title}, {"--class", &options.wmClass},         {"--instance", &options.instance},
+        {"--type", &options.type},   {"--frame-extents", &options.extents}, {"--colour", &options.colour}};
+    const std::map<std::string, int*> numbers{
+        {"--rate", &options.rate}, {"--border", &options.border}, {"--alpha", &options.alpha}};
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& name = arguments[i];
         if (name == "--override-redirect") {
@@ -41,30 +46,15 @@ std::optional<Options> parse(const std::vector<std::string>& arguments) {
         if (i + 1 == arguments.size())
             return std::nullopt;
         const std::string& value = arguments[++i];
-        if (name == "--title")
-            options.title = value;
-        else if (name == "--class")
-            options.wmClass = value;
-        else if (name == "--instance")
-            options.instance = value;
-        else if (name == "--type")
-            options.type = value;
-        else if (name == "--frame-extents")
-            options.extents = value;
-        else if (name == "--colour")
-            options.colour = value;
+        if (const auto text = texts.find(name); text != texts.end())
+            *text->second = value;
+        else if (const auto number = numbers.find(name); number != numbers.end())
+            *number->second = std::stoi(value);
         else if (name == "--state")
             options.states.push_back(value);
-        else if (name == "--rate")
-            options.rate = std::stoi(value);
-        else if (name == "--border")
-            options.border = std::stoi(value);
-        else if (name == "--alpha")
-            options.alpha = std::stoi(value);
-        else if (name == "--geometry") {
-            char ignored = 0;
+        else if (char ignored = 0; name == "--geometry")
             std::istringstream(value) >> options.width >> ignored >> options.height >> options.x >> options.y;
-        } else
+        else
             return std::nullopt;
     }
     return options;
@@ -247,7 +237,7 @@ class Window {
     std::map<std::string, xcb_atom_t> atoms;
 };
 
-/// What is seen: two people, a bar that moves and the number of the frame.
+/// What is seen: two people, and a bar that moves with each frame.
 class Scene {
   public:
     explicit Scene(const std::string& colour) { setPlain(colour); }
@@ -293,37 +283,6 @@ class Scene {
         window.disc(0x3a424d, w / 2 - size * 2, line, size, size);
         window.disc(0x3a424d, w / 2 + size, line, size, size);
         window.fill(0x35c46a, static_cast<int>(frame * 4 % static_cast<unsigned>(w)), h - 6, w / 10, 6);
-        counter(window, w / 40, line, size);
-    }
-
-    /// Five digits of seven segments.
-    void counter(Window& window, int x, int y, int size) const {
-        std::string digits = std::to_string(frame % 100000);
-        digits.insert(0, 5 - digits.size(), '0');
-        for (const char digit : digits) {
-            segments(window, digit - '0', x, y, size * 2 / 5, size);
-            x += size * 3 / 5;
-        }
-    }
-
-    static void segments(Window& window, int digit, int x, int y, int w, int h) {
-        // Top, upper left, upper right, middle, lower left, lower right, bottom.
-        static constexpr std::array<std::uint8_t, 10> lit{0b1110111, 0b0010010, 0b1011101, 0b1011011,
-                                                          0b0111010, 0b1101011, 0b1101111, 0b1010010,
-                                                          0b1111111, 0b1111011};
-        const int t = std::max(1, h / 8);
-        const std::array<xcb_rectangle_t, 7> places{
-            {{0, 0, std::uint16_t(w), std::uint16_t(t)},
-             {0, 0, std::uint16_t(t), std::uint16_t(h / 2)},
-             {std::int16_t(w - t), 0, std::uint16_t(t), std::uint16_t(h / 2)},
-             {0, std::int16_t(h / 2 - t / 2), std::uint16_t(w), std::uint16_t(t)},
-             {0, std::int16_t(h / 2), std::uint16_t(t), std::uint16_t(h / 2)},
-             {std::int16_t(w - t), std::int16_t(h / 2), std::uint16_t(t), std::uint16_t(h / 2)},
-             {0, std::int16_t(h - t), std::uint16_t(w), std::uint16_t(t)}}};
-        for (std::size_t i = 0; i < places.size(); ++i)
-            if ((lit.at(std::size_t(digit)) >> (6 - i) & 1) != 0)
-                window.fill(0xe8ecf0, x + places.at(i).x, y + places.at(i).y, places.at(i).width,
-                            places.at(i).height);
     }
 
     unsigned frame = 0;

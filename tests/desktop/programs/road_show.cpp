@@ -57,10 +57,7 @@ class RoadShow {
   private:
     static CallWindow::Options callOptions() {
         CallWindow::Options options;
-        options.width = 720;
-        options.height = 450;
-        options.x = 90;
-        options.y = 90;
+        options.place = {90, 90, 720, 450};
         options.rate = 30;
         return options;
     }
@@ -71,9 +68,7 @@ class RoadShow {
         options.title = options.wmClass = options.wmInstance = "Background";
         options.type = "_NET_WM_WINDOW_TYPE_DESKTOP";
         options.colour = "3f5170"; // As `ground`.
-        options.x = options.y = 0;
-        options.width = 1280;
-        options.height = 800;
+        options.place = {0, 0, 1280, 800};
         return options;
     }
 

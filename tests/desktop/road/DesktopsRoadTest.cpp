@@ -55,7 +55,7 @@ class EveryDesktop : public RoadTest, public testing::WithParamInterface<WindowM
         CallWindow::Options options{.title = "Slides", .wmClass = "Slides", .colour = colourName(green)};
         options.states = {"_NET_WM_STATE_FULLSCREEN"};
         if (GetParam() == WindowManagerKind::none)
-            options.width = 1280, options.height = 800, options.x = 0, options.y = 0;
+            options.place = {0, 0, 1280, 800};
         auto window = std::make_unique<CallWindow>(server, options);
         giveKeyboard(*window);
         require("the window fills the screen", [&] {
@@ -110,10 +110,7 @@ TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
     // A dialog, so that it floats under managers that tile.
     const CallWindow notes(server, {.title = "Notes",
                                     .wmClass = "Editor",
-                                    .width = 1270,
-                                    .height = 780,
-                                    .x = 0,
-                                    .y = 0,
+                                    .place = {0, 0, 1270, 780},
                                     .type = "_NET_WM_WINDOW_TYPE_DIALOG"});
     giveKeyboard(notes);
     auto call = showCall(); // Some managers give it the keyboard.
@@ -180,7 +177,7 @@ TEST_P(EveryDesktop, CarriesAMirrorAmongOrdinaryWindows) {
     hideAndShow(5);
     note("hidden and shown by its shortcut", isAsItShould);
     if (GetParam() != WindowManagerKind::i3) { // Tiles the others and keeps every floating window above them.
-        const auto other = showWindow({.title = "Notes", .wmClass = "Editor", .width = 1200, .height = 700});
+        const auto other = showWindow({.title = "Notes", .wmClass = "Editor", .place = {60, 80, 1200, 700}});
         EXPECT_TRUE(waitUntil([&] { return facts.isAbove(other->window(), *panel()); }));
     }
     switchToDesktop(1);
@@ -241,10 +238,7 @@ TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
     const auto call = showCall();
     const CallWindow dock(server, {.title = "Dock",
                                    .wmClass = "Dock",
-                                   .width = 800,
-                                   .height = 40,
-                                   .x = 480,
-                                   .y = 660,
+                                   .place = {480, 660, 800, 40},
                                    .type = "_NET_WM_WINDOW_TYPE_DOCK"});
     const std::uint32_t strut[] = {0, 0, 0, 140, 0, 0, 0, 0, 0, 0, 480, 1279};
     xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, dock.window(),

@@ -66,9 +66,7 @@ TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
     // A plain colour of the root window is not shown by a compositing manager.
     CallWindow::Options everywhere;
     everywhere.colour = colourName(orange);
-    everywhere.width = 1280;
-    everywhere.height = 800;
-    everywhere.x = everywhere.y = 0;
+    everywhere.place = {0, 0, 1280, 800};
     everywhere.overrideRedirect = true;
     const CallWindow ground(server, everywhere);
     startQuiet();

@@ -84,9 +84,7 @@ std::unique_ptr<CallWindow> RoadTest::showWindow(const CallWindow::Options& opti
 std::unique_ptr<CallWindow> RoadTest::showCall(std::uint32_t colour) {
     CallWindow::Options options;
     options.colour = colourName(colour);
-    // As broad as high, so that it fills the panel.
-    options.width = 400;
-    options.height = 400;
+    options.place = {60, 80, 400, 400}; // As broad as high, so that it fills the panel.
     return std::make_unique<CallWindow>(server, options);
 }
 

@@ -107,10 +107,7 @@ TEST_P(DISABLED_Screenshots, OfACall) {
     const CallWindow ground(server, {.title = "Ground",
                                      .wmClass = "Ground",
                                      .wmInstance = "ground",
-                                     .width = 2560,
-                                     .height = 1600,
-                                     .x = 0,
-                                     .y = 0,
+                                     .place = {0, 0, 2560, 1600},
                                      .colour = GetParam().dark ? "20262e" : "5b7290",
                                      .type = "_NET_WM_WINDOW_TYPE_DESKTOP"});
     program = std::make_unique<Program>(

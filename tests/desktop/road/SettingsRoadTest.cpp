@@ -21,7 +21,7 @@ class TheSettings : public SettingsRoad {
     /// The settings window stays behind it.
     std::unique_ptr<CallWindow> showWindowOf(const std::string& application, std::uint32_t colour) {
         return showWindow(
-            {.wmClass = application, .width = 400, .height = 400, .colour = colourName(colour)});
+            {.wmClass = application, .place = {60, 80, 400, 400}, .colour = colourName(colour)});
     }
 
     /// Another window when its place among the others has changed.
@@ -185,7 +185,7 @@ TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     require("the letter is there again", shows("m"));
     EXPECT_FALSE(seek("list item", "Beta"));
 
-    const auto cover = showWindow({.width = 900, .height = 700});
+    const auto cover = showWindow({.place = {60, 80, 900, 700}});
     commands.minimize(titled("Mirrolet Settings").value_or(window)); // Closing may have made it another one.
     require("the window is minimized", [this] { return !titled("Mirrolet Settings"); });
     EXPECT_EQ(startOnceMore(), 0);
@@ -291,7 +291,7 @@ TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
 TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
     openSettings(R"("pollInterval": 600)");
     const auto call = std::make_unique<CallWindow>(
-        server, CallWindow::Options{.wmClass = "Alpha", .width = 300, .height = 300, .x = 860, .y = 300});
+        server, CallWindow::Options{.wmClass = "Alpha", .place = {860, 300, 300, 300}});
     EXPECT_TRUE(holdsFor([this] { return !program->prompt(facts); }, std::chrono::milliseconds(400)));
     choosePage("PiP");
     click("list item", "Alpha");
@@ -304,7 +304,7 @@ TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
     require("the mirror is shown", [this] { return mirror().has_value(); });
 
     // Across the mirror's corner of the screen, and beside the settings.
-    const auto cover = showWindow({.wmClass = "Mail", .width = 380, .height = 380, .x = 890, .y = 400});
+    const auto cover = showWindow({.wmClass = "Mail", .place = {890, 400, 380, 380}});
     commands.activate(cover->window());
     EXPECT_TRUE(facts.isAbove(*mirror(), cover->window()));
     choosePage("PiP");

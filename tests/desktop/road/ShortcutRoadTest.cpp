@@ -72,8 +72,8 @@ TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
 TEST_F(Shortcuts, MirrorTheLargestWindowOfTheFrontmostApplication) {
     startQuiet();
     const auto other =
-        showWindow({.title = "Mail", .wmClass = "Mail", .width = 900, .height = 600, .colour = "20a040"});
-    const auto call = showWindow({.width = 300, .height = 300, .colour = colourName(blue)});
+        showWindow({.title = "Mail", .wmClass = "Mail", .place = {60, 80, 900, 600}, .colour = "20a040"});
+    const auto call = showWindow({.place = {60, 80, 300, 300}, .colour = colourName(blue)});
     pressFrontmostShortcut();
     awaitColour(awaitPanel(), blue);
     pressFrontmostShortcut();

@@ -18,8 +18,7 @@ class ASource : public RoadTest {
 };
 
 TEST_F(ASource, IsMirroredWhileItIsCovered) {
-    const auto cover =
-        showWindow({.title = "Notes", .wmClass = "Editor", .width = 900, .height = 600, .x = 10, .y = 10});
+    const auto cover = showWindow({.title = "Notes", .wmClass = "Editor", .place = {10, 10, 900, 600}});
     require("the source is covered", [&] { return facts.isAbove(cover->window(), call->window()); });
     call->tell("colour " + colourName(green));
     awaitColour(panel, green);
