@@ -30,7 +30,7 @@ struct ApplicationService::Service : std::enable_shared_from_this<Service> {
     guint ownedName = 0;
 
     void begin(GDBusConnection* bus);
-    void end() const;
+    void end();
     static void onCall(GDBusConnection*, const char*, const char*, const char*, const char* method, GVariant*,
                        GDBusMethodInvocation* call, gpointer data);
 };
@@ -64,11 +64,11 @@ void ApplicationService::Service::begin(GDBusConnection* bus) {
                                              nullptr, nullptr);
 }
 
-void ApplicationService::Service::end() const {
-    if (ownedName)
-        g_bus_unown_name(ownedName);
-    if (object)
-        g_dbus_connection_unregister_object(connection, object);
+void ApplicationService::Service::end() {
+    if (const auto owned = std::exchange(ownedName, 0))
+        g_bus_unown_name(owned);
+    if (const auto registered = std::exchange(object, 0))
+        g_dbus_connection_unregister_object(connection, registered);
 }
 
 ApplicationService::ApplicationService(std::function<void()> activate)

@@ -22,7 +22,7 @@ struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
     guint signalWatch = 0;
 
     void begin(GDBusConnection* bus);
-    void end() const;
+    void end();
     void ask();
     void report(bool present);
 
@@ -69,11 +69,11 @@ void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
         hold(shared_from_this()), drop);
 }
 
-void StatusNotifierHosts::Watch::end() const {
-    if (nameWatch)
-        g_bus_unwatch_name(nameWatch);
-    if (signalWatch)
-        g_dbus_connection_signal_unsubscribe(connection, signalWatch);
+void StatusNotifierHosts::Watch::end() {
+    if (const auto number = std::exchange(nameWatch, 0))
+        g_bus_unwatch_name(number);
+    if (const auto number = std::exchange(signalWatch, 0))
+        g_dbus_connection_signal_unsubscribe(connection, number);
 }
 
 void StatusNotifierHosts::Watch::ask() {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <condition_variable>
 #include <cstdlib>
+#include <deque>
 #include <mutex>
 #include <pthread.h>
 #include <thread>
@@ -15,69 +16,111 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr guint firstPause =
-    1; ///< Seconds, until a lost bus is looked for again; then twice as long each time.
+constexpr guint firstPause = 1; ///< Seconds. Doubled with each try.
 constexpr guint longestPause = 32;
 constexpr auto asClient = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+
+/// nullptr as well if it has closed again already.
+GDBusConnection* opened(GAsyncResult* result) {
+    auto* connection = g_dbus_connection_new_for_address_finish(result, nullptr);
+    if (connection && g_dbus_connection_is_closed(connection))
+        g_clear_object(&connection);
+    return connection;
+}
 
 } // namespace
 
 // Used on the bus's thread only, but for what the lock guards.
 struct SessionBus::State {
     GMainContext* context = g_main_context_new();
-    char* address = nullptr; ///< None: there is no bus.
+    const char* address = nullptr; ///< None: there is no bus.
     GDBusConnection* connection = nullptr;
     std::vector<Task> followers;
     guint pause = firstPause;
 
     std::mutex lock;
     std::condition_variable answered;
-    bool known = false;
+    bool known = false; ///< Set by the bus's thread.
+    std::deque<std::function<void()>> posted;
 
     void run();
-    void begin(GDBusConnection* opened);
-    void use(GDBusConnection* opened);
+    void post(std::function<void()> task);
+    void attach(GSource* source, GSourceFunc task);
+    void runPosted();
+    void beginAt(const char* place);
+    void begin(GDBusConnection* first);
+    void use(GDBusConnection* next);
     void connect(GAsyncReadyCallback done);
     void connectLater();
-    void post(std::function<void()> task, guint seconds = 0) const;
+    static void connectedAgain(GObject*, GAsyncResult* result, gpointer data);
+    static State* from(gpointer data) { return static_cast<State*>(data); }
 };
 
 void SessionBus::State::run() {
     g_main_context_push_thread_default(context);
-    address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-    if (address)
-        connect([](GObject*, GAsyncResult* result, gpointer state) {
-            static_cast<State*>(state)->begin(g_dbus_connection_new_for_address_finish(result, nullptr));
-        });
-    else
-        begin(nullptr);
     g_main_loop_run(g_main_loop_new(context, FALSE));
 }
 
+/// What is handed over goes through a lock of ours: sanitizers see none of GLib's.
+void SessionBus::State::post(std::function<void()> task) {
+    {
+        const std::lock_guard guard(lock);
+        posted.push_back(std::move(task));
+    }
+    attach(g_idle_source_new(), [](gpointer data) -> gboolean {
+        from(data)->runPosted();
+        return G_SOURCE_REMOVE;
+    });
+}
+
+void SessionBus::State::attach(GSource* source, GSourceFunc task) {
+    g_source_set_priority(source, G_PRIORITY_DEFAULT);
+    g_source_set_callback(source, task, this, nullptr);
+    g_source_attach(source, context);
+    g_source_unref(source);
+}
+
+void SessionBus::State::runPosted() {
+    std::deque<std::function<void()>> tasks;
+    {
+        const std::lock_guard guard(lock);
+        tasks.swap(posted);
+    }
+    for (const auto& task : tasks)
+        task();
+}
+
+void SessionBus::State::beginAt(const char* place) {
+    address = place;
+    if (address)
+        connect([](GObject*, GAsyncResult* result, gpointer data) { from(data)->begin(opened(result)); });
+    else
+        begin(nullptr);
+}
+
 /// The first answer counts: a bus that answers after it was given up is not used.
-void SessionBus::State::begin(GDBusConnection* opened) {
+void SessionBus::State::begin(GDBusConnection* first) {
     {
         const std::lock_guard guard(lock);
         if (std::exchange(known, true)) {
-            g_clear_object(&opened);
+            g_clear_object(&first);
             return;
         }
     }
     answered.notify_all();
-    use(opened);
+    use(first);
 }
 
-void SessionBus::State::use(GDBusConnection* opened) {
-    auto* before = std::exchange(connection, opened);
-    if (opened)
-        g_signal_connect(opened, "closed",
-                         G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer state) {
-                             static_cast<State*>(state)->connectLater();
+void SessionBus::State::use(GDBusConnection* next) {
+    auto* before = std::exchange(connection, next);
+    if (next)
+        g_signal_connect(next, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer data) {
+                             from(data)->connectLater();
                          }),
                          this);
     for (const auto& task : followers)
-        task(opened);
+        task(next);
     g_clear_object(&before); // Not sooner: followers end what they had there.
 }
 
@@ -88,32 +131,20 @@ void SessionBus::State::connect(GAsyncReadyCallback done) {
 /// Who restarts the bus starts it at the same place. Nothing tells when.
 void SessionBus::State::connectLater() {
     const auto seconds = std::exchange(pause, std::min(2 * pause, longestPause));
-    const auto done = [](GObject*, GAsyncResult* result, gpointer data) {
-        auto* state = static_cast<State*>(data);
-        auto* opened = g_dbus_connection_new_for_address_finish(result, nullptr);
-        if (!opened) {
-            state->connectLater();
-            return;
-        }
-        state->pause = firstPause;
-        state->use(opened);
-    };
-    post([this, done] { connect(done); }, seconds);
+    attach(g_timeout_source_new_seconds(seconds), [](gpointer data) -> gboolean {
+        from(data)->connect(connectedAgain);
+        return G_SOURCE_REMOVE;
+    });
 }
 
-void SessionBus::State::post(std::function<void()> task, guint seconds) const {
-    GSource* source = seconds == 0 ? g_idle_source_new() : g_timeout_source_new_seconds(seconds);
-    g_source_set_priority(source, G_PRIORITY_DEFAULT);
-    g_source_set_callback(
-        source,
-        [](gpointer data) -> gboolean {
-            (*static_cast<std::function<void()>*>(data))();
-            return G_SOURCE_REMOVE;
-        },
-        new std::function<void()>(std::move(task)),
-        [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
-    g_source_attach(source, context);
-    g_source_unref(source);
+void SessionBus::State::connectedAgain(GObject*, GAsyncResult* result, gpointer data) {
+    auto* next = opened(result);
+    if (!next) {
+        from(data)->connectLater();
+        return;
+    }
+    from(data)->pause = firstPause;
+    from(data)->use(next);
 }
 
 SessionBus& SessionBus::shared() {
@@ -126,12 +157,17 @@ SessionBus::SessionBus() : state(new State) {
         pthread_setname_np(pthread_self(), "sessionBus");
         state->run();
     }).detach();
+    // Where no address is set this may start a program and wait for it.
+    std::thread([state = state] {
+        const char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+        state->post([state, address] { state->beginAt(address); });
+    }).detach();
 }
 
 void SessionBus::follow(Task task) {
     state->post([state = state, task = std::move(task)] {
         state->followers.push_back(task);
-        if (state->known) // Set on this thread only.
+        if (state->known)
             task(state->connection);
     });
 }

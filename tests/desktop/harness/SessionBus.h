@@ -19,7 +19,6 @@ class SessionBus {
     void kill() const { process->signal(SIGKILL); }
     /// A new one at the same place.
     void restart();
-    [[nodiscard]] const std::string& address() const { return where; }
     [[nodiscard]] Environment with(Environment others) const;
 
   private:

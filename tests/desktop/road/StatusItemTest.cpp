@@ -102,6 +102,11 @@ TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
         if (times == 0)
             bus.restart();
     }
+    const ChildProcess launcher(
+        {.command = {"gdbus", "call", "--session", "--dest", "app.mirrolet.Mirrolet", "--object-path",
+                     "/app/mirrolet/Mirrolet", "--method", "org.freedesktop.Application.Activate", "{}"},
+         .environment = bus.with(program->home()->environment())});
+    require("the settings, asked for over the new bus", [this] { return !program->windows(facts).empty(); });
     EXPECT_EQ(program->log(), "");
 }
 
