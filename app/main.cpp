@@ -3,6 +3,7 @@
 #include "platform/appkit/SingleInstance.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/x11/X11Desktop.h"
+#include "platform/dispatch/ThreadExecutor.h"
 #include "platform/foundation/NSLog.h"
 
 #include <cstdlib>
@@ -61,6 +62,7 @@ int main(int /*argc*/, char** argv) {
         NSApplication application(arguments, argv);
         instance.setOnActivate([&application] { application.reopen(); });
         status = runApplication<MirroletApp>();
+        dispatch::ThreadExecutor::awaitTasks(); // A last look at the windows may go on.
     }
     desktop::Desktop::setCurrent(nullptr);
     return status;

@@ -2,6 +2,7 @@
 
 #include "platform/dispatch/TaskList.h"
 
+#include <condition_variable>
 #include <ctime>
 #include <mutex>
 #include <optional>
@@ -75,6 +76,28 @@ struct ThreadExecutor::State {
     bool waiting = false;
 };
 
+namespace {
+
+/// How many threads are at a task.
+struct AtWork {
+    std::mutex lock;
+    std::condition_variable fewer;
+    int count = 0;
+
+    static AtWork& shared() {
+        static auto& shared = *new AtWork; // Never destroyed: threads come here until the process ends.
+        return shared;
+    }
+    void add(int change) {
+        const std::lock_guard guard(lock);
+        count += change;
+        if (change < 0)
+            fewer.notify_all();
+    }
+};
+
+} // namespace
+
 ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
     thread = std::thread([state = state, name = threadName(label)] {
         pthread_setname_np(pthread_self(), name.c_str());
@@ -87,8 +110,17 @@ ThreadExecutor::~ThreadExecutor() {
 }
 
 void ThreadExecutor::run(const std::shared_ptr<State>& state) {
-    while (auto task = state->next())
-        task();
+    while (auto task = state->next()) {
+        AtWork::shared().add(1);
+        std::exchange(task, nullptr)(); // And lets it go, with what it keeps.
+        AtWork::shared().add(-1);
+    }
+}
+
+void ThreadExecutor::awaitTasks() {
+    auto& atWork = AtWork::shared();
+    std::unique_lock guard(atWork.lock);
+    atWork.fewer.wait(guard, [&] { return atWork.count == 0; });
 }
 
 void ThreadExecutor::post(Task task) {

@@ -20,6 +20,10 @@ class ThreadExecutor final : public Executor {
     void cancel(TimerNumber number) override;
     void shutDown() override;
 
+    /// Returns when no thread runs a task. At the end of the program, once nobody posts any more: a task may
+    /// be what keeps its queue, which then ends behind everybody's back. Not within a task.
+    static void awaitTasks();
+
   private:
     struct State;
     static void run(const std::shared_ptr<State>& state);

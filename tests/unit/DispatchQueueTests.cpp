@@ -1,6 +1,7 @@
 #include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/DispatchSourceTimer.h"
 #include "platform/dispatch/Executor.h"
+#include "platform/dispatch/ThreadExecutor.h"
 #include "platform/dispatch/fake/VirtualTime.h"
 #include "platform/foundation/NSTimer.h"
 
@@ -43,6 +44,23 @@ void drain(DispatchQueue& queue) {
     std::promise<void> done;
     queue.async([&done] { done.set_value(); });
     ASSERT_EQ(done.get_future().wait_for(deadline), std::future_status::ready);
+}
+
+TEST(SerialQueue, MayBeLetGoByItsOwnTaskWhichCanBeAwaited) {
+    auto queue = std::make_shared<DispatchQueue>("own task");
+    std::promise<void> begun;
+    bool ended = false;
+    const std::weak_ptr<DispatchQueue> seen = queue;
+    queue->async([&begun, &ended, kept = queue] {
+        begun.set_value();
+        std::this_thread::sleep_for(50ms);
+        ended = true;
+    });
+    queue.reset();
+    begun.get_future().wait();
+    dispatch::ThreadExecutor::awaitTasks();
+    EXPECT_TRUE(ended);
+    EXPECT_TRUE(seen.expired());
 }
 
 TEST(SerialQueue, RunsOneTaskAtATimeInOrderOnAThreadOfItsName) {

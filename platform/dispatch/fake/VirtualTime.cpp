@@ -1,6 +1,7 @@
 #include "platform/dispatch/fake/VirtualTime.h"
 
-#include <optional>
+#include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -13,6 +14,7 @@ struct VirtualTime::Agenda {
     };
     using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
 
+    std::mutex lock; ///< Guards the next three: the session bus posts from its own thread.
     Executor::TimePoint now{std::chrono::hours(1)};
     std::map<Place, Entry> entries;
     Executor::TimerNumber lastNumber = 0;
@@ -21,12 +23,14 @@ struct VirtualTime::Agenda {
     int unhurried = 0;
 
     Executor::TimerNumber add(int lane, Executor::TimePoint deadline, Task task) {
+        const std::lock_guard guard(lock);
         entries.emplace(Place{std::max(deadline, now), ++lastNumber}, Entry{lane, std::move(task)});
         return lastNumber;
     }
 
     template <class Condition> void drop(const Condition& condition) {
-        std::vector<Task> dropped; // Let go at the end: that may add or drop others.
+        std::vector<Task> dropped; // Let go at the end, without the lock: that may add or drop others.
+        const std::lock_guard guard(lock);
         for (auto entry = entries.begin(); entry != entries.end();) {
             if (!condition(entry->first, entry->second)) {
                 ++entry;
@@ -37,11 +41,20 @@ struct VirtualTime::Agenda {
         }
     }
 
+    std::map<Place, Entry>::node_type takeNext(Executor::TimePoint until) {
+        const std::lock_guard guard(lock);
+        if (entries.empty() || entries.begin()->first.first > until) {
+            now = std::max(now, until);
+            return {};
+        }
+        now = entries.begin()->first.first;
+        return entries.extract(entries.begin());
+    }
+
     bool runNext(Executor::TimePoint until) {
-        if (entries.empty() || entries.begin()->first.first > until)
+        auto node = takeNext(until);
+        if (!node)
             return false;
-        auto node = entries.extract(entries.begin());
-        now = node.key().first;
         const auto outer = std::exchange(running, laneNames[static_cast<std::size_t>(node.mapped().lane)]);
         node.mapped().task();
         node.mapped().task = nullptr;
@@ -57,7 +70,7 @@ class VirtualTime::Lane final : public Executor {
         this->agenda->laneNames.push_back(label);
     }
 
-    void post(Task task) override { callAt(agenda->now, std::move(task)); }
+    void post(Task task) override { callAt(TimePoint::min(), std::move(task)); }
     void postUnhurried(Task task) override {
         ++agenda->unhurried;
         post(std::move(task));
@@ -94,7 +107,6 @@ void VirtualTime::advance(double seconds) {
     const auto until = agenda->now + spanOf(seconds);
     while (agenda->runNext(until)) {
     }
-    agenda->now = std::max(agenda->now, until);
 }
 
 const std::string& VirtualTime::runningQueue() const {

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <iostream>
 #include <iterator>
 #include <sstream>
 
@@ -51,6 +52,15 @@ Program::Program(const XServer* server, const SessionBus* bus, const Options& op
         environment[name] = value;
     process = std::make_unique<ChildProcess>(ChildProcess::Options{
         .command = command(), .environment = environment, .log = sandbox->folder() / "mirrolet.log"});
+}
+
+Program::~Program() {
+    process.reset();
+    const auto said = log();
+    if (said.find("Sanitizer") == std::string::npos && said.find("runtime error: ") == std::string::npos)
+        return;
+    std::cerr << said << std::endl;
+    std::abort();
 }
 
 std::string Program::defaults(const std::string& more) {

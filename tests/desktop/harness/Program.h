@@ -25,6 +25,10 @@ class Program {
 
     /// The bus may be nullptr: a desktop without one.
     Program(const XServer* server, const SessionBus* bus, const Options& options);
+    /// Ends it. What a sanitizer has found in it ends the test, too, with all that it said.
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     /// A defaults file as JSON with a short poll interval, and `more` (`"key": value, ...`) on top.
     static std::string defaults(const std::string& more = {});
