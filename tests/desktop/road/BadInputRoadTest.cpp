@@ -107,7 +107,7 @@ class TheMirrorOf : public RoadTest {
 
 TEST_F(TheMirrorOf, AWindowWithATitleOfAMegabyteStaysAlive) {
     detect();
-    setTitle(client, call->window(), std::string(1'000'000, 'x') + " video call");
+    setTitle(client, call->window(), std::string(1'000'000, 'x').append(" video call"));
     expectAlive();
     const RudeClient rude(server, 60, [window = call->window()](XClient& own, unsigned round) {
         setTitle(own, window, std::string(1'000'000, static_cast<char>('a' + round % 26)));
