@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/WindowDescription.h"
 
+#include "platform/desktop/x11/OwnerRequest.h"
 #include "platform/desktop/x11/WindowText.h"
 
 #include <gtest/gtest.h>
@@ -104,6 +105,15 @@ TEST(WindowDescription, SortsWindowsIntoLayersAndLeavesOutWhatIsNoWindow) {
             atoms);
         EXPECT_EQ(window ? std::optional(window->layer) : std::nullopt, cases[i].layer) << "case " << i;
     }
+}
+
+TEST(WindowDescription, TellsThisMachineFromOthersWithOrWithoutTheirDomain) {
+    EXPECT_TRUE(isSameMachine("desk", "desk"));
+    EXPECT_TRUE(isSameMachine("desk", "desk.example.org"));
+    EXPECT_TRUE(isSameMachine("desk.example.org", "desk"));
+    EXPECT_FALSE(isSameMachine("desk.example.org", "desk.example.com"));
+    EXPECT_FALSE(isSameMachine("desk", "des"));
+    EXPECT_FALSE(isSameMachine("", ""));
 }
 
 TEST(WindowDescription, ReadsClassAndClaimedProcessOnlyFromSoundProperties) {

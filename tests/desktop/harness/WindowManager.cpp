@@ -29,7 +29,7 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     case WindowManagerKind::openbox:
         return {"openbox", "openbox", {"--config-file", "/etc/xdg/openbox/rc.xml"}};
     case WindowManagerKind::xfwm4:
-        return {"xfwm4", "xfwm4", {"--compositor=off", "--sm-client-disable"}};
+        return {"xfwm4", "xfwm4", {"--compositor=on", "--vblank=off", "--sm-client-disable"}};
     case WindowManagerKind::i3:
         return {"i3", "i3-wm", {"-c", sandbox.write("i3.conf", i3Settings)}};
     case WindowManagerKind::fluxbox:
@@ -41,7 +41,7 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     case WindowManagerKind::kwin:
         return {"kwin_x11", "kwin-x11", {}};
     case WindowManagerKind::marco:
-        return {"marco", "marco", {"--no-composite", "--sm-disable"}};
+        return {"marco", "marco", {"--composite", "--sm-disable"}};
     case WindowManagerKind::none:
         break;
     }

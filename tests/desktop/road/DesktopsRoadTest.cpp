@@ -249,12 +249,22 @@ TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
     EXPECT_EQ(facts.box(panel), (Box{1156, 536, 100, 100})) << "above the dock of the main monitor";
 
     pointer.drag(1200, 580, 200, 500);
-    EXPECT_TRUE(waitUntil([&] { return facts.box(panel) == Box{156, 456, 100, 100}; }));
+    const auto comesTo = [&](int x, int y) {
+        return waitUntil([&] { return facts.box(panel) == Box{x, y, 100, 100}; });
+    };
+    EXPECT_TRUE(comesTo(156, 456));
     xrandr({"--delmonitor", "Side"});
-    EXPECT_TRUE(waitUntil([&] {
-        return facts.box(panel) == Box{480, 456, 100, 100};
-    })) << "back on the monitor that is left, not at "
-        << facts.box(panel).x << ' ' << facts.box(panel).y;
+    EXPECT_TRUE(comesTo(480, 456)) << "not back on the monitor that is left";
+
+    xrandr({"--setmonitor", "*New", "400/106x300/79+0+400", "none"});
+    pressVisibilityShortcut(); // A drag that the news came in between would end elsewhere.
+    awaitNothing();
+    pressVisibilityShortcut();
+    awaitPanel();
+    pointer.drag(520, 500, 100, 484);
+    EXPECT_TRUE(comesTo(60, 440));
+    xrandr({"--delmonitor", "New"});
+    EXPECT_TRUE(comesTo(480, 440)) << "not back from what had been the main monitor";
     awaitColour(panel, blue);
 }
 
