@@ -62,7 +62,8 @@ class Mirror:
 
     def __init__(self, rows):
         self.program, self.server, self.memory, self.frames, self.ssim = medians(rows)
-        self.both = statistics.median(row[0] + row[1] for row in rows)
+        self.rounds = [row[0] + row[1] for row in rows]
+        self.both = statistics.median(self.rounds)
 
     @property
     def shows_the_window(self):
@@ -95,8 +96,10 @@ class Situation:
         if not others:
             return "None of the others shows the window's picture."
         best = min(others, key=others.get)
-        return (f"Mirrolet and the X server need {self.mirrors['Mirrolet'].both / others[best]:.2f} of the least that shows "
-                f"the window's picture ({NAMES[best]}).")
+        ratios = [own / other for own, other in zip(self.mirrors["Mirrolet"].rounds, self.mirrors[best].rounds)]
+        spread = f" ({min(ratios):.2f} to {max(ratios):.2f} in the single rounds)" if len(ratios) > 1 else ""
+        return (f"Mirrolet and the X server need {statistics.median(ratios):.2f}{spread} of the least that shows the window's "
+                f"picture ({NAMES[best]}).")
 
 
 def situations(run):
