@@ -2,7 +2,7 @@
 
 #include "platform/dispatch/TaskList.h"
 
-#include <condition_variable>
+#include <atomic>
 #include <ctime>
 #include <mutex>
 #include <optional>
@@ -15,6 +15,8 @@ namespace mirrolet::platform::dispatch {
 namespace {
 
 constexpr std::size_t longestThreadName = 15;
+
+std::atomic<int> threadsAtWork = 0;
 
 std::string threadName(const std::string& label) {
     return label.size() <= longestThreadName ? label : label.substr(label.size() - longestThreadName);
@@ -76,28 +78,6 @@ struct ThreadExecutor::State {
     bool waiting = false;
 };
 
-namespace {
-
-/// How many threads are at a task.
-struct AtWork {
-    std::mutex lock;
-    std::condition_variable fewer;
-    int count = 0;
-
-    static AtWork& shared() {
-        static auto& shared = *new AtWork; // Never destroyed: threads come here until the process ends.
-        return shared;
-    }
-    void add(int change) {
-        const std::lock_guard guard(lock);
-        count += change;
-        if (change < 0)
-            fewer.notify_all();
-    }
-};
-
-} // namespace
-
 ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
     thread = std::thread([state = state, name = threadName(label)] {
         pthread_setname_np(pthread_self(), name.c_str());
@@ -111,16 +91,16 @@ ThreadExecutor::~ThreadExecutor() {
 
 void ThreadExecutor::run(const std::shared_ptr<State>& state) {
     while (auto task = state->next()) {
-        AtWork::shared().add(1);
+        ++threadsAtWork;
         std::exchange(task, nullptr)(); // And lets it go, with what it keeps.
-        AtWork::shared().add(-1);
+        if (--threadsAtWork == 0)
+            threadsAtWork.notify_all();
     }
 }
 
 void ThreadExecutor::awaitTasks() {
-    auto& atWork = AtWork::shared();
-    std::unique_lock guard(atWork.lock);
-    atWork.fewer.wait(guard, [&] { return atWork.count == 0; });
+    while (const int count = threadsAtWork)
+        threadsAtWork.wait(count);
 }
 
 void ThreadExecutor::post(Task task) {

@@ -3,9 +3,9 @@
 #include "platform/foundation/NSLog.h"
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <cstdlib>
-#include <deque>
 #include <mutex>
 #include <pthread.h>
 #include <thread>
@@ -42,9 +42,8 @@ struct SessionBus::State {
     std::mutex lock;
     std::condition_variable answered;
     bool known = false; ///< Set by the bus's thread.
-    std::deque<std::function<void()>> posted;
+    std::vector<std::function<void()>> posted;
 
-    void run();
     void post(std::function<void()> task);
     void attach(GSource* source, GSourceFunc task);
     void runPosted();
@@ -56,11 +55,6 @@ struct SessionBus::State {
     static void connectedAgain(GObject*, GAsyncResult* result, gpointer data);
     static State* from(gpointer data) { return static_cast<State*>(data); }
 };
-
-void SessionBus::State::run() {
-    g_main_context_push_thread_default(context);
-    g_main_loop_run(g_main_loop_new(context, FALSE));
-}
 
 /// What is handed over goes through a lock of ours: sanitizers see none of GLib's.
 void SessionBus::State::post(std::function<void()> task) {
@@ -82,7 +76,7 @@ void SessionBus::State::attach(GSource* source, GSourceFunc task) {
 }
 
 void SessionBus::State::runPosted() {
-    std::deque<std::function<void()>> tasks;
+    std::vector<std::function<void()>> tasks;
     {
         const std::lock_guard guard(lock);
         tasks.swap(posted);
@@ -155,7 +149,8 @@ SessionBus& SessionBus::shared() {
 SessionBus::SessionBus() : state(new State) {
     std::thread([state = state] {
         pthread_setname_np(pthread_self(), "sessionBus");
-        state->run();
+        g_main_context_push_thread_default(state->context);
+        g_main_loop_run(g_main_loop_new(state->context, FALSE));
     }).detach();
     // Where no address is set this may start a program and wait for it.
     std::thread([state = state] {
@@ -176,15 +171,13 @@ void SessionBus::run(std::function<void()> task) {
     state->post(std::move(task));
 }
 
-bool SessionBus::isKnown(std::chrono::milliseconds patience) {
-    std::unique_lock guard(state->lock);
-    return state->answered.wait_for(guard, patience, [this] { return state->known; });
-}
-
 void SessionBus::shieldToolkit() {
     constexpr std::chrono::milliseconds patience{400};
-    if (isKnown(patience))
-        return;
+    {
+        std::unique_lock guard(state->lock);
+        if (state->answered.wait_for(guard, patience, [this] { return state->known; }))
+            return;
+    }
     NSLog("Mirrolet: the session bus does not answer; going on without it");
     // One that answers later would find the toolkit without it: nothing here uses it then.
     state->post([state = state] { state->begin(nullptr); });

@@ -2,7 +2,6 @@
 
 #include <gio/gio.h>
 
-#include <chrono>
 #include <functional>
 
 namespace mirrolet::platform {
@@ -32,7 +31,6 @@ class SessionBus {
   private:
     struct State;
     SessionBus();
-    [[nodiscard]] bool isKnown(std::chrono::milliseconds patience);
     State* state; ///< Lives as long as the process: its thread does.
 };
 

@@ -1,7 +1,6 @@
 #include "tests/desktop/harness/CallWindow.h"
 
 #include "tests/desktop/harness/HarnessError.h"
-#include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/XServer.h"
 
 #include <algorithm>
@@ -14,28 +13,20 @@ namespace {
 constexpr std::string_view announcement = "window ";
 
 std::vector<std::string> commandFor(const CallWindow::Options& options) {
-    std::vector<std::string> command{
-        CALL_WINDOW_PROGRAM,
-        "--title",
-        options.title,
-        "--class",
-        options.wmClass,
-        "--instance",
-        options.wmInstance,
-        "--geometry",
-        std::to_string(options.place.width) + "x" + std::to_string(options.place.height) + "+" +
-            std::to_string(options.place.x) + "+" + std::to_string(options.place.y),
-        "--rate",
-        std::to_string(options.rate),
-        "--border",
-        std::to_string(options.border)};
+    std::vector<std::string> command{CALL_WINDOW_PROGRAM};
     const auto add = [&](const char* name, const std::string& value) {
-        if (value.empty())
-            return;
-        command.emplace_back(name);
-        command.push_back(value);
+        if (!value.empty())
+            command.insert(command.end(), {name, value});
     };
-    add("--alpha", options.alpha < 0 ? "" : std::to_string(options.alpha));
+    const auto& [x, y, width, height] = options.place;
+    add("--geometry", std::to_string(width) + "x" + std::to_string(height) + "+" + std::to_string(x) + "+" +
+                          std::to_string(y));
+    add("--title", options.title);
+    add("--class", options.wmClass);
+    add("--instance", options.wmInstance);
+    add("--rate", std::to_string(options.rate));
+    add("--border", std::to_string(options.border));
+    add("--alpha", std::to_string(options.alpha));
     add("--colour", options.colour);
     add("--type", options.type);
     add("--frame-extents", options.frameExtents);

@@ -36,6 +36,12 @@ class TheStatusItem : public RoadTest {
     void awaitMenu() {
         require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
     }
+
+    void closeMenu() {
+        awaitMenu();
+        keyboard.stroke({key::escape});
+        require("no menu", [this] { return !menuIsOpen(); });
+    }
 };
 
 TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
@@ -56,9 +62,7 @@ TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
     for (const int button : {1, 3}) {
         const auto box = *icon();
         pointer.click(box.x + box.width / 2, box.y + box.height / 2, button);
-        awaitMenu();
-        keyboard.stroke({key::escape});
-        require("no menu", [this] { return !menuIsOpen(); });
+        closeMenu();
     }
     const auto box = *icon();
     pointer.click(box.x + box.width / 2, box.y + box.height / 2);
@@ -79,9 +83,7 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
         require("the status icon", [&] { return host->icons() == 1; });
     }
     host->click();
-    awaitMenu();
-    keyboard.stroke({key::escape});
-    require("no menu", [this] { return !menuIsOpen(); });
+    closeMenu();
     host.reset(); // Before the next one: they take turns at the same name.
     host = std::make_unique<StatusHost>(bus);
     host->setPresent(true);
@@ -89,18 +91,15 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
 }
 
 TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
-    for (int times = 0; times < 2; ++times) {
+    startQuiet();
+    for (const bool anew : {false, true}) {
+        if (anew)
+            bus.restart();
         const StatusHost host(bus);
         host.setPresent(true);
-        if (times == 0)
-            startQuiet();
         require("the status icon", [&] { return host.icons() == 1; });
         host.click();
-        awaitMenu();
-        keyboard.stroke({key::escape});
-        require("no menu", [this] { return !menuIsOpen(); });
-        if (times == 0)
-            bus.restart();
+        closeMenu();
     }
     const ChildProcess launcher(
         {.command = {"gdbus", "call", "--session", "--dest", "app.mirrolet.Mirrolet", "--object-path",
