@@ -1,7 +1,7 @@
 // What one poll of the windows costs: 500 windows against the same requests one at a time, and the processor
 // time with 50 windows. On an X server of its own; prints a table.
 
-#include "platform/desktop/x11/X11WindowList.h"
+#include "platform/desktop/x11/windows/X11WindowList.h"
 #include "tests/desktop/harness/XClient.h"
 #include "tests/desktop/harness/XServer.h"
 
@@ -135,7 +135,7 @@ struct Backend {
         list = std::make_unique<X11WindowList>(*connection, *applications);
     }
     std::unique_ptr<X11Connection> connection;
-    KeyboardLoan loan;
+    PreviousFocus loan;
     std::unique_ptr<X11Applications> applications;
     std::unique_ptr<X11WindowList> list;
 };

@@ -4,9 +4,9 @@
 //
 //   bench_comparison [SECONDS [ROUNDS]]    (2 and 3)
 
-#include "bench/ProcessorTime.h"
 #include "bench/TextSource.h"
 #include "bench/program/Desktop.h"
+#include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/Similarity.h"
 #include "tests/desktop/harness/Wait.h"
 

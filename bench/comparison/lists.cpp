@@ -5,8 +5,8 @@
 //   bench_lists [ROUNDS]    (3)
 
 #include "bench/Crowd.h"
-#include "bench/ProcessorTime.h"
 #include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/Wait.h"
 #include "tests/desktop/harness/WindowManager.h"
 

@@ -1,8 +1,8 @@
 // mirror_parts WINDOW WIDTH HEIGHT: shows the window in a small one of its own, fifteen times a second, by
 // capture and presenter alone. What Mirrolet would cost without the rest of it.
 
-#include "platform/desktop/x11/X11WindowCapture.h"
-#include "platform/desktop/x11/X11WindowPresenter.h"
+#include "platform/desktop/x11/capture/X11WindowCapture.h"
+#include "platform/desktop/x11/mirror/X11WindowPresenter.h"
 
 #include <chrono>
 #include <cstdio>

@@ -5,9 +5,9 @@
 //
 //   bench_mirroring [SECONDS [ROW]]
 
-#include "bench/ProcessorTime.h"
 #include "bench/TextSource.h"
 #include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/XServer.h"
 
 #include <chrono>

@@ -1,8 +1,8 @@
 #include "bench/program/Figures.h"
 
 #include "bench/Crowd.h"
-#include "bench/ProcessorTime.h"
 #include "bench/program/Desktop.h"
+#include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/StatusIcon.h"
 #include "tests/desktop/harness/Wait.h"
 

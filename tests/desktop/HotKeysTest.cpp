@@ -1,5 +1,5 @@
-#include "platform/desktop/x11/X11HotKeys.h"
-#include "platform/desktop/x11/XcbXkb.h"
+#include "platform/desktop/x11/keys/X11HotKeys.h"
+#include "platform/desktop/x11/server/XcbXkb.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/Keyboard.h"
 #include "tests/desktop/harness/WindowFacts.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/desktop/x11/X11WindowCapture.h"
-#include "platform/desktop/x11/X11WindowPresenter.h"
+#include "platform/desktop/x11/capture/X11WindowCapture.h"
+#include "platform/desktop/x11/mirror/X11WindowPresenter.h"
 #include "tests/desktop/harness/HarnessError.h"
 #include "tests/desktop/harness/Holdings.h"
 #include "tests/desktop/harness/Picture.h"

@@ -1,7 +1,7 @@
-#include "platform/desktop/x11/CompositingManager.h"
-#include "platform/desktop/x11/KeyboardLoan.h"
-#include "platform/desktop/x11/PanelStack.h"
-#include "platform/desktop/x11/X11PanelWindow.h"
+#include "platform/desktop/x11/panel/PanelStack.h"
+#include "platform/desktop/x11/panel/X11PanelWindow.h"
+#include "platform/desktop/x11/server/CompositingManager.h"
+#include "platform/desktop/x11/windows/PreviousFocus.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/DesktopServices.h"
 #include "tests/desktop/harness/Keyboard.h"
@@ -43,7 +43,7 @@ struct Backend {
 
     std::string problem;
     std::unique_ptr<X11Connection> connection;
-    KeyboardLoan loan;
+    PreviousFocus loan;
     CompositingManager compositingManager{*connection};
     PanelStack stack{*connection};
 };

@@ -1,4 +1,4 @@
-#include "platform/desktop/x11/X11WindowList.h"
+#include "platform/desktop/x11/windows/X11WindowList.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/WindowCommands.h"
 #include "tests/desktop/harness/WindowFacts.h"
@@ -83,7 +83,7 @@ class WindowListTest : public testing::Test {
     XClient client{server};
     Sandbox sandbox;
     std::unique_ptr<X11Connection> connection;
-    KeyboardLoan loan;
+    PreviousFocus loan;
     std::unique_ptr<X11Applications> applications;
     std::unique_ptr<X11WindowList> list;
 };

@@ -1,7 +1,7 @@
 // A desktop entry, what the kernel says of a process and what a window calls itself, into the entry of the
 // window.
 
-#include "platform/desktop/x11/ApplicationResolver.h"
+#include "platform/desktop/applications/ApplicationResolver.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace mirrolet::platform::desktop::x11;
+    using namespace mirrolet::platform::desktop;
     // Texts end at 0xFF, which is in no UTF-8.
     auto rest = mirrolet::fuzz::textOf(data, size);
     const auto next = [&rest] {

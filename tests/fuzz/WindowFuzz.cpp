@@ -1,7 +1,7 @@
 // Properties of a window, written by a client that may be anything, into a row of the window list.
 
-#include "platform/desktop/x11/WindowDescription.h"
-#include "platform/desktop/x11/WindowText.h"
+#include "platform/desktop/x11/windows/WindowDescription.h"
+#include "platform/desktop/x11/windows/WindowText.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/desktop/x11/ApplicationResolver.h"
+#include "platform/desktop/applications/ApplicationResolver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/x11/Struts.h"
+#include "platform/desktop/x11/windows/Struts.h"
 
 #include <gtest/gtest.h>
 

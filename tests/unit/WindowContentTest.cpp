@@ -1,4 +1,4 @@
-#include "platform/desktop/x11/WindowContent.h"
+#include "platform/desktop/x11/capture/WindowContent.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "platform/desktop/x11/WindowDescription.h"
+#include "platform/desktop/x11/windows/WindowDescription.h"
 
-#include "platform/desktop/x11/OwnerRequest.h"
-#include "platform/desktop/x11/WindowText.h"
+#include "platform/desktop/x11/windows/OwnerRequest.h"
+#include "platform/desktop/x11/windows/WindowText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,17 +1,17 @@
 #include "platform/desktop/x11/X11Desktop.h"
 
-#include "platform/desktop/x11/CompositingManager.h"
-#include "platform/desktop/x11/KeyboardLoan.h"
-#include "platform/desktop/x11/PanelStack.h"
-#include "platform/desktop/x11/X11Applications.h"
-#include "platform/desktop/x11/X11Connection.h"
-#include "platform/desktop/x11/X11HotKeys.h"
-#include "platform/desktop/x11/X11PanelWindow.h"
 #include "platform/desktop/x11/X11TrayHosts.h"
-#include "platform/desktop/x11/X11WindowCapture.h"
-#include "platform/desktop/x11/X11WindowList.h"
-#include "platform/desktop/x11/X11WindowPresenter.h"
-#include "platform/desktop/x11/X11WorkArea.h"
+#include "platform/desktop/x11/capture/X11WindowCapture.h"
+#include "platform/desktop/x11/keys/X11HotKeys.h"
+#include "platform/desktop/x11/mirror/X11WindowPresenter.h"
+#include "platform/desktop/x11/panel/PanelStack.h"
+#include "platform/desktop/x11/panel/X11PanelWindow.h"
+#include "platform/desktop/x11/server/CompositingManager.h"
+#include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/desktop/x11/windows/PreviousFocus.h"
+#include "platform/desktop/x11/windows/X11Applications.h"
+#include "platform/desktop/x11/windows/X11WindowList.h"
+#include "platform/desktop/x11/windows/X11WorkArea.h"
 
 #include <utility>
 
@@ -49,7 +49,7 @@ class X11Desktop final : public Desktop {
   private:
     // Destroyed from the bottom up: the connection, on whose thread the others' handlers run, last.
     std::unique_ptr<X11Connection> connection;
-    KeyboardLoan loan;
+    PreviousFocus loan;
     CompositingManager compositingManager;
     PanelStack panelStack;
     X11Applications theApplications;

@@ -1,7 +1,7 @@
 #include "platform/desktop/x11/X11TrayHosts.h"
 
-#include "platform/desktop/x11/X11Connection.h"
-#include "platform/desktop/x11/XcbReply.h"
+#include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/desktop/x11/server/XcbReply.h"
 
 #include <xcb/xfixes.h>
 

@@ -1,8 +1,8 @@
 // Sessions without end. By hand, as long as one likes:
 //   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='Soak.*'
 
+#include "tests/desktop/endtoend/EndToEndTest.h"
 #include "tests/desktop/harness/Holdings.h"
-#include "tests/desktop/road/RoadTest.h"
 
 #include <chrono>
 #include <csignal>
@@ -32,7 +32,7 @@ double number(const char* variable, double otherwise) {
     return text == nullptr ? otherwise : std::atof(text);
 }
 
-class Soak : public RoadTest {
+class Soak : public EndToEndTest {
   protected:
     void SetUp() override {
         commands.setDesktopCount(2);

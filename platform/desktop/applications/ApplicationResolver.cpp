@@ -1,0 +1,268 @@
+#include "platform/desktop/applications/ApplicationResolver.h"
+
+#include "platform/foundation/AsciiLowercase.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+
+namespace mirrolet::platform::desktop {
+
+namespace {
+
+using List = DesktopEntries::List;
+using Sandbox = DesktopEntry::Sandbox;
+
+std::string_view baseName(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+bool sameText(std::string_view one, std::string_view other) {
+    return !one.empty() && asciiLowercase(one) == asciiLowercase(other);
+}
+
+/// systemd writes what its names cannot hold as \xNN.
+std::string unescaped(std::string_view name) {
+    std::string text;
+    while (!name.empty()) {
+        unsigned code = 0;
+        const auto* digits = name.data() + 2;
+        if (name.size() >= 4 && name.starts_with("\\x") &&
+            std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+            text += static_cast<char>(code);
+            name.remove_prefix(4);
+            continue;
+        }
+        text += name.front();
+        name.remove_prefix(1);
+    }
+    return text;
+}
+
+/// Calls `visit` with each folder of each control group path until it returns true.
+template <typename Visit> void eachGroupName(std::string_view cgroup, Visit visit) {
+    while (!cgroup.empty()) {
+        const auto end = cgroup.find_first_of("/\n");
+        if (visit(cgroup.substr(0, end)) || end == std::string_view::npos)
+            return;
+        cgroup.remove_prefix(end + 1);
+    }
+}
+
+std::string_view variable(std::string_view environment, std::string_view nameAndEquals) {
+    while (!environment.empty()) {
+        const auto end = environment.find('\0');
+        const auto entry = environment.substr(0, end);
+        if (entry.starts_with(nameAndEquals))
+            return entry.substr(nameAndEquals.size());
+        environment.remove_prefix(end == std::string_view::npos ? environment.size() : end + 1);
+    }
+    return {};
+}
+
+/// Looks for the entry of one window. The questions are asked from the surest to the vaguest.
+class Search {
+  public:
+    Search(const WindowClass& window, const ProcessFacts& process, const DesktopEntries& entries)
+        : window(window), process(process), entries(entries) {}
+
+    const DesktopEntry* run() const {
+        // A browser runs its web applications in its own process, so what is known of the process (a sandbox,
+        // a launcher) would give all of them to whichever was started first: the window's own name goes
+        // before.
+        if (const auto* entry = webApplication())
+            return entry;
+        if (const auto id = flatpakOf(process); !id.empty())
+            return inFamily(id, '.');
+        if (const auto snap = snapOf(process); !snap.snap.empty())
+            return inSnap(snap);
+        if (const auto* entry = launched())
+            return entry;
+        return byWindow();
+    }
+
+  private:
+    const DesktopEntry* webApplication() const {
+        constexpr std::string_view chromium = "crx_";
+        List found;
+        for (const auto& name : {window.instance, window.name}) {
+            append(found, entries.withStartupWmClass(name));
+            // Some browsers write one underscore more.
+            if (name.starts_with(chromium))
+                append(found, entries.withWebApplicationId(withoutUnderscores(name.substr(chromium.size()))));
+        }
+        std::erase_if(found, [](const auto* entry) { return !entry->isWebApplication; });
+        return best(found, [this](const DesktopEntry& entry) {
+            // The same web application can be installed in two browsers.
+            return asciiLowercase(entry.program).starts_with(asciiLowercase(window.name));
+        });
+    }
+
+    static std::string withoutUnderscores(const std::string& text) {
+        return text.substr(std::min(text.find_first_not_of('_'), text.size()));
+    }
+
+    /// An application can have several entries (the parts of an office suite): the window says which.
+    const DesktopEntry* inFamily(const std::string& id, char separator) const {
+        const auto family = entries.family(id, separator);
+        for (const auto& name : {window.name, window.instance}) {
+            for (const auto* entry : family) {
+                if (sameText(entry->startupWmClass, name))
+                    return entry;
+            }
+        }
+        return entries.withId(id);
+    }
+
+    const DesktopEntry* inSnap(const SnapApplication& snap) const {
+        // What was started from within an unconfined snap (a terminal in an editor) stays in its control
+        // group.
+        const bool foreign =
+            !process.executable.empty() && process.executable.find("/snap/") == std::string::npos;
+        if (foreign) {
+            if (const auto* entry = byWindow())
+                return entry;
+        }
+        const auto family = entries.family(snap.snap, '_');
+        for (const auto* entry : family) {
+            if (sameText(entry->startupWmClass, window.name) ||
+                sameText(entry->startupWmClass, window.instance))
+                return entry;
+        }
+        if (const auto* entry = entries.withId(snap.snap + '_' + snap.application))
+            return entry;
+        return family.size() == 1 ? family.front() : nullptr;
+    }
+
+    /// The launcher's note in the environment is inherited by whatever the program starts; it counts only for
+    /// the process that it names.
+    const DesktopEntry* launched() const {
+        const auto file = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE=");
+        const auto pid = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE_PID=");
+        if (file.empty() || process.pid <= 0 || pid != std::to_string(process.pid))
+            return nullptr;
+        const auto* entry = entries.ofFile(std::string(file));
+        return entry && contradicted(*entry) ? nullptr : entry;
+    }
+
+    /// A browser started by the launcher of a web application opens ordinary windows too.
+    bool contradicted(const DesktopEntry& entry) const {
+        if (entry.startupWmClass.empty() || sameText(entry.startupWmClass, window.name) ||
+            sameText(entry.startupWmClass, window.instance))
+            return false;
+        return byWindow() != nullptr;
+    }
+
+    const DesktopEntry* byWindow() const {
+        if (const auto* entry = entries.withId(window.gtkApplicationId); entry && mayRunHere(*entry))
+            return entry;
+        const std::array<const List*, 4> candidates = {
+            &entries.withStartupWmClass(window.name), &entries.withStartupWmClass(window.instance),
+            &entries.withIdIgnoringCase(window.name), &entries.withLastIdPart(window.name)};
+        for (const auto* list : candidates) {
+            if (const auto* entry = bestHere(*list))
+                return entry;
+        }
+        const auto executable = std::string(baseName(process.executable));
+        for (const auto& program : {window.name, window.instance, executable}) {
+            if (const auto* entry = byProgram(program))
+                return entry;
+        }
+        return nullptr;
+    }
+
+    /// An entry that runs in a terminal never owns a window by the name of its program: the terminal does.
+    const DesktopEntry* byProgram(const std::string& program) const {
+        List list = entries.withProgram(program);
+        std::erase_if(list, [](const auto* entry) { return entry->inTerminal; });
+        return bestHere(list);
+    }
+
+    const DesktopEntry* bestHere(List list) const {
+        std::erase_if(list,
+                      [this](const auto* entry) { return !mayRunHere(*entry) || entry->isWebApplication; });
+        return best(list, [this](const DesktopEntry& entry) {
+            return sameText(entry.program, baseName(process.executable)) || sameText(entry.id, entry.program);
+        });
+    }
+
+    /// The entry of a sandboxed copy is not that of a program which is known to run outside.
+    bool mayRunHere(const DesktopEntry& entry) const {
+        return entry.sandbox == Sandbox::none || process.executable.empty();
+    }
+
+    /// Of entries that fit alike: one that menus show before one that they hide (a handler of links), then
+    /// one that is preferred, then the first.
+    template <typename Preferred> static const DesktopEntry* best(const List& list, Preferred preferred) {
+        const auto rank = [&](const DesktopEntry* entry) {
+            return (entry->shown ? 2 : 0) + (preferred(*entry) ? 1 : 0);
+        };
+        const auto found =
+            std::max_element(list.begin(), list.end(),
+                             [&](const auto* one, const auto* other) { return rank(one) < rank(other); });
+        return found == list.end() ? nullptr : *found;
+    }
+
+    static void append(List& list, const List& more) { list.insert(list.end(), more.begin(), more.end()); }
+
+    const WindowClass& window;
+    const ProcessFacts& process;
+    const DesktopEntries& entries;
+};
+
+} // namespace
+
+std::string flatpakOf(const ProcessFacts& process) {
+    // Not a key file of ours: only the first "name=" of the group that says it is an application.
+    const std::string_view info = process.flatpakInfo;
+    const auto groupStart = info.find("[Application]\n");
+    const auto group = groupStart == std::string_view::npos ? std::string_view() : info.substr(groupStart);
+    if (const auto at = group.substr(0, group.find("\n[")).find("\nname="); at != std::string_view::npos) {
+        const auto value = group.substr(at + 6);
+        return std::string(value.substr(0, value.find('\n')));
+    }
+    std::string id;
+    eachGroupName(process.cgroup, [&id](std::string_view name) {
+        constexpr std::string_view prefix = "app-flatpak-", suffix = ".scope";
+        if (!name.starts_with(prefix) || !name.ends_with(suffix))
+            return false;
+        name = name.substr(prefix.size(), name.size() - prefix.size() - suffix.size());
+        const auto number = name.rfind('-');
+        if (number != std::string_view::npos)
+            id = unescaped(name.substr(0, number));
+        return !id.empty();
+    });
+    return id;
+}
+
+SnapApplication snapOf(const ProcessFacts& process) {
+    SnapApplication result;
+    eachGroupName(process.cgroup, [&result](std::string_view name) {
+        constexpr std::string_view prefix = "snap.";
+        if (!name.starts_with(prefix))
+            return false;
+        // snap.NAME.APP.service, snap.NAME.APP.UUID.scope and, of late, snap.NAME.APP-UUID.scope.
+        name.remove_prefix(prefix.size());
+        const auto dot = name.find('.');
+        const auto rest = dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
+        const auto end = rest.find('.');
+        if (end == std::string_view::npos)
+            return false;
+        auto application = unescaped(rest.substr(0, end));
+        constexpr std::size_t uuid = 36;
+        if (application.size() > uuid + 1 && application[application.size() - uuid - 1] == '-' &&
+            rest.substr(end) == ".scope")
+            application.resize(application.size() - uuid - 1);
+        result = {unescaped(name.substr(0, dot)), std::move(application)};
+        return true;
+    });
+    return result;
+}
+
+const DesktopEntry* entryOfWindow(const WindowClass& window, const ProcessFacts& process,
+                                  const DesktopEntries& entries) {
+    return Search(window, process, entries).run();
+}
+
+} // namespace mirrolet::platform::desktop

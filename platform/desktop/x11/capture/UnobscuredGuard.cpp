@@ -1,0 +1,77 @@
+#include "platform/desktop/x11/capture/UnobscuredGuard.h"
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/XcbRectangle.h"
+#include "platform/desktop/x11/server/XcbReply.h"
+
+#include <xcb/composite.h>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+ServerRegion makeRegion(X11Connection& connection, const PixelRect& rect) {
+    const auto id = xcb_generate_id(connection.xcb());
+    const auto area = toRectangle(rect);
+    xcb_xfixes_create_region(connection.xcb(), id, 1, &area);
+    return {connection, id};
+}
+
+/// What the screen shows of a window, in the window; for a redirected one, what it would show.
+ServerRegion visibleRegion(X11Connection& connection, xcb_window_t window) {
+    const auto id = xcb_generate_id(connection.xcb());
+    xcb_composite_create_region_from_border_clip(connection.xcb(), id, window);
+    return {connection, id};
+}
+
+std::optional<PixelRect> boundsOf(xcb_connection_t* xcb, xcb_xfixes_fetch_region_cookie_t cookie) {
+    const XcbReply<xcb_xfixes_fetch_region_reply_t> reply(
+        xcb_xfixes_fetch_region_reply(xcb, cookie, nullptr));
+    if (!reply)
+        return std::nullopt;
+    if (reply->extents.width == 0 || reply->extents.height == 0)
+        return PixelRect{};
+    return PixelRect{reply->extents.x, reply->extents.y, reply->extents.width, reply->extents.height};
+}
+
+} // namespace
+
+std::optional<CoveredParts> coveredParts(X11Connection& connection, xcb_window_t window, PixelRect picture) {
+    auto* xcb = connection.xcb();
+    const auto wanted = makeRegion(connection, picture);
+    const auto visible = visibleRegion(connection, window);
+    const ServerRegion shape{connection, xcb_generate_id(xcb)};
+    xcb_xfixes_create_region_from_window(xcb, shape.id(), window, XCB_SHAPE_SK_BOUNDING);
+    xcb_xfixes_intersect_region(xcb, shape.id(), wanted.id(), shape.id());
+    xcb_xfixes_subtract_region(xcb, wanted.id(), visible.id(), wanted.id());
+    xcb_xfixes_subtract_region(xcb, shape.id(), visible.id(), shape.id());
+    const auto ofPictureCookie = xcb_xfixes_fetch_region(xcb, wanted.id());
+    const auto ofShapeCookie = xcb_xfixes_fetch_region(xcb, shape.id());
+    const auto ofPicture = boundsOf(xcb, ofPictureCookie);
+    const auto ofShape = boundsOf(xcb, ofShapeCookie);
+    if (!ofPicture || !ofShape)
+        return std::nullopt;
+    return CoveredParts{*ofPicture, *ofShape};
+}
+
+UnobscuredGuard::UnobscuredGuard(X11Connection& connection, xcb_window_t window, PixelRect picture)
+    : connection(connection), window(window),
+      all(makeRegion(connection, {-reach, -reach, 2 * reach, 2 * reach})),
+      picture(makeRegion(connection, picture)) {}
+
+void UnobscuredGuard::close(xcb_render_picture_t destination) const {
+    auto* xcb = connection.xcb();
+    const auto region = visibleRegion(connection, window);
+    // A single covered pixel, grown to both sides over every place that there can be, leaves nothing of all.
+    constexpr std::uint16_t everywhere = 2 * reach;
+    xcb_xfixes_subtract_region(xcb, picture.id(), region.id(), region.id());
+    xcb_xfixes_expand_region(xcb, region.id(), region.id(), everywhere, everywhere, everywhere, everywhere);
+    xcb_xfixes_subtract_region(xcb, all.id(), region.id(), region.id());
+    xcb_xfixes_set_picture_clip_region(xcb, destination, region.id(), 0, 0);
+}
+
+void UnobscuredGuard::open(xcb_render_picture_t destination) const {
+    xcb_xfixes_set_picture_clip_region(connection.xcb(), destination, XCB_NONE, 0, 0);
+}
+
+} // namespace mirrolet::platform::desktop::x11

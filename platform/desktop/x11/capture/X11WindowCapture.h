@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/desktop/WindowCapture.h"
+#include "platform/desktop/x11/server/RenderFormats.h"
+#include "platform/desktop/x11/server/X11Connection.h"
+
+#include <memory>
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+
+class CaptureSource;
+
+/// Window pictures by COMPOSITE and DAMAGE. A window is watched, and redirected where it has to be, from the
+/// first image on until the last one of it is let go. Images must be let go before the connection is.
+class X11WindowCapture final : public WindowCapture {
+  public:
+    /// Before the connection starts to read events.
+    explicit X11WindowCapture(X11Connection& connection);
+    ~X11WindowCapture() override;
+
+    [[nodiscard]] bool permitted() const override;
+    std::shared_ptr<const WindowImage> image(WindowNumber window) override;
+
+  private:
+    class Sources;
+
+    template <typename Event, typename Action>
+    void watch(std::uint8_t type, xcb_window_t Event::*window, Action action);
+    void watchWindows();
+    void watchCompositingManager();
+
+    X11Connection& connection;
+    const RenderFormats formats;
+    const std::shared_ptr<Sources> sources;
+    std::vector<X11Connection::Subscription> subscriptions;
+};
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,159 @@
+#include "platform/desktop/x11/mirror/PictureScaler.h"
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/XcbRectangle.h"
+
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr std::size_t guardedSteps = 2; ///< Of a window that is read in place.
+
+/// The pixels of a step's result that read any of pixels `from` to `to` of the step before. One more on each
+/// side than the filter reaches, for the server's rounding.
+std::pair<int, int> reached(int from, int to, double scale) {
+    return {static_cast<int>(std::floor((from - 1) / scale)) - 1,
+            static_cast<int>(std::ceil((to + 1) / scale)) + 1};
+}
+
+PixelRect reached(const PixelRect& changed, const ScaleStep& step) {
+    if (isEmpty(changed))
+        return {};
+    const auto [left, right] = reached(changed.x, changed.x + changed.width, step.x.scale);
+    const auto [top, bottom] = reached(changed.y, changed.y + changed.height, step.y.scale);
+    return intersection({left, top, right - left, bottom - top}, {0, 0, step.x.pixels, step.y.pixels});
+}
+
+xcb_render_fixed_t fixed(double value) {
+    return static_cast<xcb_render_fixed_t>(std::lround(value * 65536));
+}
+
+/// The destination's place is also the place in the source's scaled coordinates, so that a part comes out
+/// just as it does in the whole.
+void scale(X11Connection& connection, xcb_render_picture_t from, xcb_render_picture_t to, int left, int top,
+           const PixelRect& part) {
+    xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_SRC, from, XCB_RENDER_PICTURE_NONE, to,
+                         static_cast<std::int16_t>(part.x), static_cast<std::int16_t>(part.y), 0, 0,
+                         static_cast<std::int16_t>(left + part.x), static_cast<std::int16_t>(top + part.y),
+                         static_cast<std::uint16_t>(part.width), static_cast<std::uint16_t>(part.height));
+}
+
+} // namespace
+
+PixelRect PictureScaler::setImage(std::shared_ptr<const X11WindowImage> newImage, PixelSize newSize) {
+    const auto before = std::exchange(image, std::move(newImage));
+    const bool sizeChanged = std::exchange(size, newSize) != newSize;
+    if (before == image && !sizeChanged)
+        return {};
+    const bool sameContent = before && image && before->content() == image->content();
+    if (sameContent && !sizeChanged)
+        return markStale(image->content()->changedBetween(before->age(), image->age()));
+    rebuild();
+    return {0, 0, size.width, size.height};
+}
+
+void PictureScaler::rebuild() {
+    source = {};
+    guard.reset();
+    toReadInPlace = XCB_NONE;
+    steps.clear();
+    if (!image || image->content()->pixmapId() == 0) {
+        levels.clear();
+        return;
+    }
+    const auto& content = *image->content();
+    steps = planScaling(content.size(), size);
+    toReadInPlace = content.windowInPlace();
+    // While the window cannot be read, the result is still drawn, as what lay over it may be another: from
+    // the second level, behind both looks at the window.
+    while (toReadInPlace && steps.size() < guardedSteps + 1)
+        steps.push_back({{size.width, 1}, {size.height, 1}});
+    levels.resize(steps.size() - 1);
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        const PixelSize levelSize{steps[i].x.pixels, steps[i].y.pixels};
+        if (levels[i].surface.size != levelSize) {
+            levels[i].surface = makeSurface(connection, levelSize, 24, formats.opaque24);
+            fillBlack(levels[i].surface.picture.id(), {0, 0, levelSize.width, levelSize.height});
+        }
+        setTransform(levels[i].surface.picture.id(), steps[i + 1], 0, 0);
+    }
+    readFrom(content.pixmapId());
+}
+
+void PictureScaler::readFrom(xcb_drawable_t drawable) {
+    const auto& content = *image->content();
+    source = makePicture(connection, drawable, content.opaqueFormat());
+    setTransform(source.id(), steps.front(), content.pictureRect().x, content.pictureRect().y);
+    for (auto& level : levels)
+        level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
+}
+
+/// After the copy was drawn once, which is what stays to be seen if the window cannot be read right now.
+void PictureScaler::readInPlace(xcb_window_t window) {
+    readFrom(window);
+    const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
+    xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);
+    guard.emplace(connection, window, image->content()->pictureRect());
+}
+
+void PictureScaler::setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top) {
+    const xcb_render_transform_t transform = {
+        fixed(step.x.scale), 0, fixed(left), 0, fixed(step.y.scale), fixed(top), 0, 0, fixed(1)};
+    xcb_render_set_picture_transform(connection.xcb(), picture, transform);
+}
+
+PixelRect PictureScaler::markStale(PixelRect changed) {
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        changed = reached(changed, steps[i]);
+        if (i < levels.size())
+            levels[i].stale = united(levels[i].stale, changed);
+    }
+    return changed;
+}
+
+void PictureScaler::refreshLevels() {
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        const auto stale = std::exchange(levels[i].stale, {});
+        if (!isEmpty(stale))
+            drawStep(i, levels[i].surface.picture.id(), 0, 0, stale);
+    }
+}
+
+/// A window in place is looked at before it is read, and once more before what was read goes on from there:
+/// something may have come to cover it just in between.
+void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
+                             const PixelRect& part) {
+    const bool isGuarded = guard && step < guardedSteps;
+    if (isGuarded)
+        guard->close(to);
+    scale(connection, step == 0 ? source.id() : levels[step - 1].surface.picture.id(), to, left, top, part);
+    if (isGuarded)
+        guard->open(to);
+}
+
+void PictureScaler::fillBlack(xcb_render_picture_t to, const PixelRect& part) {
+    const auto area = toRectangle(part);
+    const xcb_render_color_t black{0, 0, 0, 0xffff};
+    xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, to, black, 1, &area);
+}
+
+void PictureScaler::draw(xcb_render_picture_t destination, int left, int top, PixelRect part) {
+    if (isEmpty(part))
+        return;
+    if (!source) {
+        fillBlack(destination, {left + part.x, top + part.y, part.width, part.height});
+        return;
+    }
+    refreshLevels();
+    drawStep(levels.size(), destination, left, top, part);
+    if (const auto window = std::exchange(toReadInPlace, XCB_NONE)) {
+        readInPlace(window);
+        draw(destination, left, top, part);
+    }
+}
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/capture/UnobscuredGuard.h"
+#include "platform/desktop/x11/capture/X11WindowImage.h"
+#include "platform/desktop/x11/mirror/ScalePlan.h"
+#include "platform/desktop/x11/server/RenderFormats.h"
+#include "platform/desktop/x11/server/RenderResources.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// Scales one window's picture on the server, in steps, and keeps the steps' results, so that only what the
+/// window has changed is scaled again. One thread at a time.
+class PictureScaler {
+  public:
+    PictureScaler(X11Connection& connection, const RenderFormats& formats)
+        : connection(connection), formats(formats) {}
+
+    /// The image to scale from now on (may be null), and the size to scale it to. Returns which part of the
+    /// result is another one than before.
+    PixelRect setImage(std::shared_ptr<const X11WindowImage> image, PixelSize size);
+    /// Draws `part` of the result to a picture. The result's top-left corner lies at (left, top) there.
+    void draw(xcb_render_picture_t destination, int left, int top, PixelRect part);
+
+  private:
+    /// The result of one step but the last.
+    struct Level {
+        Surface surface;
+        PixelRect stale; ///< What has to be scaled anew before it is read.
+    };
+
+    void rebuild();
+    void readFrom(xcb_drawable_t drawable);
+    void readInPlace(xcb_window_t window);
+    void drawStep(std::size_t step, xcb_render_picture_t to, int left, int top, const PixelRect& part);
+    void setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top);
+    void fillBlack(xcb_render_picture_t to, const PixelRect& part);
+    PixelRect markStale(PixelRect changed);
+    void refreshLevels();
+
+    X11Connection& connection;
+    const RenderFormats& formats;
+    std::shared_ptr<const X11WindowImage> image;
+    PixelSize size;
+    std::vector<ScaleStep> steps;
+    ServerPicture source;                  ///< On the window's pixmap, or on the window itself.
+    std::optional<UnobscuredGuard> guard;  ///< While the source is the window itself.
+    xcb_window_t toReadInPlace = XCB_NONE; ///< Which is to become the source once its copy was drawn.
+    std::vector<Level> levels;
+};
+
+} // namespace mirrolet::platform::desktop::x11

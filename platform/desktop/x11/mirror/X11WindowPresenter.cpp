@@ -1,0 +1,185 @@
+#include "platform/desktop/x11/mirror/X11WindowPresenter.h"
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/XcbRectangle.h"
+#include "platform/desktop/x11/server/XcbReply.h"
+
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr int largestPixmap = 32767;
+
+xcb_render_color_t toColour(std::uint32_t argb) {
+    const auto channel = [argb](int shift) {
+        return static_cast<std::uint16_t>((argb >> shift & 0xff) * 0x101);
+    };
+    return {channel(16), channel(8), channel(0), 0xffff};
+}
+
+} // namespace
+
+std::unique_ptr<WindowPresenter> X11WindowPresenter::make(X11Connection& connection, WindowNumber window) {
+    RenderFormats formats(connection);
+    if (!formats.complete())
+        return nullptr;
+    const auto attributesCookie = xcb_get_window_attributes(connection.xcb(), window);
+    const auto geometryCookie = xcb_get_geometry(connection.xcb(), window);
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(connection.xcb(), attributesCookie, nullptr));
+    const XcbReply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(connection.xcb(), geometryCookie, nullptr));
+    if (!attributes || !geometry || formats.exact(attributes->visual) == 0)
+        return nullptr;
+    const Target target{window, geometry->depth, formats.exact(attributes->visual),
+                        formats.hasAlpha(attributes->visual)};
+    return std::unique_ptr<WindowPresenter>(new X11WindowPresenter(connection, std::move(formats), target));
+}
+
+X11WindowPresenter::X11WindowPresenter(X11Connection& connection, RenderFormats renderFormats, Target target)
+    : connection(connection), formats(std::move(renderFormats)), target(target), scaler(connection, formats) {
+}
+
+X11WindowPresenter::~X11WindowPresenter() {
+    watch(nullptr);
+}
+
+void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
+    const std::lock_guard guard(lock);
+    canvas = {};
+    overlay = {};
+    corners.reset();
+    pictureRect = {};
+    stale = {};
+    if (size.width <= 0 || size.height <= 0 || size.width > largestPixmap || size.height > largestPixmap)
+        return;
+    canvas = makeSurface(connection, size, target.depth, target.format);
+    if (target.translucent)
+        corners.emplace(connection, formats, size, cornerRadius);
+    // On the pixmap that it copies from: the window may be gone at any time, and would take it along.
+    const std::uint32_t noExposures = 0;
+    context = {connection, xcb_generate_id(connection.xcb())};
+    xcb_create_gc(connection.xcb(), context.id(), canvas.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
+                  &noExposures);
+    stale = whole();
+}
+
+void X11WindowPresenter::setBackground(std::uint32_t colour) {
+    const std::lock_guard guard(lock);
+    if (std::exchange(background, colour) != colour)
+        stale = whole();
+}
+
+void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect rect) {
+    const auto onServer = std::dynamic_pointer_cast<const X11WindowImage>(image);
+    {
+        const std::lock_guard guard(lock);
+        take(onServer, rect);
+    }
+    watch(onServer ? onServer->content() : nullptr);
+}
+
+void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
+    if (content == watched)
+        return;
+    if (watched)
+        watched->unwatch(*this);
+    watched = std::move(content);
+    if (watched)
+        watched->watch(*this);
+}
+
+void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
+    // What the main thread is at, or has begun, it presents itself, all in one: a capture never waits for it.
+    const std::unique_lock guard(lock, std::try_to_lock);
+    if (!guard || !isEmpty(stale) || isEmpty(pictureRect))
+        return;
+    take(image, pictureRect);
+    draw();
+    image->noteShown();
+}
+
+void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {
+    const bool moved = std::exchange(pictureRect, rect) != rect;
+    // A newer one may have been shown while this one was on its way.
+    const bool isKnown = image == picture || (image && picture && image->isOlderThan(*picture));
+    if (isKnown && !moved)
+        return;
+    const bool cameOrWent = !image != !picture;
+    picture = std::move(image);
+    const auto changed = scaler.setImage(isEmpty(rect) ? nullptr : picture, {rect.width, rect.height});
+    if (moved || cameOrWent)
+        stale = whole();
+    else
+        stale = united(
+            stale,
+            intersection({rect.x + changed.x, rect.y + changed.y, changed.width, changed.height}, whole()));
+}
+
+void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
+    const std::lock_guard guard(lock);
+    if (!canvas.pixmap || bitmap.size != canvas.size)
+        return;
+    if (!overlay.pixmap)
+        overlay = makeSurface(connection, canvas.size, 32, formats.argb32);
+    upload(connection, overlay, bitmap);
+    stale = whole();
+}
+
+void X11WindowPresenter::present() {
+    const std::lock_guard guard(lock);
+    draw();
+}
+
+void X11WindowPresenter::draw() {
+    const auto part = std::exchange(stale, {});
+    if (isEmpty(part))
+        return;
+    drawCanvas(part);
+    if (corners)
+        corners->cut(canvas.picture.id(), part);
+    copyToWindow(part);
+}
+
+/// Every pixel of the part anew, and opaque: what was cut off the corners is there again.
+void X11WindowPresenter::drawCanvas(const PixelRect& part) {
+    if (!picture || !contains(pictureRect, part)) {
+        const auto area = toRectangle(part);
+        xcb_render_fill_rectangles(connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture.id(),
+                                   toColour(background), 1, &area);
+    }
+    if (picture) {
+        auto shown = intersection(part, pictureRect);
+        shown.x -= pictureRect.x;
+        shown.y -= pictureRect.y;
+        scaler.draw(canvas.picture.id(), pictureRect.x, pictureRect.y, shown);
+    }
+    if (overlay.pixmap)
+        layOver(part);
+}
+
+void X11WindowPresenter::layOver(const PixelRect& part) {
+    const auto area = toRectangle(part);
+    xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_OVER, overlay.picture.id(),
+                         XCB_RENDER_PICTURE_NONE, canvas.picture.id(), area.x, area.y, 0, 0, area.x, area.y,
+                         area.width, area.height);
+}
+
+void X11WindowPresenter::copyToWindow(const PixelRect& part) {
+    const auto area = toRectangle(part);
+    xcb_copy_area(connection.xcb(), canvas.pixmap.id(), target.window, context.id(), area.x, area.y, area.x,
+                  area.y, area.width, area.height);
+    connection.flush();
+}
+
+void X11WindowPresenter::repair(PixelRect area) {
+    const std::lock_guard guard(lock);
+    // What is about to be drawn anew anyway, or was never drawn, is not worth copying.
+    const auto part = intersection(area, whole());
+    if (canvas.pixmap && !isEmpty(part) && stale != whole())
+        copyToWindow(part);
+}
+
+} // namespace mirrolet::platform::desktop::x11

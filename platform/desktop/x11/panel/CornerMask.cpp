@@ -1,0 +1,46 @@
+#include "platform/desktop/x11/panel/CornerMask.h"
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/mirror/RoundedRegion.h"
+#include "platform/desktop/x11/server/CompositingManager.h"
+#include "platform/desktop/x11/server/XcbRectangle.h"
+
+#include <xcb/shape.h>
+
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+
+CornerMask::CornerMask(X11Connection& connection, CompositingManager& compositingManager, xcb_window_t window)
+    : connection(connection), compositingManager(compositingManager), window(window) {
+    subscription = compositingManager.onChange([this] {
+        const std::lock_guard guard(lock);
+        apply();
+    });
+}
+
+void CornerMask::set(PixelSize newSize, double newRadius) {
+    const std::lock_guard guard(lock);
+    size = newSize;
+    radius = newRadius;
+    apply();
+}
+
+void CornerMask::apply() {
+    if (!connection.extensions().shape || size == PixelSize{})
+        return;
+    if (compositingManager.running() || radius <= 0) {
+        xcb_shape_mask(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0,
+                       XCB_PIXMAP_NONE);
+    } else {
+        std::vector<xcb_rectangle_t> rectangles;
+        for (const auto& band : roundedRegion(size, radius))
+            rectangles.push_back(toRectangle(band));
+        xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                             XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
+                             static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+    }
+    connection.flush();
+}
+
+} // namespace mirrolet::platform::desktop::x11

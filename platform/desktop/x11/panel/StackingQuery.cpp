@@ -1,0 +1,143 @@
+#include "platform/desktop/x11/panel/StackingQuery.h"
+
+#include "platform/desktop/x11/server/XcbReply.h"
+
+#include <algorithm>
+#include <span>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr std::uint32_t mostTypes = 8;
+
+struct Candidate {
+    xcb_window_t topLevel;
+    bool overrideRedirect;
+    std::vector<xcb_window_t> children;
+    xcb_window_t client; ///< The window inside a frame; the top level itself where there is no frame.
+};
+
+std::vector<xcb_window_t> childrenFrom(xcb_connection_t* xcb, xcb_query_tree_cookie_t cookie) {
+    const XcbReply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(xcb, cookie, nullptr));
+    if (!reply)
+        return {};
+    const auto* first = xcb_query_tree_children(reply.get());
+    return {first, first + xcb_query_tree_children_length(reply.get())};
+}
+
+/// All questions first, then all answers: one round trip, however many windows there are.
+std::vector<Candidate> viewableOf(const X11Connection& connection,
+                                  const std::vector<xcb_window_t>& topLevels) {
+    std::vector<xcb_get_window_attributes_cookie_t> attributeCookies;
+    std::vector<xcb_query_tree_cookie_t> treeCookies;
+    for (const auto window : topLevels) {
+        attributeCookies.push_back(xcb_get_window_attributes(connection.xcb(), window));
+        treeCookies.push_back(xcb_query_tree(connection.xcb(), window));
+    }
+    std::vector<Candidate> found;
+    for (std::size_t i = 0; i < topLevels.size(); ++i) {
+        const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(connection.xcb(), attributeCookies[i], nullptr));
+        auto children = childrenFrom(connection.xcb(), treeCookies[i]);
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
+            found.push_back(
+                {topLevels[i], attributes->override_redirect != 0, std::move(children), topLevels[i]});
+    }
+    return found;
+}
+
+/// A frame is the window manager's, and what is in it is another client's; the number of a window tells whose
+/// it is. (Some time after the map also WM_STATE tells; the map event comes too early for that.)
+class FrameReader {
+  public:
+    explicit FrameReader(const X11Connection& connection)
+        : connection(connection), ownerMask(~xcb_get_setup(connection.xcb())->resource_id_mask) {}
+
+    void findClients(std::vector<Candidate>& candidates) const {
+        for (auto& candidate : candidates)
+            findClient(candidate);
+    }
+
+  private:
+    [[nodiscard]] xcb_window_t ownerOf(xcb_window_t window) const { return window & ownerMask; }
+
+    void findClient(Candidate& candidate) const {
+        const auto owner = ownerOf(candidate.topLevel);
+        if (owner == 0)
+            return; // The server's own: a compositing manager draws in it.
+        if (takeForeign(candidate, owner, candidate.children))
+            return;
+        std::vector<xcb_query_tree_cookie_t> cookies;
+        for (const auto child : candidate.children)
+            cookies.push_back(xcb_query_tree(connection.xcb(), child));
+        for (const auto cookie : cookies)
+            takeForeign(candidate, owner, childrenFrom(connection.xcb(), cookie));
+    }
+
+    bool takeForeign(Candidate& candidate, xcb_window_t owner, std::span<const xcb_window_t> children) const {
+        const auto foreign = std::ranges::find_if(
+            children, [this, owner](xcb_window_t child) { return ownerOf(child) != owner; });
+        if (foreign == children.end())
+            return false;
+        candidate.client = *foreign;
+        return true;
+    }
+
+    const X11Connection& connection;
+    std::uint32_t ownerMask;
+};
+
+bool isPopUp(const Atoms& atoms, xcb_atom_t type) {
+    const auto popUps = {atoms._NET_WM_WINDOW_TYPE_MENU,
+                         atoms._NET_WM_WINDOW_TYPE_POPUP_MENU,
+                         atoms._NET_WM_WINDOW_TYPE_DROPDOWN_MENU,
+                         atoms._NET_WM_WINDOW_TYPE_TOOLTIP,
+                         atoms._NET_WM_WINDOW_TYPE_NOTIFICATION,
+                         atoms._NET_WM_WINDOW_TYPE_COMBO,
+                         atoms._NET_WM_WINDOW_TYPE_DND};
+    return std::ranges::find(popUps, type) != popUps.end();
+}
+
+bool isApplication(const Atoms& atoms, const Candidate& candidate, std::span<const xcb_atom_t> types) {
+    const xcb_atom_t type = types.empty() ? static_cast<xcb_atom_t>(XCB_ATOM_NONE) : types.front();
+    if (isPopUp(atoms, type))
+        return false;
+    if (candidate.client != candidate.topLevel || !candidate.overrideRedirect)
+        return true;
+    // Toolkits call any window "normal", their pop-ups and screen lockers too.
+    return type != XCB_ATOM_NONE && type != atoms._NET_WM_WINDOW_TYPE_NORMAL;
+}
+
+} // namespace
+
+std::vector<xcb_window_t> stackingOrder(const X11Connection& connection) {
+    return childrenFrom(connection.xcb(), xcb_query_tree(connection.xcb(), connection.root()));
+}
+
+std::vector<xcb_window_t> applicationWindows(const X11Connection& connection,
+                                             const std::vector<xcb_window_t>& topLevels) {
+    auto candidates = viewableOf(connection, topLevels);
+    FrameReader(connection).findClients(candidates);
+    std::vector<xcb_get_property_cookie_t> cookies;
+    for (const auto& candidate : candidates)
+        cookies.push_back(xcb_get_property(connection.xcb(), 0, candidate.client,
+                                           connection.atoms()._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, 0,
+                                           mostTypes));
+    std::vector<xcb_window_t> found;
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        const XcbReply<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(connection.xcb(), cookies[i], nullptr));
+        if (!reply)
+            continue;
+        const std::span<const xcb_atom_t> types(
+            static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t));
+        if (isApplication(connection.atoms(), candidates[i], types))
+            found.push_back(candidates[i].topLevel);
+    }
+    return found;
+}
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,288 @@
+#include "platform/desktop/x11/panel/WindowShadow.h"
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/panel/PanelStack.h"
+#include "platform/desktop/x11/panel/SoftShadow.h"
+#include "platform/desktop/x11/server/CompositingManager.h"
+#include "platform/desktop/x11/server/XcbRectangle.h"
+#include "platform/desktop/x11/server/XcbReply.h"
+
+#include <xcb/shape.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr std::uint8_t argbDepth = 32;
+constexpr int largestSide = 16384; // Of a panel; far from what 16 bits of the protocol hold.
+
+template <typename Event> const Event& as(const xcb_generic_event_t& event) {
+    return reinterpret_cast<const Event&>(event);
+}
+
+/// XCB_NONE on a server without translucent windows.
+xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
+    for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem; xcb_depth_next(&depth)) {
+        if (depth.data->depth != argbDepth)
+            continue;
+        for (auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem; xcb_visualtype_next(&visual))
+            if (visual.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR && visual.data->red_mask == 0xff0000)
+                return visual.data->visual_id;
+    }
+    return XCB_NONE;
+}
+
+ServerPixmap makePixmap(X11Connection& connection, PixelSize size) {
+    const auto id = xcb_generate_id(connection.xcb());
+    xcb_create_pixmap(connection.xcb(), argbDepth, id, connection.root(),
+                      static_cast<std::uint16_t>(size.width), static_cast<std::uint16_t>(size.height));
+    return {connection, id};
+}
+
+/// Makes a pixmap wider or higher by repeating the line in its middle, all on the server.
+class Lengthening {
+  public:
+    enum class Way { wider, higher };
+
+    /// `breadth`: the side that both pixmaps share.
+    Lengthening(xcb_connection_t* xcb, xcb_gcontext_t context, Way way, int breadth)
+        : xcb(xcb), context(context), way(way), breadth(breadth) {}
+
+    void run(xcb_pixmap_t from, int fromLength, xcb_pixmap_t to, int toLength) const {
+        const int middle = fromLength / 2;
+        const int rest = fromLength - middle - 1;
+        copy(from, to, 0, 0, middle + 1);
+        copy(from, to, middle + 1, toLength - rest, rest);
+        // Each time as much as stands there already.
+        const int wanted = toLength - rest - middle;
+        for (int done = 1; done < wanted; done *= 2)
+            copy(to, to, middle, middle + done, std::min(done, wanted - done));
+    }
+
+  private:
+    void copy(xcb_pixmap_t from, xcb_pixmap_t to, int source, int target, int length) const {
+        const auto at = static_cast<std::int16_t>(source);
+        const auto there = static_cast<std::int16_t>(target);
+        const auto along = static_cast<std::uint16_t>(length);
+        const auto across = static_cast<std::uint16_t>(breadth);
+        if (way == Way::wider)
+            xcb_copy_area(xcb, from, to, context, at, 0, there, 0, along, across);
+        else
+            xcb_copy_area(xcb, from, to, context, 0, at, 0, there, across, along);
+    }
+
+    xcb_connection_t* xcb;
+    xcb_gcontext_t context;
+    Way way;
+    int breadth;
+};
+
+} // namespace
+
+WindowShadow::WindowShadow(X11Connection& connection, CompositingManager& compositingManager,
+                           PanelStack& stack, xcb_window_t panel)
+    : connection(connection), compositingManager(compositingManager), stack(stack), panel(panel) {
+    subscriptions[0] = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
+        if (as<xcb_map_notify_event_t>(event).event == this->panel)
+            panelMapped();
+    });
+    subscriptions[1] = connection.subscribe(XCB_UNMAP_NOTIFY, [this](const xcb_generic_event_t& event) {
+        if (as<xcb_unmap_notify_event_t>(event).event == this->panel)
+            panelUnmapped();
+    });
+    subscriptions[2] = connection.subscribe(XCB_CONFIGURE_NOTIFY, [this](const xcb_generic_event_t& event) {
+        const auto& notify = as<xcb_configure_notify_event_t>(event);
+        if (notify.event == this->panel)
+            panelConfigured({notify.x, notify.y, notify.width, notify.height});
+    });
+    subscriptions[3] = compositingManager.onChange([this] {
+        const std::lock_guard guard(lock);
+        update();
+    });
+}
+
+WindowShadow::~WindowShadow() {
+    for (auto& subscription : subscriptions)
+        subscription = {};
+    remove();
+}
+
+void WindowShadow::set(const PanelShadow& newShadow) {
+    const std::lock_guard guard(lock);
+    if (std::exchange(shadow, newShadow) == newShadow)
+        return;
+    core = {};
+    coreFor = paintedFor = {};
+    update();
+}
+
+void WindowShadow::setRadius(double newRadius) {
+    const std::lock_guard guard(lock);
+    radius = newRadius;
+    update();
+}
+
+void WindowShadow::panelMapped() {
+    // Asked for once: what the panel was made with, nothing has told.
+    const XcbReply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(connection.xcb(), xcb_get_geometry(connection.xcb(), panel), nullptr));
+    const std::lock_guard guard(lock);
+    if (geometry)
+        panelRect = {geometry->x, geometry->y, geometry->width, geometry->height};
+    mapped = geometry != nullptr;
+    update();
+}
+
+void WindowShadow::panelUnmapped() {
+    const std::lock_guard guard(lock);
+    mapped = false;
+    update();
+}
+
+void WindowShadow::panelConfigured(const PixelRect& newRect) {
+    const std::lock_guard guard(lock);
+    if (std::exchange(panelRect, newRect) != newRect)
+        update();
+}
+
+bool WindowShadow::wanted() const {
+    return mapped && shadow.opacity > 0 && connection.extensions().shape && compositingManager.running() &&
+           !isEmpty(panelRect) && std::max(panelRect.width, panelRect.height) <= largestSide;
+}
+
+PixelRect WindowShadow::place() const {
+    const int reach = reachOf(shadow);
+    const int down = static_cast<int>(std::lround(shadow.offset));
+    return {panelRect.x - reach, panelRect.y - reach + down, panelRect.width + 2 * reach,
+            panelRect.height + 2 * reach};
+}
+
+void WindowShadow::update() {
+    if (!wanted())
+        return remove();
+    const bool isNew = !window;
+    if (isNew)
+        make();
+    if (!window)
+        return;
+    const auto rect = place();
+    const std::uint32_t values[] = {static_cast<std::uint32_t>(rect.x), static_cast<std::uint32_t>(rect.y),
+                                    static_cast<std::uint32_t>(rect.width),
+                                    static_cast<std::uint32_t>(rect.height)};
+    xcb_configure_window(connection.xcb(), window.id(),
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    paint();
+    if (isNew) {
+        stack.setShadow(panel, window.id());
+        xcb_map_window(connection.xcb(), window.id());
+    }
+    connection.flush();
+}
+
+void WindowShadow::make() {
+    const auto visual = argbVisual(connection.screen());
+    if (visual == XCB_NONE)
+        return;
+    xcb_connection_t* xcb = connection.xcb();
+    colours = {connection, xcb_generate_id(xcb)};
+    xcb_create_colormap(xcb, XCB_COLORMAP_ALLOC_NONE, colours.id(), connection.root(), visual);
+    window = {connection, xcb_generate_id(xcb)};
+    const std::uint32_t values[] = {0, 1, colours.id()};
+    xcb_create_window(xcb, argbDepth, window.id(), connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                      XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values);
+    writeProperties();
+    xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window.id(),
+                         0, 0, 0, nullptr);
+    paintedFor = {};
+}
+
+/// Of a type that compositing managers neither animate nor give a shadow of their own.
+void WindowShadow::writeProperties() const {
+    const auto& atoms = connection.atoms();
+    const std::uint32_t none = 0;
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window.id(), atoms._NET_WM_WINDOW_TYPE,
+                        XCB_ATOM_ATOM, 32, 1, &atoms._NET_WM_WINDOW_TYPE_DND);
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window.id(), atoms._COMPTON_SHADOW,
+                        XCB_ATOM_CARDINAL, 32, 1, &none);
+}
+
+void WindowShadow::remove() {
+    if (!window)
+        return;
+    stack.setShadow(panel, XCB_WINDOW_NONE);
+    window = {};
+    colours = {};
+    connection.flush();
+}
+
+void WindowShadow::paint() {
+    const PixelSize size{panelRect.width, panelRect.height};
+    if (std::exchange(paintedFor, size) == size && paintedRadius == radius)
+        return;
+    paintedRadius = radius;
+    renewCore();
+    xcb_connection_t* xcb = connection.xcb();
+    const int reach = 2 * reachOf(shadow);
+    const PixelSize from{coreFor.width + reach, coreFor.height + reach};
+    const PixelSize to{size.width + reach, size.height + reach};
+    const auto wide = makePixmap(connection, {to.width, from.height});
+    const auto picture = makePixmap(connection, to);
+    Lengthening(xcb, context.id(), Lengthening::Way::wider, from.height)
+        .run(core.id(), from.width, wide.id(), to.width);
+    Lengthening(xcb, context.id(), Lengthening::Way::higher, to.width)
+        .run(wide.id(), from.height, picture.id(), to.height);
+    const std::uint32_t background = picture.id(); // The window keeps it; our name for it can go.
+    xcb_change_window_attributes(xcb, window.id(), XCB_CW_BACK_PIXMAP, &background);
+    cutOut();
+    xcb_clear_area(xcb, 0, window.id(), 0, 0, 0, 0);
+}
+
+void WindowShadow::renewCore() {
+    const double cut = std::min(radius, std::min(panelRect.width, panelRect.height) / 2.0);
+    const int corners = 2 * (reachOf(shadow) + static_cast<int>(std::ceil(cut))) + 1;
+    const PixelSize size{std::min(panelRect.width, corners), std::min(panelRect.height, corners)};
+    if (core && size == coreFor && cut == coreRadius)
+        return;
+    const auto bitmap = softShadow(size, cut, shadow);
+    Surface surface{makePixmap(connection, bitmap.size), {}, bitmap.size};
+    upload(connection, surface, bitmap);
+    if (!context) {
+        const std::uint32_t noExposures = 0;
+        context = {connection, xcb_generate_id(connection.xcb())};
+        xcb_create_gc(connection.xcb(), context.id(), surface.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
+                      &noExposures);
+    }
+    core = std::move(surface.pixmap);
+    coreFor = size;
+    coreRadius = cut;
+}
+
+/// What the panel covers anyway is cut out, so that a compositing manager has nothing to blend there with
+/// every frame of the mirror.
+void WindowShadow::cutOut() const {
+    const auto outer = place();
+    const int inset = static_cast<int>(std::ceil(radius * 0.3)) + 1; // Clear of the round corners.
+    const PixelRect hole{panelRect.x - outer.x + inset, panelRect.y - outer.y + inset,
+                         panelRect.width - 2 * inset, panelRect.height - 2 * inset};
+    const int right = hole.x + hole.width;
+    const int below = hole.y + hole.height;
+    const xcb_rectangle_t around[] = {toRectangle({0, 0, outer.width, hole.y}),
+                                      toRectangle({0, hole.y, hole.x, hole.height}),
+                                      toRectangle({right, hole.y, outer.width - right, hole.height}),
+                                      toRectangle({0, below, outer.width, outer.height - below})};
+    const auto all = toRectangle({0, 0, outer.width, outer.height});
+    const bool holed = !isEmpty(hole) && hole.y >= 0;
+    xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                         XCB_CLIP_ORDERING_YX_BANDED, window.id(), 0, 0,
+                         holed ? std::uint32_t(std::size(around)) : 1, holed ? around : &all);
+}
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,79 @@
+#include "platform/desktop/x11/panel/WmStateWaiter.h"
+
+#include "platform/desktop/x11/server/Property.h"
+#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/windows/WindowManagerCheck.h"
+
+#include <chrono>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestWait{500};
+constexpr std::uint32_t withdrawn = 0;
+constexpr std::uint32_t iconic = 3;
+constexpr std::uint32_t stateLength = 8; // Bytes.
+
+} // namespace
+
+WmStateWaiter::WmStateWaiter(X11Connection& connection, xcb_window_t window)
+    : connection(connection), window(window) {
+    subscriptions[0] = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
+        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == this->window)
+            changed();
+    });
+    subscriptions[1] = connection.subscribe(XCB_UNMAP_NOTIFY, [this](const xcb_generic_event_t& event) {
+        if (reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == this->window)
+            changed();
+    });
+    subscriptions[2] = connection.subscribe(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
+        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (notify.window == this->window && notify.atom == this->connection.atoms().WM_STATE)
+            changed();
+    });
+}
+
+void WmStateWaiter::awaitMapped() {
+    // Iconic: the manager was asked to show it and keeps it away, as on another desktop.
+    await([this](const State& now) {
+        return now.managed == iconic || (now.mapped && (now.managed != withdrawn || !managerLives()));
+    });
+}
+
+void WmStateWaiter::awaitWithdrawn() {
+    await([this](const State& now) { return !now.mapped && (now.managed == withdrawn || !managerLives()); });
+}
+
+void WmStateWaiter::await(const std::function<bool(const State&)>& wanted) {
+    std::unique_lock guard(lock);
+    change.wait_for(guard, longestWait, [&] {
+        const State now = state();
+        return !now.known || wanted(now);
+    });
+}
+
+WmStateWaiter::State WmStateWaiter::state() const {
+    const auto attributesCookie = xcb_get_window_attributes(connection.xcb(), window);
+    const auto wordCookie =
+        requestProperty(connection.xcb(), window, connection.atoms().WM_STATE, stateLength);
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(connection.xcb(), attributesCookie, nullptr));
+    const auto word = takeProperty(connection.xcb(), wordCookie);
+    const auto items = propertyIn(word).items(connection.atoms().WM_STATE);
+    return {attributes != nullptr, attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED,
+            items.empty() ? withdrawn : items.front()};
+}
+
+/// One that ended leaves its word behind.
+bool WmStateWaiter::managerLives() const {
+    WindowManagerCheck check(connection);
+    return check.askManager() && check.managerLives();
+}
+
+void WmStateWaiter::changed() {
+    const std::lock_guard guard(lock);
+    change.notify_all();
+}
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/desktop/x11/server/XcbReply.h"
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// A property as the server gave it. Any client can write anything into any property, so type, format and
+/// length are checked at each use; what does not fit counts as absent. A view: whoever made it keeps the
+/// bytes.
+struct Property {
+    xcb_atom_t type = XCB_ATOM_NONE; ///< XCB_ATOM_NONE where there is no such property.
+    std::uint8_t format = 0;         ///< 8, 16 or 32 bits an item.
+    std::string_view bytes;
+    bool cut = false; ///< The property is longer than what was read of it.
+
+    [[nodiscard]] bool isText(xcb_atom_t textType) const { return type == textType && format == 8; }
+    /// The items of a property of that type and 32 bits; empty otherwise.
+    [[nodiscard]] std::vector<std::uint32_t> items(xcb_atom_t itemType) const;
+};
+
+/// The bytes of a reply; an absent property for a reply that is missing because the window died.
+Property propertyIn(const XcbReply<xcb_get_property_reply_t>& reply);
+
+/// Asks for at most `mostBytes` of a property, of whatever type.
+xcb_get_property_cookie_t requestProperty(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t name,
+                                          std::uint32_t mostBytes);
+/// Waits for the reply.
+XcbReply<xcb_get_property_reply_t> takeProperty(xcb_connection_t* connection,
+                                                xcb_get_property_cookie_t cookie);
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/desktop/x11/server/X11Connection.h"
+
+#include <xcb/render.h>
+
+#include <cstdint>
+#include <map>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// The server's RENDER formats that mirroring needs, asked for once. All 0 on a server without RENDER.
+/// Constant.
+class RenderFormats {
+  public:
+    explicit RenderFormats(X11Connection& connection);
+
+    /// Whether the server can hold and compose 24 and 32 bit pixels.
+    [[nodiscard]] bool complete() const { return opaque24 != 0 && argb32 != 0; }
+    /// The format of a visual with its alpha left out: pixels read by it are opaque. 0 if there is none.
+    [[nodiscard]] xcb_render_pictformat_t opaque(xcb_visualid_t visual) const;
+    /// The format of a visual as it is. 0 if there is none.
+    [[nodiscard]] xcb_render_pictformat_t exact(xcb_visualid_t visual) const;
+    /// Whether windows of this visual can be translucent.
+    [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const;
+
+    xcb_render_pictformat_t opaque24 = 0; ///< x8r8g8b8 of depth 24.
+    xcb_render_pictformat_t argb32 = 0;   ///< a8r8g8b8 of depth 32.
+
+  private:
+    std::map<xcb_render_pictformat_t, xcb_render_pictforminfo_t> formats;
+    std::map<xcb_visualid_t, xcb_render_pictformat_t> visuals;
+};
+
+} // namespace mirrolet::platform::desktop::x11

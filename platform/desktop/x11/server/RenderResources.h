@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/desktop/PixelRects.h"
+#include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/server/ServerResource.h"
+
+#include <xcb/render.h>
+#include <xcb/xcb.h>
+
+#include <cstdint>
+
+namespace mirrolet::platform::desktop::x11 {
+
+using ServerPixmap = ServerResource<&xcb_free_pixmap>;
+using ServerPicture = ServerResource<&xcb_render_free_picture>;
+using ServerContext = ServerResource<&xcb_free_gc>;
+
+/// A pixmap and the RENDER picture on it.
+struct Surface {
+    ServerPixmap pixmap;
+    ServerPicture picture;
+    PixelSize size;
+};
+
+/// A picture on a drawable. Samples outside take the nearest edge pixel, and scaling is bilinear.
+ServerPicture makePicture(X11Connection& connection, xcb_drawable_t drawable, xcb_render_pictformat_t format);
+ServerPixmap makePixmap(X11Connection& connection, PixelSize size, std::uint8_t depth);
+/// New, with undefined content.
+Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
+                    xcb_render_pictformat_t format);
+/// Uploads rows of 32 bit pixels, in as many requests as the server's limit asks for.
+void upload(X11Connection& connection, const Surface& surface, const Bitmap& bitmap);
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/desktop/x11/server/X11Connection.h"
+
+#include <xcb/res.h>
+
+#include <cstdint>
+#include <unordered_map>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// Which process each client of the server is, as the server itself knows it. Clients of other machines have
+/// none.
+class ClientProcesses {
+  public:
+    explicit ClientProcesses(X11Connection& connection);
+
+    struct Request {
+        xcb_res_query_client_ids_cookie_t cookie{0};
+        bool made = false;
+    };
+    /// One request for all clients; nothing is sent where the server lacks it.
+    [[nodiscard]] Request request() const;
+    /// Waits for the reply.
+    void take(const Request& request);
+
+    /// The part of a resource's number that is the client's.
+    [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~resourceMask; }
+    /// 0 where the server does not know it.
+    [[nodiscard]] std::int32_t pidOf(std::uint32_t client) const;
+
+  private:
+    xcb_connection_t* xcb;
+    bool available;
+    std::uint32_t resourceMask;
+    std::unordered_map<std::uint32_t, std::int32_t> pids;
+};
+
+} // namespace mirrolet::platform::desktop::x11

@@ -1,0 +1,77 @@
+#include "platform/desktop/x11/windows/X11Applications.h"
+
+#include "platform/desktop/x11/server/Property.h"
+#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/windows/OwnerRequest.h"
+#include "platform/desktop/x11/windows/WindowManagerCheck.h"
+#include "platform/foundation/DesktopEntryFiles.h"
+
+#include <unistd.h>
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan)
+    : X11Applications(connection, loan, DesktopEntryIndex(userApplicationFolders())) {}
+
+X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries)
+    : connection(connection), loan(loan), book(getpid(), ProcFolder(), std::move(entries)) {}
+
+std::optional<Application> X11Applications::frontmost() {
+    const xcb_window_t lender = loan.window();
+    const auto window = lender == XCB_WINDOW_NONE ? activeWindow() : std::optional(lender);
+    if (!window)
+        return std::nullopt;
+    ClientProcesses clients(connection);
+    const auto pids = clients.request();
+    // Asked anew although the list just told it of this window: a number is soon another client's window.
+    const auto exists = xcb_get_geometry(connection.xcb(), *window);
+    OwnerRequest request(connection, *window, true);
+    clients.take(pids);
+    const XcbReply<xcb_get_geometry_reply_t> geometry(
+        xcb_get_geometry_reply(connection.xcb(), exists, nullptr));
+    const auto owner = request.take(clients);
+    if (!geometry)
+        return std::nullopt;
+    return book.applicationsOf({owner}, false).front();
+}
+
+std::optional<xcb_window_t> X11Applications::activeWindow() {
+    auto* xcb = connection.xcb();
+    WindowManagerCheck check(connection);
+    const auto active = requestProperty(xcb, connection.root(), connection.atoms()._NET_ACTIVE_WINDOW, 8);
+    const auto focus = xcb_get_input_focus(xcb);
+    const bool named = check.askManager();
+    const auto activeReply = takeProperty(xcb, active);
+    const XcbReply<xcb_get_input_focus_reply_t> focusReply(xcb_get_input_focus_reply(xcb, focus, nullptr));
+    const auto windows = propertyIn(activeReply).items(XCB_ATOM_WINDOW);
+    if (named && check.managerLives() && !windows.empty())
+        return windows[0] == XCB_WINDOW_NONE ? std::nullopt : std::optional(windows[0]);
+    return focusReply ? focusedTopLevel(focusReply->focus) : std::nullopt;
+}
+
+/// A window manager with nothing to focus parks the keyboard on a window of its own, which bypasses itself.
+bool X11Applications::isOrdinary(xcb_window_t topLevel) const {
+    const XcbReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        connection.xcb(), xcb_get_window_attributes(connection.xcb(), topLevel), nullptr));
+    return attributes && attributes->override_redirect == 0;
+}
+
+/// The focus is often on a child that the toolkit made for it.
+std::optional<xcb_window_t> X11Applications::focusedTopLevel(xcb_window_t focus) const {
+    constexpr int deepest = 64;
+    if (focus == XCB_INPUT_FOCUS_POINTER_ROOT || focus == connection.root())
+        return std::nullopt;
+    for (int depth = 0; focus != XCB_WINDOW_NONE && depth < deepest; ++depth) {
+        const XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection.xcb(), xcb_query_tree(connection.xcb(), focus), nullptr));
+        if (!tree)
+            return std::nullopt;
+        if (tree->parent == connection.root())
+            return isOrdinary(focus) ? std::optional(focus) : std::nullopt;
+        focus = tree->parent;
+    }
+    return std::nullopt;
+}
+
+} // namespace mirrolet::platform::desktop::x11

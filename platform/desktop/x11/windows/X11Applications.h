@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/desktop/Applications.h"
+#include "platform/desktop/applications/ApplicationRegistry.h"
+#include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/desktop/x11/windows/PreviousFocus.h"
+
+#include <optional>
+#include <vector>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// The applications behind the windows of an X server. Any thread.
+class X11Applications final : public Applications {
+  public:
+    X11Applications(X11Connection& connection, PreviousFocus& loan);
+    X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries);
+
+    std::optional<Application> frontmost() override;
+    std::optional<Application> running(std::int32_t pid) override { return book.running(pid); }
+
+    /// For the window list: the applications of all windows on screen, in their order.
+    std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows) {
+        return book.applicationsOf(windows, true);
+    }
+
+  private:
+    std::optional<xcb_window_t> activeWindow();
+    [[nodiscard]] std::optional<xcb_window_t> focusedTopLevel(xcb_window_t focus) const;
+
+    [[nodiscard]] bool isOrdinary(xcb_window_t topLevel) const;
+
+    X11Connection& connection;
+    PreviousFocus& loan;
+    ApplicationRegistry book;
+};
+
+} // namespace mirrolet::platform::desktop::x11

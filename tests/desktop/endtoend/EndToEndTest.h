@@ -1,0 +1,83 @@
+#pragma once
+
+#include "tests/desktop/harness/CallWindow.h"
+#include "tests/desktop/harness/Keyboard.h"
+#include "tests/desktop/harness/Pointer.h"
+#include "tests/desktop/harness/Program.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/WindowCommands.h"
+#include "tests/desktop/harness/WindowManager.h"
+#include "tests/desktop/harness/XServer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace mirrolet {
+
+/// A desktop with the real program on it. Steps that do not happen throw, which fails the test with what was
+/// awaited.
+class EndToEndTest : public testing::Test {
+  protected:
+    static constexpr std::uint32_t blue = 0x2040c0;
+    static constexpr std::uint32_t green = 0x20a040;
+    static constexpr std::uint32_t orange = 0xe08020;
+    static constexpr int superAlt = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
+
+    explicit EndToEndTest(harness::WindowManagerKind kind = harness::WindowManagerKind::openbox,
+                          const harness::XServer::Options& screen = {});
+    void TearDown() override;
+
+    /// Starts the program with these defaults on top of a short poll interval; returns when its shortcuts
+    /// work.
+    void start(const std::string& defaults = {});
+    /// Without monitoring: only shortcuts open something.
+    void startQuiet(const std::string& defaults = {});
+
+    /// A still window of one colour, which has the keyboard.
+    std::unique_ptr<harness::CallWindow> showCall(std::uint32_t colour = blue);
+    std::unique_ptr<harness::CallWindow> showWindow(const harness::CallWindow::Options& options);
+    void giveKeyboardTo(const harness::CallWindow& window);
+
+    xcb_window_t awaitPrompt();
+    xcb_window_t awaitPanel();
+    void awaitNothing();
+    /// True if neither prompt nor mirror was seen for several polls.
+    bool nothingAppears();
+    bool nothingShown();
+    /// Show a call, accept.
+    xcb_window_t openMirror(const harness::CallWindow& call, std::uint32_t colour = blue);
+
+    void pressFrontmostShortcut() {
+        keyboard.stroke({harness::key::leftSuper, harness::key::leftAlt, harness::key::f});
+    }
+    void pressVisibilityShortcut() {
+        keyboard.stroke({harness::key::leftSuper, harness::key::leftAlt, harness::key::p});
+    }
+    /// By another client than the test; the modifiers are X masks.
+    bool isGrabbed(int evdevCode, int modifiers = superAlt) {
+        return isGrabbed(client, evdevCode, modifiers);
+    }
+    static bool isGrabbed(harness::XClient& client, int evdevCode, int modifiers = superAlt);
+
+    [[nodiscard]] std::uint32_t centreOf(xcb_window_t window) const;
+    void awaitColour(xcb_window_t panel, std::uint32_t colour);
+    void clickCloseButton(xcb_window_t panel);
+
+    harness::XServer server;
+    harness::SessionBus bus;
+    std::unique_ptr<harness::WindowManager> manager;
+    harness::XClient client{server};
+    harness::WindowFacts facts{client};
+    harness::WindowCommands commands{client};
+    harness::Keyboard keyboard{client};
+    harness::Pointer pointer{client};
+    std::unique_ptr<harness::Program> program;
+};
+
+/// "RRGGBB"
+std::string colourName(std::uint32_t colour);
+
+} // namespace mirrolet

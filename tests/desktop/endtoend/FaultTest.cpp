@@ -1,0 +1,158 @@
+#include "tests/desktop/endtoend/EndToEndTest.h"
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/ProcessorTime.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <optional>
+#include <thread>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using namespace std::chrono_literals;
+
+/// A session in which something else ends. The mirror goes on, the shortcuts work, and nobody complains.
+class AMirror : public EndToEndTest {
+  protected:
+    void open() {
+        startQuiet();
+        call = showCall();
+        panel = openMirror(*call);
+    }
+
+    void expectAlive(const std::string& when) {
+        SCOPED_TRACE(when);
+        for (const auto colour : {green, orange, blue}) {
+            call->tell("colour " + colourName(colour));
+            awaitColour(panel, colour);
+        }
+        pressVisibilityShortcut();
+        require("the mirror is hidden " + when, [this] { return nothingShown(); });
+        pressVisibilityShortcut();
+        EXPECT_EQ(awaitPanel(), panel);
+        awaitColour(panel, blue);
+        EXPECT_EQ(program->log(), "");
+    }
+
+    void pause() {
+        const char* wanted = std::getenv("MIRROLET_PAUSE_SECONDS");
+        program->child().signal(SIGSTOP);
+        std::this_thread::sleep_for(std::chrono::duration<double>(wanted == nullptr ? 3 : std::atof(wanted)));
+        program->child().signal(SIGCONT);
+    }
+
+    double wakeUpsPerSecond() {
+        const auto begin = std::chrono::steady_clock::now();
+        const double before = bench::wakeUps(program->pid());
+        std::this_thread::sleep_for(500ms);
+        const double count = bench::wakeUps(program->pid()) - before;
+        return count / std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    }
+
+    std::unique_ptr<CallWindow> call;
+    xcb_window_t panel = XCB_NONE;
+};
+
+TEST_F(AMirror, OutlivesItsWindowManager) {
+    open();
+    for (const auto next : {WindowManagerKind::openbox, WindowManagerKind::fluxbox}) {
+        manager.reset();
+        expectAlive("without a window manager");
+        manager = std::make_unique<WindowManager>(server, next);
+        expectAlive("with " + WindowManager::name(next));
+    }
+}
+
+TEST_F(AMirror, OutlivesTheCompositingManager) {
+    open();
+    for (int times = 0; times < 2; ++times) {
+        const Picom picom(server);
+        expectAlive("with a compositing manager");
+        picom.kill();
+        expectAlive("after it");
+    }
+}
+
+TEST_F(AMirror, OutlivesTheTray) {
+    std::optional<TrayHost> tray(std::in_place, server);
+    open();
+    for (int times = 0; times < 2; ++times) {
+        tray->kill();
+        expectAlive("without a tray");
+        tray.emplace(server);
+        expectAlive("with a new tray");
+    }
+}
+
+TEST_F(AMirror, OutlivesTheSessionBus) {
+    open();
+    bus.kill();
+    expectAlive("without a session bus");
+    bus.restart();
+    expectAlive("with a new session bus");
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+}
+
+/// As when the machine sleeps. By hand, as long as one likes: MIRROLET_PAUSE_SECONDS=60
+TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
+    start(R"("pollInterval": 0.05, "promptTimeout": 1)");
+    call = showCall();
+    awaitPrompt();
+    pause();
+    awaitNothing();
+
+    panel = openMirror(*call);
+    const double usual = wakeUpsPerSecond();
+    call->tell("rate 60");
+    pause();
+    call->tell("rate 0");
+    EXPECT_LT(wakeUpsPerSecond(), 3 * usual) << "the sixty polls that were missed are not made up for";
+    expectAlive("after a pause");
+}
+
+#ifdef FAKETIME_LIBRARY
+/// Set by hand or over the network. Here the program alone has another wall clock.
+TEST_F(AMirror, DoesNotMindAClockThatJumps) {
+    const auto home = std::make_shared<Sandbox>();
+    const auto clock = home->write("clock", "+0");
+    program =
+        std::make_unique<Program>(&server, &bus,
+                                  Program::Options{.defaults = Program::defaults(R"("promptTimeout": 1)"),
+                                                   .environment = {{"LD_PRELOAD", FAKETIME_LIBRARY},
+                                                                   {"FAKETIME_TIMESTAMP_FILE", clock},
+                                                                   {"FAKETIME_NO_CACHE", "1"},
+                                                                   {"FAKETIME_DONT_FAKE_MONOTONIC", "1"}},
+                                                   .home = home});
+    call = showCall();
+    awaitPrompt();
+    home->write("clock", "-400d");
+    awaitNothing();
+    panel = openMirror(*call);
+    expectAlive("with an earlier clock");
+    home->write("clock", "+400d");
+    expectAlive("with a later clock");
+    home->write("clock", "-400d");
+    call.reset();
+    awaitNothing();
+}
+#endif
+
+TEST_F(AMirror, IsShownWhereNothingCanBeSaved) {
+    const auto home = std::make_shared<Sandbox>();
+    home->write("config/mirrolet", "a file in the folder's place");
+    program = std::make_unique<Program>(&server, &bus, Program::Options{.home = home});
+    require("the program takes its shortcuts", [this] { return isGrabbed(key::f); });
+    call = showCall();
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    panel = awaitPanel();
+    expectAlive("with a file in the folder's place");
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+}
+
+} // namespace
+} // namespace mirrolet

@@ -1,0 +1,110 @@
+#include "tests/desktop/endtoend/EndToEndTest.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using testing::HasSubstr;
+
+class TheProgram : public EndToEndTest {};
+
+std::ptrdiff_t lineCount(const std::string& text) {
+    return std::count(text.begin(), text.end(), '\n');
+}
+
+/// Ended by itself with a failure, not by a crash.
+void expectRefusal(Program& program) {
+    const auto status = program.child().waitForExit();
+    ASSERT_TRUE(status.has_value()) << "still running";
+    EXPECT_GT(*status, 0);
+    EXPECT_LT(*status, 126);
+    EXPECT_EQ(lineCount(program.log()), 1) << program.log();
+}
+
+TEST_F(TheProgram, EndsWellOnTheSignalsThatAskForIt) {
+    const auto call = showCall();
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(strsignal(number));
+        startQuiet();
+        openMirror(*call);
+        program->child().signal(number);
+        EXPECT_EQ(program->child().waitForExit(), 0);
+        EXPECT_EQ(program->log(), "");
+    }
+    EXPECT_FALSE(isGrabbed(key::f));
+}
+
+TEST_F(TheProgram, EndsWithOneLineWhenTheServerIsLost) {
+    startQuiet();
+    const auto call = showCall();
+    openMirror(*call);
+    server.kill();
+    expectRefusal(*program);
+}
+
+TEST_F(TheProgram, SetsABrokenDefaultsFileAsideAndRunsWithItsOwnValues) {
+    const std::string broken = R"({"pollInterval": 0.1, "pipCorner")";
+    program = std::make_unique<Program>(&server, &bus, Program::Options{.defaults = broken});
+    const auto call = showCall();
+    awaitPrompt();
+    EXPECT_THAT(program->log(), HasSubstr("defaults.json"));
+    EXPECT_EQ(lineCount(program->log()), 1) << program->log();
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+
+    const auto folder = program->defaultsFile().parent_path();
+    const bool kept = std::any_of(std::filesystem::directory_iterator(folder), {}, [&](const auto& entry) {
+        return entry.path() != program->defaultsFile() && Sandbox::read(entry.path()) == broken;
+    });
+    EXPECT_TRUE(kept) << "the broken file is still to be found";
+}
+
+TEST(ADesktopThatIsNoGood, IsRefusedWithOneLine) {
+    {
+        SCOPED_TRACE("no DISPLAY");
+        Program program(nullptr, nullptr, {});
+        expectRefusal(program);
+    }
+    {
+        SCOPED_TRACE("a DISPLAY that nobody serves");
+        Program program(nullptr, nullptr, {.environment = {{"DISPLAY", ":9876"}}});
+        expectRefusal(program);
+    }
+}
+
+TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
+    XServer::Options options;
+    options.composite = false;
+    const XServer server(options);
+    XClient client(server);
+    const WindowFacts facts(client);
+    Program program(&server, nullptr, {.defaults = Program::defaults()});
+    const CallWindow call(server);
+    program.awaitPrompt(facts);
+    EXPECT_THAT(program.log(), HasSubstr("COMPOSITE"));
+    Keyboard(client).stroke({key::returnKey});
+    // The question about access, which is as broad as its text.
+    require("the alert is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
+    Keyboard(client).stroke({key::escape});
+    require("the alert is gone", [&] { return program.windows(facts).empty(); });
+    EXPECT_TRUE(program.child().running());
+}
+
+TEST(ADesktopWithout, AWindowManagerATrayOrABusStillGetsItsMirror) {
+    const XServer server;
+    XClient client(server);
+    const WindowFacts facts(client);
+    Program program(&server, nullptr, {.defaults = Program::defaults()});
+    const CallWindow call(server);
+    program.awaitPrompt(facts);
+    Keyboard(client).stroke({key::returnKey});
+    require("the mirror is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
+}
+
+} // namespace
+} // namespace mirrolet

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tests/desktop/endtoend/EndToEndTest.h"
+#include "tests/desktop/harness/ScreenReader.h"
+
+#include <optional>
+
+namespace mirrolet {
+
+/// The program with its settings window open. Controls are found as assistive software finds them, and worked
+/// by pointer and keys.
+class SettingsSteps : public EndToEndTest {
+  protected:
+    using Element = harness::ScreenReader::Element;
+
+    static constexpr int down = 108, up = 103, right = 106, m = 50, g = 34, k = 37, f5 = 63, menuKey = 127;
+
+    explicit SettingsSteps(const harness::XServer::Options& screen = {});
+
+    /// Starts the program with these defaults and shows its settings by a second start.
+    void openSettings(const std::string& defaults = R"("startMonitoringOnLaunch": false)");
+    /// What `mirrolet` gives when it is started once more.
+    int startOnceMore();
+    std::optional<xcb_window_t> titled(const std::string& title);
+    xcb_window_t awaitWindow(const std::string& title = "Mirrolet Settings");
+    /// Its two tabs are "General" and "PiP".
+    void choosePage(const std::string& name);
+
+    std::vector<Element> elements() { return reader.read(program->pid()); }
+    std::optional<Element> seek(const std::string& role, const std::string& name);
+    /// Waits for it.
+    Element find(const std::string& role, const std::string& name);
+    void click(const Element& element);
+    void click(const std::string& role, const std::string& name) { click(find(role, name)); }
+    /// Presses Tab until it has the keyboard.
+    void tabTo(const std::string& role, const std::string& name);
+
+    /// Waits until the defaults file holds the text, such as `"pollInterval": 5`.
+    void awaitSaved(const std::string& text);
+    [[nodiscard]] std::filesystem::path autostartFile() const;
+
+    harness::ScreenReader reader{bus};
+    harness::Environment environment = harness::ScreenReader::environment(); ///< Of the program.
+    std::shared_ptr<harness::Sandbox> home = std::make_shared<harness::Sandbox>();
+};
+
+} // namespace mirrolet

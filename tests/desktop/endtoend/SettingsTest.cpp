@@ -1,0 +1,415 @@
+#include "tests/desktop/endtoend/SettingsSteps.h"
+#include "tests/desktop/harness/StatusHost.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <sys/resource.h>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using testing::HasSubstr;
+
+constexpr auto monitoring = R"("pollInterval": 0.1)";
+
+class TheSettings : public SettingsSteps {
+  protected:
+    /// The settings window stays behind it.
+    std::unique_ptr<CallWindow> showWindowOf(const std::string& application, std::uint32_t colour) {
+        return showWindow(
+            {.wmClass = application, .place = {60, 80, 400, 400}, .colour = colourName(colour)});
+    }
+
+    /// Another window when its place among the others has changed.
+    std::optional<xcb_window_t> mirror() {
+        for (const xcb_window_t window : program->windows(facts))
+            if (window != titled("Mirrolet Settings") && facts.box(window).width < Program::promptWidth)
+                return window;
+        return std::nullopt;
+    }
+
+    [[nodiscard]] Picture pictureOf(const Element& element) const { return facts.screenshot(element.box); }
+
+    /// Clicks the recorder and waits until it shows that it records.
+    void startRecording(const std::string& name) {
+        const Element recorder = find("push button", name);
+        const Picture before = pictureOf(recorder);
+        click(recorder);
+        require("the recorder records", [&] { return pictureOf(recorder) != before; });
+    }
+
+    void record(const std::string& name, const std::vector<int>& keys, const std::string& spoken) {
+        startRecording(name);
+        keyboard.stroke(keys);
+        require(name + " is " + spoken, [&] { return find("push button", name).description == spoken; });
+    }
+};
+
+struct Change {
+    const char* page;
+    const char* role;
+    const char* name;
+    const char* choice; ///< In the list that opens; nothing for what is only clicked.
+    const char* saved;
+};
+
+const std::vector<Change>& changes() {
+    static const std::vector<Change> rows = {
+        {"General", "check box", "Start monitoring when app launches", "",
+         R"("startMonitoringOnLaunch": true)"},
+        {"General", "combo box", "Check for windows every", "5 seconds", R"("pollInterval": 5)"},
+        {"General", "combo box", "Prompt disappears after", "30 seconds", R"("promptTimeout": 30)"},
+        {"PiP", "check box", "Keep PiP on top of other windows", "", R"("pipAlwaysOnTop": false)"},
+        {"PiP", "combo box", "Default position", "Top Left", R"("pipCorner": "topLeft")"},
+        {"PiP", "radio button", "Check All Windows", "", R"("monitoringScope": "allWindows")"},
+        {"PiP", "radio button", "Check Specific Windows", "", R"("monitoringScope": "specificApps")"},
+    };
+    return rows;
+}
+
+TEST_F(TheSettings, AreChangedWithThePointer) {
+    openSettings();
+    for (const Change& row : changes()) {
+        SCOPED_TRACE(row.name);
+        choosePage(row.page);
+        click(row.role, row.name);
+        if (*row.choice != '\0')
+            click("list item", row.choice);
+        awaitSaved(row.saved);
+    }
+    for (const char* saved : {"\"net.whatsapp.WhatsApp\",", "\"org.example.Beta\""}) {
+        click("list item", "Beta");
+        awaitSaved(saved);
+    }
+    click("list item", "Beta");
+    require("unticked again",
+            [this] { return Sandbox::read(program->defaultsFile()).find("Beta") == std::string::npos; });
+}
+
+/// From the tab bar on, with no pointer.
+TEST_F(TheSettings, AreChangedWithTheKeyboardAlone) {
+    openSettings();
+    tabTo("page tab list", "General");
+    tabTo("check box", "Launch at login");
+    keyboard.stroke({key::space});
+    require("it starts at login", [this] { return std::filesystem::exists(autostartFile()); });
+    tabTo("check box", "Start monitoring when app launches");
+    keyboard.stroke({key::space});
+    awaitSaved(R"("startMonitoringOnLaunch": true)");
+    tabTo("combo box", "Check for windows every");
+    keyboard.stroke({key::space}); // Opens the list.
+    find("list item", "3 seconds");
+    keyboard.stroke({down});
+    keyboard.stroke({key::returnKey});
+    awaitSaved(R"("pollInterval": 3)");
+    tabTo("combo box", "Prompt disappears after");
+    keyboard.stroke({up}); // Without the list.
+    awaitSaved(R"("promptTimeout": 10)");
+
+    tabTo("page tab list", "General");
+    keyboard.stroke({right});
+    tabTo("push button", "Show/hide PiP shortcut");
+    keyboard.stroke({key::space});
+    keyboard.stroke({key::leftControl, k});
+    awaitSaved(R"("shortcutKeyCode": 40)");
+    tabTo("check box", "Keep PiP on top of other windows");
+    keyboard.stroke({key::space});
+    awaitSaved(R"("pipAlwaysOnTop": false)");
+    tabTo("combo box", "Default position");
+    keyboard.stroke({down});
+    awaitSaved(R"("pipCorner": "bottomLeft")");
+    tabTo("radio button", "Check Specific Windows");
+    keyboard.stroke({up});
+    awaitSaved(R"("monitoringScope": "allWindows")");
+    keyboard.stroke({down});
+    awaitSaved(R"("monitoringScope": "specificApps")");
+
+    tabTo("text", "Search installed apps");
+    keyboard.stroke({g});
+    require("only Gamma is listed",
+            [this] { return !seek("list item", "Beta") && seek("list item", "Gamma"); });
+    keyboard.stroke({key::escape});
+    find("list item", "Beta");
+    tabTo("list item", "Alpha");
+    keyboard.stroke({down});
+    keyboard.stroke({key::space});
+    awaitSaved("org.example.Beta");
+}
+
+TEST_F(TheSettings, HaveANameForWhateverTakesTheKeyboard) {
+    openSettings();
+    for (const std::string page : {"General", "PiP"}) {
+        choosePage(page);
+        int controls = 0;
+        for (const Element& element : elements()) {
+            if (!element.focusable)
+                continue;
+            ++controls;
+            EXPECT_FALSE(element.name.empty() && element.label.empty()) << page << ": a " << element.role;
+            EXPECT_FALSE(element.role == "combo box" && element.label.empty())
+                << page << ": " << element.name;
+        }
+        EXPECT_GE(controls, 6) << page;
+    }
+    EXPECT_EQ(find("push button", "Show/hide PiP shortcut").description, "Super+Alt+P");
+}
+
+TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
+    openSettings();
+    const xcb_window_t window = awaitWindow();
+    const auto hasSize = [&] { return facts.box(window).width == 460 && facts.box(window).height == 560; };
+    EXPECT_TRUE(hasSize());
+    commands.addState(window, "_NET_WM_STATE_MAXIMIZED_VERT");
+    const std::uint32_t larger[] = {700, 700};
+    xcb_configure_window(client.xcb(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, larger);
+    client.sync();
+    EXPECT_TRUE(holdsFor(hasSize, std::chrono::milliseconds(200)));
+
+    choosePage("PiP");
+    click("text", "Search installed apps");
+    require("the field has the keyboard", [this] { return find("text", "Search installed apps").focused; });
+    keyboard.stroke({m});
+    const auto shows = [this](const char* text) {
+        return [this, text] { return find("text", "Search installed apps").text == text; };
+    };
+    require("the letter is typed", shows("m"));
+    commands.close(window);
+    require("the window is closed", [this] { return !titled("Mirrolet Settings"); });
+    EXPECT_TRUE(program->child().running());
+    EXPECT_EQ(startOnceMore(), 0);
+    awaitWindow();
+    require("the letter is there again", shows("m"));
+    EXPECT_FALSE(seek("list item", "Beta"));
+
+    const auto cover = showWindow({.place = {60, 80, 900, 700}});
+    commands.minimize(titled("Mirrolet Settings").value_or(window)); // Closing may have made it another one.
+    require("the window is minimized", [this] { return !titled("Mirrolet Settings"); });
+    EXPECT_EQ(startOnceMore(), 0);
+    EXPECT_TRUE(facts.isAbove(awaitWindow(), cover->window()));
+    EXPECT_EQ(program->windows(facts).size(), 1U);
+}
+
+TEST_F(TheSettings, OpenFromTheMenu) {
+    const StatusHost host(bus);
+    host.setPresent(true);
+    startQuiet();
+    require("the status icon", [&] { return host.icons() == 1; });
+    host.click();
+    require("the menu, with the keyboard",
+            [this] { return !program->windows(facts).empty() && keyboard.isTaken(); });
+    for (int entry = 0; entry < 3; ++entry) // "Settings…" is the third.
+        keyboard.stroke({down});
+    keyboard.stroke({key::returnKey});
+    awaitWindow();
+}
+
+TEST_F(TheSettings, AlsoOfShortcutsTakeEffectAtOnce) {
+    openSettings();
+    choosePage("PiP");
+    record("Show/hide PiP shortcut", {key::leftControl, key::leftShift, k}, "Ctrl+Shift+K");
+    awaitSaved(R"("shortcutKeyCode": 40)");
+    awaitSaved(R"("shortcutModifiers": 4608)");
+    EXPECT_TRUE(isGrabbed(k, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
+    EXPECT_FALSE(isGrabbed(key::p));
+    // What the program itself has grabbed comes to the recorder and does nothing else.
+    record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::f}, "Super+Alt+F");
+    record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::p}, "Super+Alt+P");
+    record("Start/close PiP shortcut", {key::leftShift, f5}, "Shift+F5");
+    EXPECT_FALSE(isGrabbed(key::f));
+    EXPECT_EQ(program->windows(facts).size(), 1U);
+
+    const auto call = showWindowOf("Mail", blue);
+    keyboard.stroke({key::leftShift, f5});
+    require("the mirror is shown", [this] { return program->windows(facts).size() == 2; });
+    pressVisibilityShortcut();
+    require("the mirror is hidden", [this] { return program->windows(facts).size() == 1; });
+}
+
+TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
+    openSettings();
+    choosePage("PiP");
+    const Picture before = pictureOf(find("push button", "Show/hide PiP shortcut"));
+    const auto shown = [&] { return pictureOf(find("push button", "Show/hide PiP shortcut")); };
+
+    startRecording("Show/hide PiP shortcut");
+    const Picture recording = shown();
+    keyboard.stroke({k});
+    EXPECT_TRUE(holdsFor([&] { return shown() == recording; }, std::chrono::milliseconds(300)));
+    keyboard.stroke({key::escape});
+    require("Escape ends recording", [&] { return shown() == before; });
+
+    startRecording("Show/hide PiP shortcut");
+    startRecording("Start/close PiP shortcut");
+    require("the other recorder ends the first", [&] { return shown() == before; });
+    click("push button", "Start/close PiP shortcut");
+    EXPECT_EQ(find("push button", "Start/close PiP shortcut").description, "Super+Alt+F");
+
+    startRecording("Show/hide PiP shortcut");
+    const auto other = showWindowOf("Mail", blue); // Which takes the keyboard.
+    require("both shortcuts work again", [this] { return isGrabbed(key::p) && isGrabbed(key::f); });
+    EXPECT_TRUE(titled("Mirrolet Settings"));
+}
+
+/// A limit on the length of files stands for the full disk, which not everyone can make: writing ends in the
+/// middle of the file.
+TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
+    std::signal(SIGXFSZ, SIG_IGN); // Inherited by the program, which it would end.
+    const std::string others = R"("others": ")" + std::string(2000, 'x') + '"';
+    openSettings(R"("startMonitoringOnLaunch": false, )" + others);
+    const std::string before = Sandbox::read(program->defaultsFile());
+    const auto setRoom = [this](rlim_t bytes) {
+        const rlimit limit{bytes, RLIM_INFINITY};
+        ASSERT_EQ(prlimit(program->pid(), RLIMIT_FSIZE, &limit, nullptr), 0) << std::strerror(errno);
+    };
+    setRoom(1024); // More than the log.
+    click("check box", "Start monitoring when app launches");
+    require("it says so", [this] { return !program->log().empty(); });
+    const std::string said = program->log();
+    EXPECT_THAT(said, HasSubstr("cannot write"));
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    click("combo box", "Check for windows every");
+    click("list item", "5 seconds");
+    EXPECT_TRUE(holdsFor([&] { return Sandbox::read(program->defaultsFile()) == before; },
+                         std::chrono::milliseconds(600)));
+    const std::filesystem::directory_iterator files(program->defaultsFile().parent_path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "what was begun is taken away";
+
+    setRoom(RLIM_INFINITY);
+    click("combo box", "Prompt disappears after");
+    click("list item", "30 seconds");
+    for (const std::string& saved :
+         {std::string(R"("startMonitoringOnLaunch": true)"), std::string(R"("pollInterval": 5)"),
+          std::string(R"("promptTimeout": 30)"), others})
+        awaitSaved(saved);
+    EXPECT_EQ(program->log(), said);
+}
+
+TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
+    openSettings(R"("pollInterval": 600)");
+    const auto call = std::make_unique<CallWindow>(
+        server, CallWindow::Options{.wmClass = "Alpha", .place = {860, 300, 300, 300}});
+    EXPECT_TRUE(holdsFor([this] { return !program->prompt(facts); }, std::chrono::milliseconds(400)));
+    choosePage("PiP");
+    click("list item", "Alpha");
+    awaitSaved("org.example.Alpha");
+    choosePage("General");
+    click("combo box", "Check for windows every");
+    click("list item", "1 second");
+    awaitPrompt();
+    keyboard.stroke({key::returnKey});
+    require("the mirror is shown", [this] { return mirror().has_value(); });
+
+    // Across the mirror's corner of the screen, and beside the settings.
+    const auto cover = showWindow({.wmClass = "Mail", .place = {890, 400, 380, 380}});
+    commands.activate(cover->window());
+    EXPECT_TRUE(facts.isAbove(*mirror(), cover->window()));
+    choosePage("PiP");
+    click("check box", "Keep PiP on top of other windows");
+    awaitSaved(R"("pipAlwaysOnTop": false)");
+    giveKeyboardTo(*cover);
+    require("the mirror goes under", [&] { return mirror() && facts.isAbove(cover->window(), *mirror()); });
+    click("check box", "Keep PiP on top of other windows");
+    require("the mirror comes back", [&] { return mirror() && facts.isAbove(*mirror(), cover->window()); });
+}
+
+TEST_F(TheSettings, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
+    openSettings(monitoring);
+    choosePage("PiP");
+    const auto other = showWindowOf("Mail", green);
+    EXPECT_TRUE(holdsFor([this] { return !program->prompt(facts); }, std::chrono::milliseconds(400)));
+    EXPECT_EQ(startOnceMore(), 0); // Brings the window to the front.
+    awaitWindow();
+    click("radio button", "Check All Windows");
+    giveKeyboardTo(*other);
+    awaitPrompt();
+}
+
+TEST_F(TheSettings, OfTheLoginItemAreTheFile) {
+    openSettings();
+    const auto clickTo = [this](bool isOn) {
+        click("check box", "Launch at login");
+        require("the switch follows", [&] { return find("check box", "Launch at login").checked == isOn; });
+    };
+    clickTo(true);
+    EXPECT_THAT(Sandbox::read(autostartFile()), HasSubstr("Exec="));
+    clickTo(false);
+    EXPECT_TRUE(!std::filesystem::exists(autostartFile()) ||
+                Sandbox::read(autostartFile()).find("Hidden=true") != std::string::npos);
+    clickTo(true);
+
+    // The next start shows what the file says.
+    for (const bool isOn : {true, false}) {
+        if (!isOn)
+            home->write("config/autostart/app.mirrolet.Mirrolet.desktop",
+                        Sandbox::read(autostartFile()) + "\nHidden=true\n");
+        program->child().signal(SIGTERM);
+        ASSERT_EQ(program->child().waitForExit(), 0);
+        openSettings();
+        EXPECT_EQ(find("check box", "Launch at login").checked, isOn);
+    }
+}
+
+TEST_F(TheSettings, SayWhyTheLoginItemCannotBeHad) {
+    home->write("config/autostart", "A file where the folder would be.");
+    openSettings();
+    for (const char* answer : {"OK", "Escape"}) {
+        click("check box", "Launch at login");
+        const xcb_window_t alert = awaitWindow("Launch at Login");
+        find("label", "Launch at Login");
+        EXPECT_THAT(find("dialog", "Launch at Login").description, HasSubstr(autostartFile().string()));
+        const Element button = find("push button", "OK");
+        if (std::string(answer) == "OK")
+            click(button);
+        else
+            keyboard.stroke({key::escape});
+        require("the alert is gone", [&] { return !facts.viewable(alert); });
+        EXPECT_FALSE(find("check box", "Launch at login").checked);
+    }
+}
+
+class ASecondStart : public EndToEndTest {
+  protected:
+    using Bus = const SessionBus*;
+
+    /// Returns when it has come so far that another start finds it.
+    std::unique_ptr<Program> startOn(const XServer& screen, Bus bus) {
+        auto started = std::make_unique<Program>(&screen, bus, Program::Options{.home = home});
+        XClient onScreen(screen);
+        require("the program takes its shortcuts", [&] { return isGrabbed(onScreen, key::f); });
+        return started;
+    }
+
+    void expectSecondShows(const XServer& screen, Bus bus, const Program& first) {
+        EXPECT_EQ(Program(&screen, bus, {.home = home}).child().waitForExit(), 0);
+        XClient onScreen(screen);
+        const WindowFacts there(onScreen);
+        require("the first shows its settings", [&] { return first.windows(there).size() == 1; });
+    }
+
+    std::shared_ptr<Sandbox> home = std::make_shared<Sandbox>();
+};
+
+TEST_F(ASecondStart, FindsTheFirstWithoutABusAndNothingOfOneThatWasKilled) {
+    for (int times = 0; times < 2; ++times) {
+        const auto first = startOn(server, nullptr);
+        expectSecondShows(server, nullptr, *first);
+        first->child().signal(SIGKILL);
+        first->child().waitForExit();
+        require("nothing is grabbed", [this] { return !isGrabbed(key::f); });
+    }
+}
+
+TEST_F(ASecondStart, OnAnotherDisplayIsAnotherProgram) {
+    const XServer right;
+    const auto first = startOn(server, &bus);
+    const auto second = startOn(right, &bus);
+    expectSecondShows(right, &bus, *second);
+    EXPECT_TRUE(first->child().running());
+    EXPECT_TRUE(first->windows(facts).empty());
+}
+
+} // namespace
+} // namespace mirrolet

@@ -1,0 +1,124 @@
+#include "tests/desktop/endtoend/EndToEndTest.h"
+#include "tests/desktop/harness/DesktopServices.h"
+#include "tests/desktop/harness/StatusHost.h"
+#include "tests/desktop/harness/StatusIcon.h"
+
+#include <algorithm>
+#include <csignal>
+#include <memory>
+#include <optional>
+
+namespace mirrolet {
+namespace {
+
+using namespace harness;
+using namespace std::chrono_literals;
+
+class TheStatusItem : public EndToEndTest {
+  protected:
+    std::optional<Box> icon() { return statusIcon(facts, program->pid()); }
+
+    void awaitIcon() {
+        require("the status icon", [this] {
+            const auto box = icon();
+            return box && isStatusIconDrawn(facts, *box);
+        });
+    }
+
+    [[nodiscard]] bool menuIsOpen() const {
+        const auto windows = facts.windowsOf(program->pid());
+        return std::any_of(windows.begin(), windows.end(), [this](xcb_window_t window) {
+            return facts.overrideRedirect(window) && facts.box(window).height > 60;
+        });
+    }
+
+    /// With the keyboard: a key before that goes elsewhere.
+    void awaitMenu() {
+        require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
+    }
+
+    void closeMenu() {
+        awaitMenu();
+        keyboard.stroke({key::escape});
+        require("no menu", [this] { return !menuIsOpen(); });
+    }
+};
+
+TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
+    startQuiet();
+    EXPECT_FALSE(icon());
+    for (int times = 0; times < 2; ++times) {
+        std::optional<TrayHost> tray(std::in_place, server);
+        awaitIcon();
+        tray.reset();
+        require("no status icon", [this] { return !icon(); });
+    }
+}
+
+TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
+    const TrayHost tray(server);
+    startQuiet();
+    awaitIcon();
+    for (const int button : {1, 3}) {
+        const auto box = *icon();
+        pointer.click(box.x + box.width / 2, box.y + box.height / 2, button);
+        closeMenu();
+    }
+    const auto box = *icon();
+    pointer.click(box.x + box.width / 2, box.y + box.height / 2);
+    awaitMenu();
+    constexpr int q = 16;
+    keyboard.stroke({key::leftControl, q});
+    EXPECT_EQ(program->child().waitForExit(), 0) << "Ctrl+Q in the open menu";
+}
+
+TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBack) {
+    auto host = std::make_unique<StatusHost>(bus);
+    startQuiet();
+    EXPECT_EQ(host->icons(), 0);
+    for (int times = 0; times < 2; ++times) {
+        host->setPresent(false);
+        require("no status icon", [&] { return host->icons() == 0; });
+        host->setPresent(true);
+        require("the status icon", [&] { return host->icons() == 1; });
+    }
+    host->click();
+    closeMenu();
+    host.reset(); // Before the next one: they take turns at the same name.
+    host = std::make_unique<StatusHost>(bus);
+    host->setPresent(true);
+    require("the status icon with another registry", [&] { return host->icons() == 1; });
+}
+
+TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
+    startQuiet();
+    for (const bool anew : {false, true}) {
+        if (anew)
+            bus.restart();
+        const StatusHost host(bus);
+        host.setPresent(true);
+        require("the status icon", [&] { return host.icons() == 1; });
+        host.click();
+        closeMenu();
+    }
+    const ChildProcess launcher(
+        {.command = {"gdbus", "call", "--session", "--dest", "app.mirrolet.Mirrolet", "--object-path",
+                     "/app/mirrolet/Mirrolet", "--method", "org.freedesktop.Application.Activate", "{}"},
+         .environment = bus.with(program->home()->environment())});
+    require("the settings, asked for over the new bus", [this] { return !program->windows(facts).empty(); });
+    EXPECT_EQ(program->log(), "");
+}
+
+TEST_F(TheStatusItem, IsNotHeldUpByARegistryThatHangs) {
+    const StatusHost host(bus);
+    host.setPresent(true);
+    host.child().signal(SIGSTOP);
+    startQuiet(); // Returns once the shortcuts work.
+    pressFrontmostShortcut();
+    program->child().signal(SIGTERM);
+    EXPECT_EQ(program->child().waitForExit(), 0);
+    host.child().signal(SIGCONT);
+}
+
+} // namespace
+} // namespace mirrolet
