@@ -1,4 +1,4 @@
-"""Writes what bench/side-by-side measured into README.md, docs/figures.md and the chart, and prints the short tables.
+"""Writes what bench/side-by-side measured: the tables of docs/figures.md, the chart, and two sentences of README.md.
 
 write_pages.py FOLDER    with mirrors.tsv, lists.tsv and program.tsv, or some of them
 """
@@ -131,30 +131,11 @@ def mirrors_in_full(run):
         yield f"\n{situation.verdict()}"
 
 
-def covered_windows(name, all_of_them):
-    shown = {composited: all(situation.mirrors[name].shows_the_window for situation in all_of_them
-                             if situation.covered and situation.composited == composited) for composited in (True, False)}
-    if all(shown.values()):
-        return "shown"
-    if shown[True]:
-        return "only with a compositing manager"
-    return "only without a compositing manager" if shown[False] else "**not shown**"
-
-
-def mirrors_in_short(run):
+def mirrors_in_a_sentence(run):
+    """What Mirrolet needs of the cheapest other mirror, where both repaint and a compositing manager runs."""
     all_of_them, _ = situations(run)
-    uncovered = {(situation.changing, situation.composited): situation.mirrors
-                 for situation in all_of_them if not situation.covered}
-    yield "| | 30 repaints/s | the same, composited | still | still, composited | memory | frames/s | SSIM | a covered window is |"
-    yield "|---|---:|---:|---:|---:|---:|---:|---:|---|"
-    for name in all_of_them[0].mirrors:
-        mirrors = {key: of[name] for key, of in uncovered.items()}
-        costs = " | ".join(f"{mirrors[key].both:.1f}" for key in ((True, False), (True, True), (False, False), (False, True)))
-        frames = min(mirror.frames for (changing, _), mirror in mirrors.items() if changing)
-        yield (f"| {NAMES.get(name, name)} | {costs} | {max(mirror.memory for mirror in mirrors.values()):.0f} MB "
-               f"| {frames:.1f} | {min(mirror.ssim for mirror in mirrors.values()):.3f} "
-               f"| {covered_windows(name, all_of_them)} |")
-    yield f"\n{run.circumstances()}"
+    situation = next(each for each in all_of_them if each.changing and each.composited and not each.covered)
+    yield f"Beside what people use instead (thirty repaints a second, uncovered): {situation.verdict()}"
 
 
 def chart(run):
@@ -239,25 +220,13 @@ def lists_in_full(run):
             yield f"| {NAMES.get(name, name)} | {program:.2f} | {server:.2f} | {both(rows):.2f} |"
 
 
-def lists_in_short(run):
-    readings, seconds = lists(run, "reading"), lists(run, "second")
-    heads = [f"{windows} windows" for windows in readings]
-    yield "| | " + " | ".join(heads + [f"a second, {windows} windows" for windows in seconds]) + " |"
-    yield "|---|" + "---:|" * (len(readings) + len(seconds))
-    for name in next(iter(readings.values())):
-        cells = [f"{both(readers[name]):.1f} ms" for readers in readings.values()]
-        cells += [f"{both(readers[name]):.1f} ms" if name in readers else "" for readers in seconds.values()]
-        yield f"| {NAMES.get(name, name)} | " + " | ".join(cells) + " |"
-    yield f"\n{run.circumstances()}"
-
-
 # What the program's own bench calls a figure, how the page does, and its decimals.
 PROGRAM = [
     ("mirroring 30 repaints/s: Mirrolet", "the call repaints 30 times a second: Mirrolet", 1),
     ("  both together", "the same, Mirrolet and X server", 1),
     ("  both together against the minimal Qt program", "the same, against a minimal Qt program and X server", 2),
     ("mirroring a still window: Mirrolet and X server", "the call stands still: Mirrolet and X server", 1),
-    ("idle, 50 windows, a poll every 2 s: Mirrolet", "no call, 50 windows, a look every 2 s: Mirrolet", 1),
+    ("idle, 50 windows, a poll every 2 s: Mirrolet", "no call, 50 windows, a poll every 2 s: Mirrolet", 1),
     ("start to status item shown", "from the start until the icon is in the tray", 0),
     ("peak resident memory of a session", "most memory of a session", 1),
     ("mirrored window destroyed to panel gone", "from the end of the call until the mirror is gone", 0),
@@ -289,6 +258,15 @@ def program_table(run):
            f"{median:.1f} ms a second there ({least:.1f} – {most:.1f}).")
 
 
+def program_in_a_sentence(run):
+    figures = program_figures(run)
+    (_, changing, *_), (_, together, *_), _, (_, still, *_), (_, idle, *_), _, (_, memory, *_), _ = (
+        figures[key] for key, _, _ in PROGRAM)
+    yield (f"A call of 1280 × 800 that repaints thirty times a second, mirrored into 320 × 200, takes {changing:.1f} ms of "
+           f"processor time a second in Mirrolet and {together:.1f} ms with what the X server does for it; a call that stands "
+           f"still takes {still:.1f} ms for both, and no call {idle:.1f} ms. Mirrolet uses at most {memory:.0f} MB.")
+
+
 def write(page, name, lines):
     """Between the two marks of that name."""
     begin, end = f"<!-- {name} -->", f"<!-- end of {name} -->"
@@ -299,9 +277,9 @@ def write(page, name, lines):
 
 def main(folder):
     pages = {
-        "mirrors": [(FIGURES, mirrors_in_full), (README, mirrors_in_short)],
-        "lists": [(FIGURES, lists_in_full), (README, lists_in_short)],
-        "program": [(README, program_table)],
+        "mirrors": [(FIGURES, mirrors_in_full), (README, mirrors_in_a_sentence)],
+        "lists": [(FIGURES, lists_in_full)],
+        "program": [(FIGURES, program_table), (README, program_in_a_sentence)],
     }
     for part, targets in pages.items():
         figures = folder / f"{part}.tsv"
@@ -310,8 +288,7 @@ def main(folder):
         run = Run(figures)
         for page, lines in targets:
             write(page, part, lines(run))
-        *_, (_, short) = targets
-        print("", *short(run), sep="\n")
+        print("", *targets[-1][1](run), sep="\n")
         if part == "mirrors":
             CHART.write_text(chart(run))
 
