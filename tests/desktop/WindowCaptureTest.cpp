@@ -161,11 +161,14 @@ TEST_F(WindowCaptureTest, GivesNothingForAWindowThatIsGoneEvenIfItsNumberIsUsedA
         client.sync();
     };
     create();
+    EXPECT_FALSE(capture->isCaptured(window));
     ASSERT_TRUE(becomesPlain(window, red, {80, 60}));
+    EXPECT_TRUE(capture->isCaptured(window));
     xcb_destroy_window(client.xcb(), window);
     create();
     EXPECT_TRUE(waitUntil([&] { return capture->image(window) == nullptr; }));
     EXPECT_TRUE(isPlain(held, red, {80, 60})) << "the last picture stays readable";
+    EXPECT_FALSE(capture->isCaptured(window)) << "the held image is of the old window";
     held.reset();
     EXPECT_TRUE(becomesPlain(window, red, {80, 60})) << "nobody holds the old window's picture any more";
 }

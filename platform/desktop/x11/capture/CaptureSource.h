@@ -40,6 +40,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     /// In the window, without its border.
     void noteDamaged(PixelRect area, std::uint32_t eventSequence);
     void noteGone() { gone = true; }
+    [[nodiscard]] bool isGone() const { return gone; }
     /// The pixmap is another one by now, or is to be cut in another way.
     void noteReplaced() { pending |= replaced; }
     void noteGeometry(PixelSize size, int borderWidth);

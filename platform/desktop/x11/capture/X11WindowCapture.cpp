@@ -148,4 +148,9 @@ std::shared_ptr<const WindowImage> X11WindowCapture::image(WindowNumber window) 
     return source->image();
 }
 
+bool X11WindowCapture::isCaptured(WindowNumber window) const {
+    const auto source = sources->find(window);
+    return source && !source->isGone();
+}
+
 } // namespace mirrolet::platform::desktop::x11

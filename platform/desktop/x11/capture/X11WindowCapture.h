@@ -21,6 +21,9 @@ class X11WindowCapture final : public WindowCapture {
 
     [[nodiscard]] bool permitted() const override;
     std::shared_ptr<const WindowImage> image(WindowNumber window) override;
+    /// Whether an image of this window is held now, as it is while the window is mirrored. False once the
+    /// window is destroyed. Makes no request. Any thread.
+    [[nodiscard]] bool isCaptured(WindowNumber window) const;
 
   private:
     class Sources;
