@@ -11,7 +11,7 @@ namespace mirrolet::platform::desktop {
 class TrayHosts {
   public:
     virtual ~TrayHosts() = default;
-    /// Whether there is one now. One round trip. Any thread.
+    /// Whether there is one now, without asking the server. Any thread.
     [[nodiscard]] virtual bool present() = 0;
     /// Calls on the backend's own thread after each change, until the result is destroyed.
     [[nodiscard]] virtual AnyCancellable subscribe(std::function<void(bool present)> changed) = 0;

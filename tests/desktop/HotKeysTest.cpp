@@ -30,7 +30,7 @@ class HotKeysTest : public testing::Test {
   protected:
     HotKeysTest() {
         connection = X11Connection::open(server.display(), problem);
-        repeats = connection->subscribe(XCB_KEY_PRESS, [this](const xcb_generic_event_t&) { ++keyEvents; });
+        repeats = connection->subscribe<KeyPress>([this](const auto&) { ++keyEvents; });
         hotKeys = std::make_unique<X11HotKeys>(*connection);
         hotKeys->setPressed([this](std::uint32_t number) {
             const std::lock_guard guard(lock);

@@ -1,23 +1,21 @@
 #pragma once
 
 #include "platform/desktop/TrayHosts.h"
+#include "platform/desktop/x11/server/SelectionWatcher.h"
 
 namespace mirrolet::platform::desktop::x11 {
 
-class X11Connection;
-
-/// The system tray of the screen: whoever owns its selection. Watched through XFixes, so that a tray that
-/// crashes is noticed as well as one that starts.
+/// The system tray of the screen, which is whoever owns its selection.
 class X11TrayHosts final : public TrayHosts {
   public:
-    /// The connection outlives this and its subscriptions.
-    explicit X11TrayHosts(X11Connection& connection);
+    /// Made before the connection starts. The connection outlives the subscriptions.
+    explicit X11TrayHosts(X11Connection& connection) : watcher(connection, connection.atoms().systemTray) {}
 
-    bool present() override;
+    bool present() override { return watcher.owned(); }
     AnyCancellable subscribe(std::function<void(bool present)> changed) override;
 
   private:
-    X11Connection& connection;
+    SelectionWatcher watcher;
 };
 
 } // namespace mirrolet::platform::desktop::x11

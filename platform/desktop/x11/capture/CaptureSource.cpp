@@ -3,7 +3,7 @@
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/capture/UnobscuredGuard.h"
 #include "platform/desktop/x11/capture/X11WindowImage.h"
-#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/server/Property.h"
 
 #include <xcb/composite.h>
 
@@ -35,6 +35,8 @@ constexpr std::chrono::seconds coveredLook{2};
 
 // One that is redirected and does not draw what was covered for so long will not draw it.
 constexpr std::chrono::seconds longestWaitForDrawing{2};
+
+constexpr std::uint32_t bytesOfExtents = 16;
 
 } // namespace
 
@@ -175,11 +177,10 @@ void CaptureSource::lookAgain() {
     const auto attributesCookie = xcb_get_window_attributes(xcb, window);
     const auto geometryCookie = xcb_get_geometry(xcb, window);
     const auto extentsCookie =
-        xcb_get_property(xcb, 0, window, connection.atoms()._GTK_FRAME_EXTENTS, XCB_ATOM_CARDINAL, 0, 4);
-    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(xcb, attributesCookie, nullptr));
-    const XcbReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb, geometryCookie, nullptr));
-    const XcbReply<xcb_get_property_reply_t> extents(xcb_get_property_reply(xcb, extentsCookie, nullptr));
+        requestProperty(connection, window, connection.atoms()._GTK_FRAME_EXTENTS, bytesOfExtents);
+    const auto attributes = connection.reply<xcb_get_window_attributes_reply>(attributesCookie, windowGone);
+    const auto geometry = connection.reply<xcb_get_geometry_reply>(geometryCookie, windowGone);
+    const auto extents = takeProperty(connection, extentsCookie);
     if (!attributes || !geometry) {
         gone = true;
         return;
@@ -188,7 +189,7 @@ void CaptureSource::lookAgain() {
         return; // Nothing to see, ever.
     const PixelSize size{geometry->width, geometry->height};
     knownGeometry = packed(size, geometry->border_width);
-    const auto shadow = FrameExtents::from(propertyIn(extents));
+    const auto shadow = FrameExtents::from(extents);
     const auto visible = shadow.visiblePart(size);
     if (attributes->map_state == XCB_MAP_STATE_VIEWABLE)
         look(*geometry, attributes->visual, shadow);
@@ -289,8 +290,7 @@ void CaptureSource::namePixmap(xcb_visualid_t visual, int borderWidth, const Fra
     const auto id = xcb_generate_id(xcb);
     const auto naming = xcb_composite_name_window_pixmap_checked(xcb, window, id);
     // The window may have another size again: what counts is the pixmap's.
-    const XcbReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, id), nullptr));
+    const auto geometry = connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(xcb, id), windowGone);
     if (!connection.succeeds(naming))
         return; // Not viewable any more, or gone: an event says so. The last picture stays until then.
     ServerPixmap pixmap(connection, id);

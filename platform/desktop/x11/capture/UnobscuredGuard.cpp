@@ -2,7 +2,6 @@
 
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 
 #include <xcb/composite.h>
 
@@ -24,9 +23,9 @@ ServerRegion visibleRegion(X11Connection& connection, xcb_window_t window) {
     return {connection, id};
 }
 
-std::optional<PixelRect> boundsOf(xcb_connection_t* xcb, xcb_xfixes_fetch_region_cookie_t cookie) {
-    const XcbReply<xcb_xfixes_fetch_region_reply_t> reply(
-        xcb_xfixes_fetch_region_reply(xcb, cookie, nullptr));
+/// None where the window is gone, as the region was not made then.
+std::optional<PixelRect> boundsOf(const X11Connection& connection, xcb_xfixes_fetch_region_cookie_t cookie) {
+    const auto reply = connection.reply<xcb_xfixes_fetch_region_reply>(cookie, {XError::region});
     if (!reply)
         return std::nullopt;
     if (reply->extents.width == 0 || reply->extents.height == 0)
@@ -47,8 +46,8 @@ std::optional<CoveredParts> coveredParts(X11Connection& connection, xcb_window_t
     xcb_xfixes_subtract_region(xcb, shape.id(), visible.id(), shape.id());
     const auto ofPictureCookie = xcb_xfixes_fetch_region(xcb, wanted.id());
     const auto ofShapeCookie = xcb_xfixes_fetch_region(xcb, shape.id());
-    const auto ofPicture = boundsOf(xcb, ofPictureCookie);
-    const auto ofShape = boundsOf(xcb, ofShapeCookie);
+    const auto ofPicture = boundsOf(connection, ofPictureCookie);
+    const auto ofShape = boundsOf(connection, ofShapeCookie);
     if (!ofPicture || !ofShape)
         return std::nullopt;
     return CoveredParts{*ofPicture, *ofShape};

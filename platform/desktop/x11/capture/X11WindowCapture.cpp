@@ -73,7 +73,8 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 };
 
 X11WindowCapture::X11WindowCapture(X11Connection& connection)
-    : connection(connection), formats(connection), sources(std::make_shared<Sources>(connection, formats)) {
+    : connection(connection), compositingManager(connection), formats(connection),
+      sources(std::make_shared<Sources>(connection, formats)) {
     if (!permitted())
         return;
     watchWindows();
@@ -83,35 +84,32 @@ X11WindowCapture::X11WindowCapture(X11Connection& connection)
 X11WindowCapture::~X11WindowCapture() = default;
 
 template <typename Event, typename Action>
-void X11WindowCapture::watch(std::uint8_t type, xcb_window_t Event::*window, Action action) {
+void X11WindowCapture::watch(xcb_window_t Event::*window, Action action) {
     subscriptions.push_back(
-        connection.subscribe(type, [this, window, action](const xcb_generic_event_t& event) {
-            const auto& typed = reinterpret_cast<const Event&>(event);
-            const auto source = sources->find(typed.*window);
-            if (source && source->concerns(event.full_sequence))
-                action(*source, typed);
+        connection.subscribe<Event>([this, window, action](const Event& event, std::uint32_t sequence) {
+            const auto source = sources->find(event.*window);
+            if (source && source->concerns(sequence))
+                action(*source, event, sequence);
         }));
 }
 
 void X11WindowCapture::watchWindows() {
-    watch(static_cast<std::uint8_t>(connection.extensions().damageFirstEvent + XCB_DAMAGE_NOTIFY),
-          &xcb_damage_notify_event_t::drawable, [](auto& source, const auto& event) {
-              source.noteDamaged({event.area.x, event.area.y, event.area.width, event.area.height},
-                                 reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence);
-          });
-    watch(XCB_DESTROY_NOTIFY, &xcb_destroy_notify_event_t::window,
-          [](auto& source, const auto&) { source.noteGone(); });
-    watch(XCB_MAP_NOTIFY, &xcb_map_notify_event_t::window,
-          [](auto& source, const auto&) { source.noteReplaced(); });
-    watch(XCB_UNMAP_NOTIFY, &xcb_unmap_notify_event_t::window,
-          [](auto& source, const auto&) { source.noteReplaced(); });
-    watch(XCB_VISIBILITY_NOTIFY, &xcb_visibility_notify_event_t::window,
-          [](auto& source, const auto&) { source.noteReplaced(); });
-    watch(XCB_CONFIGURE_NOTIFY, &xcb_configure_notify_event_t::window, [](auto& source, const auto& event) {
+    watch(&xcb_damage_notify_event_t::drawable, [](auto& source, const auto& event, std::uint32_t sequence) {
+        source.noteDamaged({event.area.x, event.area.y, event.area.width, event.area.height}, sequence);
+    });
+    watch(&xcb_destroy_notify_event_t::window,
+          [](auto& source, const auto&, std::uint32_t) { source.noteGone(); });
+    watch(&xcb_map_notify_event_t::window,
+          [](auto& source, const auto&, std::uint32_t) { source.noteReplaced(); });
+    watch(&xcb_unmap_notify_event_t::window,
+          [](auto& source, const auto&, std::uint32_t) { source.noteReplaced(); });
+    watch(&xcb_visibility_notify_event_t::window,
+          [](auto& source, const auto&, std::uint32_t) { source.noteReplaced(); });
+    watch(&xcb_configure_notify_event_t::window, [](auto& source, const auto& event, std::uint32_t) {
         source.noteGeometry({event.width, event.height}, event.border_width);
     });
-    watch(XCB_PROPERTY_NOTIFY, &xcb_property_notify_event_t::window,
-          [extents = connection.atoms()._GTK_FRAME_EXTENTS](auto& source, const auto& event) {
+    watch(&xcb_property_notify_event_t::window,
+          [extents = connection.atoms()._GTK_FRAME_EXTENTS](auto& source, const auto& event, std::uint32_t) {
               if (event.atom == extents)
                   source.noteReplaced();
           });
@@ -119,26 +117,16 @@ void X11WindowCapture::watchWindows() {
 
 void X11WindowCapture::watchCompositingManager() {
     // When one starts or stops, the windows' pixmaps are made anew, and nothing tells the windows.
-    const auto selection = connection.atoms().compositingManager;
-    subscriptions.push_back(connection.subscribe(
-        static_cast<std::uint8_t>(connection.extensions().xfixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY),
-        [this, selection](const xcb_generic_event_t& event) {
-            if (reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).selection != selection)
-                return;
-            for (const auto& source : sources->all())
-                source->noteReplaced();
-        }));
-    xcb_xfixes_select_selection_input(connection.xcb(), connection.ownWindow(), selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    subscriptions.push_back(compositingManager.onChange([this] {
+        for (const auto& source : sources->all())
+            source->noteReplaced();
+    }));
 }
 
 bool X11WindowCapture::permitted() const {
     // A server that does not trust a client hides these extensions from it.
     const auto& extensions = connection.extensions();
-    return extensions.composite && extensions.damageFirstEvent != 0 && extensions.xfixesFirstEvent != 0 &&
-           formats.complete();
+    return extensions.composite && extensions.damage && extensions.xfixes && formats.complete();
 }
 
 std::shared_ptr<const WindowImage> X11WindowCapture::image(WindowNumber window) {

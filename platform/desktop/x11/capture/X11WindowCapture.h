@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/WindowCapture.h"
+#include "platform/desktop/x11/server/CompositingManager.h"
 #include "platform/desktop/x11/server/RenderFormats.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
@@ -28,12 +29,12 @@ class X11WindowCapture final : public WindowCapture {
   private:
     class Sources;
 
-    template <typename Event, typename Action>
-    void watch(std::uint8_t type, xcb_window_t Event::*window, Action action);
+    template <typename Event, typename Action> void watch(xcb_window_t Event::*window, Action action);
     void watchWindows();
     void watchCompositingManager();
 
     X11Connection& connection;
+    CompositingManager compositingManager;
     const RenderFormats formats;
     const std::shared_ptr<Sources> sources;
     std::vector<X11Connection::Subscription> subscriptions;

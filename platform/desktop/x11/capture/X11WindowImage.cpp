@@ -1,7 +1,5 @@
 #include "platform/desktop/x11/capture/X11WindowImage.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
-
 #include <cstddef>
 #include <cstring>
 
@@ -18,13 +16,10 @@ Bitmap X11WindowImage::readBack() const {
         return {theContent->size(), std::vector<std::uint32_t>(count, opaqueAlpha)};
     if (theContent->windowInPlace() != 0)
         theContent->copyFromPlace(connection);
-    const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        connection.xcb(),
-        xcb_get_image(connection.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, theContent->pixmapId(),
-                      static_cast<std::int16_t>(picture.x), static_cast<std::int16_t>(picture.y),
-                      static_cast<std::uint16_t>(picture.width), static_cast<std::uint16_t>(picture.height),
-                      ~0U),
-        nullptr));
+    const auto reply = connection.reply<xcb_get_image_reply>(xcb_get_image(
+        connection.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, theContent->pixmapId(),
+        static_cast<std::int16_t>(picture.x), static_cast<std::int16_t>(picture.y),
+        static_cast<std::uint16_t>(picture.width), static_cast<std::uint16_t>(picture.height), ~0U));
     const std::size_t bytes = count * sizeof(std::uint32_t);
     // Only depths that keep a pixel in 32 bits as red, green, blue; the rest cannot be read without their
     // visual.

@@ -1,6 +1,5 @@
 #include "platform/desktop/x11/keys/KeyLabels.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
 #include "platform/desktop/x11/server/XcbXkb.h"
 
 #include <algorithm>
@@ -12,18 +11,17 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 std::uint8_t layoutGroup(const X11Connection& connection) {
-    if (!connection.extensions().xkbFirstEvent)
+    if (!connection.extensions().xkb)
         return 0;
-    const XcbReply<xcb_xkb_get_state_reply_t> state(xcb_xkb_get_state_reply(
-        connection.xcb(), xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    const auto state = connection.reply<xcb_xkb_get_state_reply>(
+        xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD));
     return state ? state->group : 0;
 }
 
 xkb_keysym_t symbolOf(const X11Connection& connection, xcb_keycode_t key) {
     const auto cookie = xcb_get_keyboard_mapping(connection.xcb(), key, 1);
     const auto group = layoutGroup(connection);
-    const XcbReply<xcb_get_keyboard_mapping_reply_t> reply(
-        xcb_get_keyboard_mapping_reply(connection.xcb(), cookie, nullptr));
+    const auto reply = connection.reply<xcb_get_keyboard_mapping_reply>(cookie);
     if (!reply || xcb_get_keyboard_mapping_keysyms_length(reply.get()) == 0)
         return XKB_KEY_NoSymbol;
     const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());

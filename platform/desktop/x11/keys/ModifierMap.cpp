@@ -60,10 +60,8 @@ std::optional<ModifierMap> ModifierMap::read(const X11Connection& connection) {
     const auto keyCount = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
     const auto mappingCookie = xcb_get_modifier_mapping(connection.xcb());
     const auto symbolsCookie = xcb_get_keyboard_mapping(connection.xcb(), setup->min_keycode, keyCount);
-    const XcbReply<xcb_get_modifier_mapping_reply_t> reply(
-        xcb_get_modifier_mapping_reply(connection.xcb(), mappingCookie, nullptr));
-    const XcbReply<xcb_get_keyboard_mapping_reply_t> symbols(
-        xcb_get_keyboard_mapping_reply(connection.xcb(), symbolsCookie, nullptr));
+    const auto reply = connection.reply<xcb_get_modifier_mapping_reply>(mappingCookie);
+    const auto symbols = connection.reply<xcb_get_keyboard_mapping_reply>(symbolsCookie);
     if (!reply || !symbols || symbols->keysyms_per_keycode == 0)
         return std::nullopt;
     const std::span<const xcb_keycode_t> mapping(

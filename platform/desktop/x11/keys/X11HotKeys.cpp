@@ -36,7 +36,7 @@ std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits
 
 /// Without this, a held key looks like a row of presses and releases.
 void askForDetectableRepeat(const X11Connection& connection) {
-    if (!connection.extensions().xkbFirstEvent)
+    if (!connection.extensions().xkb)
         return;
     constexpr std::uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     const auto cookie =
@@ -48,23 +48,18 @@ void askForDetectableRepeat(const X11Connection& connection) {
 
 X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection) {
     askForDetectableRepeat(connection);
-    pressSubscription = connection.subscribe(XCB_KEY_PRESS, [this](const xcb_generic_event_t& event) {
-        keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
-    });
-    releaseSubscription = connection.subscribe(XCB_KEY_RELEASE, [this](const xcb_generic_event_t& event) {
-        keyReleased(reinterpret_cast<const xcb_key_release_event_t&>(event));
-    });
+    pressSubscription = connection.subscribe<KeyPress>([this](const KeyPress& event) { keyPressed(event); });
+    releaseSubscription =
+        connection.subscribe<KeyRelease>([this](const KeyRelease& event) { keyReleased(event); });
     followMapping();
 }
 
 /// Grabs go by key code: new symbols (a switched layout) change nothing, only a new modifier mapping does.
 /// The server tells a client that speaks XKB nothing of it by the core event.
 void X11HotKeys::followMapping() {
-    const auto xkbEvent = connection.extensions().xkbFirstEvent;
-    if (!xkbEvent) {
-        mappingSubscription = connection.subscribe(XCB_MAPPING_NOTIFY, [this](
-                                                                           const xcb_generic_event_t& event) {
-            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_MODIFIER)
+    if (!connection.extensions().xkb) {
+        mappingSubscriptions[0] = connection.subscribe<xcb_mapping_notify_event_t>([this](const auto& event) {
+            if (event.request == XCB_MAPPING_MODIFIER)
                 followModifiers();
         });
         return;
@@ -73,17 +68,17 @@ void X11HotKeys::followMapping() {
                           XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY, 0,
                           XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY, XCB_XKB_MAP_PART_MODIFIER_MAP,
                           XCB_XKB_MAP_PART_MODIFIER_MAP, nullptr);
-    mappingSubscription = connection.subscribe(xkbEvent, [this](const xcb_generic_event_t& event) {
-        const auto kind = reinterpret_cast<const xcb_xkb_map_notify_event_t&>(event).xkbType;
-        if (kind == XCB_XKB_MAP_NOTIFY || kind == XCB_XKB_NEW_KEYBOARD_NOTIFY)
-            followModifiers();
-    });
+    mappingSubscriptions[0] =
+        connection.subscribe<xcb_xkb_map_notify_event_t>([this](const auto&) { followModifiers(); });
+    mappingSubscriptions[1] =
+        connection.subscribe<xcb_xkb_new_keyboard_notify_event_t>([this](const auto&) { followModifiers(); });
 }
 
 X11HotKeys::~X11HotKeys() {
     pressSubscription = {};
     releaseSubscription = {};
-    mappingSubscription = {};
+    for (auto& subscription : mappingSubscriptions)
+        subscription = {};
     for (auto& [number, combination] : held)
         letGo(combination);
     connection.flush();

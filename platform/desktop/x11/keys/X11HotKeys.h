@@ -61,7 +61,7 @@ class X11HotKeys final : public HotKeys {
 
     X11Connection::Subscription pressSubscription;
     X11Connection::Subscription releaseSubscription;
-    X11Connection::Subscription mappingSubscription;
+    X11Connection::Subscription mappingSubscriptions[2];
 };
 
 } // namespace mirrolet::platform::desktop::x11

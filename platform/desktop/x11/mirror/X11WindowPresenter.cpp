@@ -2,7 +2,6 @@
 
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 
 #include <utility>
 
@@ -27,10 +26,8 @@ std::unique_ptr<WindowPresenter> X11WindowPresenter::make(X11Connection& connect
         return nullptr;
     const auto attributesCookie = xcb_get_window_attributes(connection.xcb(), window);
     const auto geometryCookie = xcb_get_geometry(connection.xcb(), window);
-    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(connection.xcb(), attributesCookie, nullptr));
-    const XcbReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection.xcb(), geometryCookie, nullptr));
+    const auto attributes = connection.reply<xcb_get_window_attributes_reply>(attributesCookie, windowGone);
+    const auto geometry = connection.reply<xcb_get_geometry_reply>(geometryCookie, windowGone);
     if (!attributes || !geometry || formats.exact(attributes->visual) == 0)
         return nullptr;
     const Target target{window, geometry->depth, formats.exact(attributes->visual),

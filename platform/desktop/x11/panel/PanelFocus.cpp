@@ -1,16 +1,12 @@
 #include "platform/desktop/x11/panel/PanelFocus.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/server/Property.h"
 
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
-
-template <typename Event> const Event& as(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const Event&>(event);
-}
 
 /// None and PointerRoot are no windows.
 bool isWindow(xcb_window_t focus) {
@@ -19,30 +15,18 @@ bool isWindow(xcb_window_t focus) {
 
 } // namespace
 
-PanelFocus::PanelFocus(X11Connection& connection, PreviousFocus& loan, xcb_window_t panel)
+PanelFocus::PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& loan,
+                       xcb_window_t panel)
     : connection(connection), loan(loan), panel(panel) {
-    subscriptions[0] = connection.subscribe(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
-        const auto& notify = as<xcb_property_notify_event_t>(event);
-        if (notify.window == this->connection.ownWindow() &&
-            notify.atom == this->connection.atoms()._MIRROLET_TIME)
-            timeKnown(notify.time);
-    });
-    subscriptions[1] = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_map_notify_event_t>(event).window == this->panel)
-            mapped();
-    });
-    subscriptions[2] = connection.subscribe(XCB_VISIBILITY_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_visibility_notify_event_t>(event).window == this->panel)
-            mapped();
-    });
-    subscriptions[3] = connection.subscribe(XCB_UNMAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_unmap_notify_event_t>(event).window == this->panel)
-            unmapped();
-    });
-    subscriptions[4] = connection.subscribe(XCB_FOCUS_OUT, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_focus_out_event_t>(event).event == this->panel)
-            focusLeft(as<xcb_focus_out_event_t>(event));
-    });
+    subscriptions[0] =
+        connection.subscribe<xcb_property_notify_event_t>(connection.ownWindow(), [this](const auto& event) {
+            if (event.atom == this->connection.atoms()._MIRROLET_TIME)
+                timeKnown(event.time);
+        });
+    subscriptions[1] = events.subscribe<xcb_map_notify_event_t>([this](const auto&) { mapped(); });
+    subscriptions[2] = events.subscribe<xcb_visibility_notify_event_t>([this](const auto&) { mapped(); });
+    subscriptions[3] = events.subscribe<xcb_unmap_notify_event_t>([this](const auto&) { unmapped(); });
+    subscriptions[4] = events.subscribe<FocusOut>([this](const FocusOut& event) { focusLeft(event); });
 }
 
 PanelFocus::~PanelFocus() {
@@ -111,17 +95,13 @@ void PanelFocus::focusLeft(const xcb_focus_out_event_t& event) {
 
 void PanelFocus::rememberOwner() {
     const auto focusCookie = xcb_get_input_focus(connection.xcb());
-    const auto activeCookie = xcb_get_property(connection.xcb(), 0, connection.root(),
-                                               connection.atoms()._NET_ACTIVE_WINDOW, XCB_ATOM_WINDOW, 0, 1);
-    const XcbReply<xcb_get_input_focus_reply_t> focused(
-        xcb_get_input_focus_reply(connection.xcb(), focusCookie, nullptr));
-    const XcbReply<xcb_get_property_reply_t> property(
-        xcb_get_property_reply(connection.xcb(), activeCookie, nullptr));
+    const auto activeCookie =
+        requestProperty(connection, connection.root(), connection.atoms()._NET_ACTIVE_WINDOW, 4);
+    const auto focused = connection.reply<xcb_get_input_focus_reply>(focusCookie);
+    const auto actives = takeProperty(connection, activeCookie).items(XCB_ATOM_WINDOW);
     owner = focused ? focused->focus : static_cast<xcb_window_t>(XCB_INPUT_FOCUS_POINTER_ROOT);
     ownerRevertTo = focused ? focused->revert_to : static_cast<std::uint8_t>(XCB_INPUT_FOCUS_POINTER_ROOT);
-    active = property && property->format == 32 && xcb_get_property_value_length(property.get()) == 4
-                 ? *static_cast<const xcb_window_t*>(xcb_get_property_value(property.get()))
-                 : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    active = actives.empty() ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : actives.front();
     xcb_window_t lender = active;
     if (lender == XCB_WINDOW_NONE)
         lender = loan.window(); // It was borrowed already, by another panel of ours.
@@ -156,8 +136,7 @@ bool PanelFocus::focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp
 }
 
 bool PanelFocus::focusIsOurs() const {
-    const XcbReply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
+    const auto reply = connection.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(connection.xcb()));
     return reply && (reply->focus == panel || reply->focus == connection.root() || !isWindow(reply->focus));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 #include "platform/desktop/x11/windows/PreviousFocus.h"
 
@@ -10,10 +11,9 @@ namespace mirrolet::platform::desktop::x11 {
 
 /// Borrows the keyboard for one panel and gives it back. Every change of focus carries the time at which we
 /// wanted it, so that the server itself refuses it once the user has chosen another window after that.
-/// Expects that the connection selects StructureNotify, VisibilityChange and FocusChange on the panel.
 class PanelFocus {
   public:
-    PanelFocus(X11Connection& connection, PreviousFocus& loan, xcb_window_t panel);
+    PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& loan, xcb_window_t panel);
     ~PanelFocus();
     PanelFocus(const PanelFocus&) = delete;
     PanelFocus& operator=(const PanelFocus&) = delete;

@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/panel/PanelProperties.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/server/Property.h"
 
 #include <algorithm>
 #include <array>
@@ -15,19 +15,12 @@ namespace {
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 constexpr std::uint32_t stateAdd = 1;
 constexpr std::uint32_t sourceApplication = 1;
-constexpr std::uint32_t longestProperty = 64;
+constexpr std::uint32_t mostBytesOfProperty = 256;
 // WM_HINTS: flags, input, and seven more.
 constexpr std::size_t hintsLength = 9;
 constexpr std::uint32_t inputHint = 1;
 // _MOTIF_WM_HINTS: flags, functions, decorations, input mode, status.
 constexpr std::array<std::uint32_t, 5> noDecorations{1U << 1U, 0, 0, 0, 0};
-
-std::span<const std::uint32_t> words(const xcb_get_property_reply_t* reply) {
-    if (!reply || reply->format != 32)
-        return {};
-    return {static_cast<const std::uint32_t*>(xcb_get_property_value(reply)),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply)) / 4};
-}
 
 void write(const X11Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
            std::span<const std::uint32_t> values) {
@@ -39,21 +32,14 @@ void write(const X11Connection& connection, xcb_window_t window, xcb_atom_t prop
 
 void PanelProperties::writeBeforeMap(bool modal) const {
     const auto& atoms = connection.atoms();
-    const auto ask = [this](xcb_atom_t property) {
-        return xcb_get_property(connection.xcb(), 0, panel, property, XCB_GET_PROPERTY_TYPE_ANY, 0,
-                                longestProperty);
-    };
-    const auto stateCookie = ask(atoms._NET_WM_STATE);
-    const auto hintsCookie = ask(XCB_ATOM_WM_HINTS);
-    const auto protocolsCookie = ask(atoms.WM_PROTOCOLS);
-    const auto answer = [this](xcb_get_property_cookie_t cookie) {
-        return XcbReply<xcb_get_property_reply_t>(xcb_get_property_reply(connection.xcb(), cookie, nullptr));
-    };
-    writeStates(answer(stateCookie).get());
-    const auto hints = answer(hintsCookie);
-    const auto protocols = answer(protocolsCookie);
+    const auto stateCookie = requestProperty(connection, panel, atoms._NET_WM_STATE, mostBytesOfProperty);
+    const auto hintsCookie = requestProperty(connection, panel, XCB_ATOM_WM_HINTS, mostBytesOfProperty);
+    const auto protocolsCookie = requestProperty(connection, panel, atoms.WM_PROTOCOLS, mostBytesOfProperty);
+    writeStates(takeProperty(connection, stateCookie).items(XCB_ATOM_ATOM));
+    const auto hints = takeProperty(connection, hintsCookie).items(XCB_ATOM_WM_HINTS);
+    const auto protocols = takeProperty(connection, protocolsCookie).items(XCB_ATOM_ATOM);
     if (stacking == PanelStacking::amongNormal)
-        refuseFocus(hints.get(), protocols.get());
+        refuseFocus(hints, protocols);
 
     const auto type = modal ? atoms._NET_WM_WINDOW_TYPE_DIALOG : atoms._NET_WM_WINDOW_TYPE_UTILITY;
     write(connection, panel, atoms._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, std::array{type});
@@ -67,10 +53,8 @@ void PanelProperties::writeBeforeMap(bool modal) const {
                                                     &neverUsed));
 }
 
-void PanelProperties::writeStates(const xcb_get_property_reply_t* existing) const {
+void PanelProperties::writeStates(std::vector<std::uint32_t> states) const {
     const auto& atoms = connection.atoms();
-    const auto present = words(existing);
-    std::vector<std::uint32_t> states(present.begin(), present.end());
     for (const auto state :
          {atoms._NET_WM_STATE_SKIP_TASKBAR, atoms._NET_WM_STATE_SKIP_PAGER, atoms._NET_WM_STATE_STICKY})
         if (std::find(states.begin(), states.end(), state) == states.end())
@@ -78,18 +62,17 @@ void PanelProperties::writeStates(const xcb_get_property_reply_t* existing) cons
     write(connection, panel, atoms._NET_WM_STATE, XCB_ATOM_ATOM, states);
 }
 
-void PanelProperties::refuseFocus(const xcb_get_property_reply_t* hints,
-                                  const xcb_get_property_reply_t* protocols) const {
+void PanelProperties::refuseFocus(const std::vector<std::uint32_t>& hints,
+                                  const std::vector<std::uint32_t>& protocols) const {
     const auto& atoms = connection.atoms();
     std::array<std::uint32_t, hintsLength> ours{};
-    const auto present = words(hints);
-    std::copy_n(present.begin(), std::min(present.size(), hintsLength), ours.begin());
+    std::copy_n(hints.begin(), std::min(hints.size(), hintsLength), ours.begin());
     ours[0] |= inputHint;
     ours[1] = 0;
     write(connection, panel, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, ours);
 
     std::vector<std::uint32_t> spoken;
-    std::ranges::copy_if(words(protocols), std::back_inserter(spoken),
+    std::ranges::copy_if(protocols, std::back_inserter(spoken),
                          [&atoms](std::uint32_t protocol) { return protocol != atoms.WM_TAKE_FOCUS; });
     write(connection, panel, atoms.WM_PROTOCOLS, XCB_ATOM_ATOM, spoken);
 }

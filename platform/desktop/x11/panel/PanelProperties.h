@@ -3,6 +3,9 @@
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace mirrolet::platform::desktop::x11 {
 
 /// What a window manager, task list or compositor is told about one panel. Any thread.
@@ -19,8 +22,9 @@ class PanelProperties {
     void requestAfterMap() const;
 
   private:
-    void writeStates(const xcb_get_property_reply_t* existing) const;
-    void refuseFocus(const xcb_get_property_reply_t* hints, const xcb_get_property_reply_t* protocols) const;
+    void writeStates(std::vector<std::uint32_t> states) const;
+    void refuseFocus(const std::vector<std::uint32_t>& hints,
+                     const std::vector<std::uint32_t>& protocols) const;
     void sendToRoot(xcb_atom_t type, std::uint32_t first, std::uint32_t second, std::uint32_t third) const;
 
     X11Connection& connection;

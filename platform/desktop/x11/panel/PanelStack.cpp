@@ -13,43 +13,24 @@ namespace {
 // More than anybody switches windows; a program that answers each raise with its own wins after as many.
 constexpr int mostRaisesASecond = 8;
 
-template <typename Event> const Event& as(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const Event&>(event);
-}
-
 } // namespace
 
 PanelStack::PanelStack(X11Connection& connection) : connection(connection) {
-    const auto on = [this](std::uint8_t type, X11Connection::EventHandler handler) {
-        subscriptions.push_back(this->connection.subscribe(type, std::move(handler)));
-    };
     const auto root = connection.root();
-    on(XCB_CONFIGURE_NOTIFY, [this, root](const xcb_generic_event_t& event) {
-        if (as<xcb_configure_notify_event_t>(event).event == root)
-            configured(as<xcb_configure_notify_event_t>(event));
-    });
-    on(XCB_MAP_NOTIFY, [this, root](const xcb_generic_event_t& event) {
-        if (as<xcb_map_notify_event_t>(event).event == root)
-            requestCheck();
-    });
-    on(XCB_REPARENT_NOTIFY, [this, root](const xcb_generic_event_t& event) {
-        if (as<xcb_reparent_notify_event_t>(event).event == root)
-            requestCheck(); // Into a frame that may be above us, or back when a window manager ends.
-    });
-    on(XCB_CIRCULATE_NOTIFY, [this, root](const xcb_generic_event_t& event) {
-        if (as<xcb_circulate_notify_event_t>(event).event == root)
-            requestCheck();
-    });
-    on(XCB_DESTROY_NOTIFY, [this, root](const xcb_generic_event_t& event) {
-        if (as<xcb_destroy_notify_event_t>(event).event == root)
-            forget(as<xcb_destroy_notify_event_t>(event).window);
-    });
-    on(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
-        const auto& notify = as<xcb_property_notify_event_t>(event);
-        if (notify.window == this->connection.ownWindow() &&
-            notify.atom == this->connection.atoms()._MIRROLET_RESTACK)
-            checkRequested();
-    });
+    const auto check = [this](const auto&) { requestCheck(); };
+    subscriptions.push_back(connection.subscribe<xcb_configure_notify_event_t>(
+        root, [this](const auto& event) { configured(event); }));
+    subscriptions.push_back(connection.subscribe<xcb_map_notify_event_t>(root, check));
+    // Into a frame that may be above us, or back when a window manager ends.
+    subscriptions.push_back(connection.subscribe<xcb_reparent_notify_event_t>(root, check));
+    subscriptions.push_back(connection.subscribe<xcb_circulate_notify_event_t>(root, check));
+    subscriptions.push_back(connection.subscribe<xcb_destroy_notify_event_t>(
+        root, [this](const auto& event) { forget(event.window); }));
+    subscriptions.push_back(
+        connection.subscribe<xcb_property_notify_event_t>(connection.ownWindow(), [this](const auto& event) {
+            if (event.atom == this->connection.atoms()._MIRROLET_RESTACK)
+                checkRequested();
+        }));
 }
 
 PanelStack::~PanelStack() {

@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/panel/StackingQuery.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/desktop/x11/server/Property.h"
 
 #include <algorithm>
 #include <span>
@@ -9,7 +9,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::uint32_t mostTypes = 8;
+constexpr std::uint32_t mostBytesOfTypes = 32;
 
 struct Candidate {
     xcb_window_t topLevel;
@@ -18,8 +18,8 @@ struct Candidate {
     xcb_window_t client; ///< The window inside a frame; the top level itself where there is no frame.
 };
 
-std::vector<xcb_window_t> childrenFrom(xcb_connection_t* xcb, xcb_query_tree_cookie_t cookie) {
-    const XcbReply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(xcb, cookie, nullptr));
+std::vector<xcb_window_t> childrenFrom(const X11Connection& connection, xcb_query_tree_cookie_t cookie) {
+    const auto reply = connection.reply<xcb_query_tree_reply>(cookie, windowGone);
     if (!reply)
         return {};
     const auto* first = xcb_query_tree_children(reply.get());
@@ -37,9 +37,9 @@ std::vector<Candidate> viewableOf(const X11Connection& connection,
     }
     std::vector<Candidate> found;
     for (std::size_t i = 0; i < topLevels.size(); ++i) {
-        const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(connection.xcb(), attributeCookies[i], nullptr));
-        auto children = childrenFrom(connection.xcb(), treeCookies[i]);
+        const auto attributes =
+            connection.reply<xcb_get_window_attributes_reply>(attributeCookies[i], windowGone);
+        auto children = childrenFrom(connection, treeCookies[i]);
         if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
             found.push_back(
@@ -73,7 +73,7 @@ class FrameReader {
         for (const auto child : candidate.children)
             cookies.push_back(xcb_query_tree(connection.xcb(), child));
         for (const auto cookie : cookies)
-            takeForeign(candidate, owner, childrenFrom(connection.xcb(), cookie));
+            takeForeign(candidate, owner, childrenFrom(connection, cookie));
     }
 
     bool takeForeign(Candidate& candidate, xcb_window_t owner, std::span<const xcb_window_t> children) const {
@@ -113,7 +113,7 @@ bool isApplication(const Atoms& atoms, const Candidate& candidate, std::span<con
 } // namespace
 
 std::vector<xcb_window_t> stackingOrder(const X11Connection& connection) {
-    return childrenFrom(connection.xcb(), xcb_query_tree(connection.xcb(), connection.root()));
+    return childrenFrom(connection, xcb_query_tree(connection.xcb(), connection.root()));
 }
 
 std::vector<xcb_window_t> applicationWindows(const X11Connection& connection,
@@ -122,19 +122,12 @@ std::vector<xcb_window_t> applicationWindows(const X11Connection& connection,
     FrameReader(connection).findClients(candidates);
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const auto& candidate : candidates)
-        cookies.push_back(xcb_get_property(connection.xcb(), 0, candidate.client,
-                                           connection.atoms()._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, 0,
-                                           mostTypes));
+        cookies.push_back(requestProperty(connection, candidate.client,
+                                          connection.atoms()._NET_WM_WINDOW_TYPE, mostBytesOfTypes));
     std::vector<xcb_window_t> found;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
-        const XcbReply<xcb_get_property_reply_t> reply(
-            xcb_get_property_reply(connection.xcb(), cookies[i], nullptr));
-        if (!reply)
-            continue;
-        const std::span<const xcb_atom_t> types(
-            static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t));
-        if (isApplication(connection.atoms(), candidates[i], types))
+        const auto types = takeProperty(connection, cookies[i]);
+        if (types.answered() && isApplication(connection.atoms(), candidates[i], types.items(XCB_ATOM_ATOM)))
             found.push_back(candidates[i].topLevel);
     }
     return found;

@@ -5,7 +5,6 @@
 #include "platform/desktop/x11/panel/SoftShadow.h"
 #include "platform/desktop/x11/server/CompositingManager.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 
 #include <xcb/shape.h>
 
@@ -20,10 +19,6 @@ namespace {
 
 constexpr std::uint8_t argbDepth = 32;
 constexpr int largestSide = 16384; // Of a panel; far from what 16 bits of the protocol hold.
-
-template <typename Event> const Event& as(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const Event&>(event);
-}
 
 /// XCB_NONE on a server without translucent windows.
 xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
@@ -84,21 +79,13 @@ class Lengthening {
 
 } // namespace
 
-WindowShadow::WindowShadow(X11Connection& connection, CompositingManager& compositingManager,
-                           PanelStack& stack, xcb_window_t panel)
+WindowShadow::WindowShadow(X11Connection& connection, const PanelEvents& events,
+                           CompositingManager& compositingManager, PanelStack& stack, xcb_window_t panel)
     : connection(connection), compositingManager(compositingManager), stack(stack), panel(panel) {
-    subscriptions[0] = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_map_notify_event_t>(event).event == this->panel)
-            panelMapped();
-    });
-    subscriptions[1] = connection.subscribe(XCB_UNMAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (as<xcb_unmap_notify_event_t>(event).event == this->panel)
-            panelUnmapped();
-    });
-    subscriptions[2] = connection.subscribe(XCB_CONFIGURE_NOTIFY, [this](const xcb_generic_event_t& event) {
-        const auto& notify = as<xcb_configure_notify_event_t>(event);
-        if (notify.event == this->panel)
-            panelConfigured({notify.x, notify.y, notify.width, notify.height});
+    subscriptions[0] = events.subscribe<xcb_map_notify_event_t>([this](const auto&) { panelMapped(); });
+    subscriptions[1] = events.subscribe<xcb_unmap_notify_event_t>([this](const auto&) { panelUnmapped(); });
+    subscriptions[2] = events.subscribe<xcb_configure_notify_event_t>([this](const auto& event) {
+        panelConfigured({event.x, event.y, event.width, event.height});
     });
     subscriptions[3] = compositingManager.onChange([this] {
         const std::lock_guard guard(lock);
@@ -129,8 +116,8 @@ void WindowShadow::setRadius(double newRadius) {
 
 void WindowShadow::panelMapped() {
     // Asked for once: what the panel was made with, nothing has told.
-    const XcbReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection.xcb(), xcb_get_geometry(connection.xcb(), panel), nullptr));
+    const auto geometry =
+        connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(connection.xcb(), panel), windowGone);
     const std::lock_guard guard(lock);
     if (geometry)
         panelRect = {geometry->x, geometry->y, geometry->width, geometry->height};

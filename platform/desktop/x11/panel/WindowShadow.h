@@ -2,6 +2,7 @@
 
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/server/RenderResources.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
@@ -14,12 +15,11 @@ class PanelStack;
 
 /// The shadow of one floating panel: a translucent window of its own right below it, there as long as the
 /// panel is mapped and a compositing manager runs. It follows what the server says of the panel, and is
-/// painted only when the size changes: the server keeps the picture as the window's background. Expects that
-/// the connection selects StructureNotify on the panel.
+/// painted only when the size changes: the server keeps the picture as the window's background.
 class WindowShadow {
   public:
-    WindowShadow(X11Connection& connection, CompositingManager& compositingManager, PanelStack& stack,
-                 xcb_window_t panel);
+    WindowShadow(X11Connection& connection, const PanelEvents& events, CompositingManager& compositingManager,
+                 PanelStack& stack, xcb_window_t panel);
     ~WindowShadow();
     WindowShadow(const WindowShadow&) = delete;
     WindowShadow& operator=(const WindowShadow&) = delete;

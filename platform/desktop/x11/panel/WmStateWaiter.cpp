@@ -1,7 +1,6 @@
 #include "platform/desktop/x11/panel/WmStateWaiter.h"
 
 #include "platform/desktop/x11/server/Property.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 #include "platform/desktop/x11/windows/WindowManagerCheck.h"
 
 #include <chrono>
@@ -17,19 +16,12 @@ constexpr std::uint32_t stateLength = 8; // Bytes.
 
 } // namespace
 
-WmStateWaiter::WmStateWaiter(X11Connection& connection, xcb_window_t window)
+WmStateWaiter::WmStateWaiter(X11Connection& connection, const PanelEvents& events, xcb_window_t window)
     : connection(connection), window(window) {
-    subscriptions[0] = connection.subscribe(XCB_MAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == this->window)
-            changed();
-    });
-    subscriptions[1] = connection.subscribe(XCB_UNMAP_NOTIFY, [this](const xcb_generic_event_t& event) {
-        if (reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == this->window)
-            changed();
-    });
-    subscriptions[2] = connection.subscribe(XCB_PROPERTY_NOTIFY, [this](const xcb_generic_event_t& event) {
-        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (notify.window == this->window && notify.atom == this->connection.atoms().WM_STATE)
+    subscriptions[0] = events.subscribe<xcb_map_notify_event_t>([this](const auto&) { changed(); });
+    subscriptions[1] = events.subscribe<xcb_unmap_notify_event_t>([this](const auto&) { changed(); });
+    subscriptions[2] = events.subscribe<xcb_property_notify_event_t>([this](const auto& event) {
+        if (event.atom == this->connection.atoms().WM_STATE)
             changed();
     });
 }
@@ -55,12 +47,9 @@ void WmStateWaiter::await(const std::function<bool(const State&)>& wanted) {
 
 WmStateWaiter::State WmStateWaiter::state() const {
     const auto attributesCookie = xcb_get_window_attributes(connection.xcb(), window);
-    const auto wordCookie =
-        requestProperty(connection.xcb(), window, connection.atoms().WM_STATE, stateLength);
-    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(connection.xcb(), attributesCookie, nullptr));
-    const auto word = takeProperty(connection.xcb(), wordCookie);
-    const auto items = propertyIn(word).items(connection.atoms().WM_STATE);
+    const auto wordCookie = requestProperty(connection, window, connection.atoms().WM_STATE, stateLength);
+    const auto attributes = connection.reply<xcb_get_window_attributes_reply>(attributesCookie, windowGone);
+    const auto items = takeProperty(connection, wordCookie).items(connection.atoms().WM_STATE);
     return {attributes != nullptr, attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED,
             items.empty() ? withdrawn : items.front()};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
 #include <condition_variable>
@@ -11,11 +12,11 @@ namespace mirrolet::platform::desktop::x11 {
 
 /// Waits for the window manager to have done its part of a map or an unmap of one window. One that is asked
 /// for the next before it has done the last takes one for the other, and the window stays away or on the
-/// screen. Without a window manager there is nothing to wait for. Expects that the connection selects
-/// StructureNotify and PropertyChange on the window. Not to be called from the connection's thread.
+/// screen. Without a window manager there is nothing to wait for. Not to be called from the connection's
+/// thread.
 class WmStateWaiter {
   public:
-    WmStateWaiter(X11Connection& connection, xcb_window_t window);
+    WmStateWaiter(X11Connection& connection, const PanelEvents& events, xcb_window_t window);
     WmStateWaiter(const WmStateWaiter&) = delete;
     WmStateWaiter& operator=(const WmStateWaiter&) = delete;
 

@@ -3,6 +3,7 @@
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/WindowList.h"
 #include "platform/desktop/x11/panel/CornerMask.h"
+#include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/panel/PanelFocus.h"
 #include "platform/desktop/x11/panel/PanelProperties.h"
 #include "platform/desktop/x11/panel/WindowShadow.h"
@@ -47,6 +48,7 @@ class X11PanelWindow final : public PanelWindow {
     int level = 0;
     std::atomic<bool> shown = false; ///< Or about to be.
 
+    PanelEvents events;
     PanelProperties properties;
     WmStateWaiter managerTurn;
     PanelFocus keyboard;

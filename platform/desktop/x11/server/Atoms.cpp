@@ -21,7 +21,6 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(WM_CLIENT_MACHINE),
         ATOM(WM_PROTOCOLS),
         ATOM(WM_TAKE_FOCUS),
-        ATOM(MANAGER),
         ATOM(_NET_SUPPORTED),
         ATOM(_NET_SUPPORTING_WM_CHECK),
         ATOM(_NET_CLIENT_LIST),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/x11/server/X11Connection.h"
 #include "platform/desktop/x11/server/XcbReply.h"
 
 #include <xcb/xcb.h>
@@ -11,8 +12,8 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// A property as the server gave it. Any client can write anything into any property, so type, format and
-/// length are checked at each use; what does not fit counts as absent. A view: whoever made it keeps the
-/// bytes.
+/// length are checked at each use, and a property that does not fit counts as absent. A view of bytes that
+/// its maker keeps.
 struct Property {
     xcb_atom_t type = XCB_ATOM_NONE; ///< XCB_ATOM_NONE where there is no such property.
     std::uint8_t format = 0;         ///< 8, 16 or 32 bits an item.
@@ -24,14 +25,20 @@ struct Property {
     [[nodiscard]] std::vector<std::uint32_t> items(xcb_atom_t itemType) const;
 };
 
-/// The bytes of a reply; an absent property for a reply that is missing because the window died.
-Property propertyIn(const XcbReply<xcb_get_property_reply_t>& reply);
+/// A property together with its bytes.
+struct PropertyReply : Property {
+    explicit PropertyReply(XcbReply<xcb_get_property_reply_t> reply);
+
+    /// False where the window is gone; true also for a property that the window lacks.
+    [[nodiscard]] bool answered() const { return owner != nullptr; }
+
+    XcbReply<xcb_get_property_reply_t> owner;
+};
 
 /// Asks for at most `mostBytes` of a property, of whatever type.
-xcb_get_property_cookie_t requestProperty(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t name,
-                                          std::uint32_t mostBytes);
-/// Waits for the reply.
-XcbReply<xcb_get_property_reply_t> takeProperty(xcb_connection_t* connection,
-                                                xcb_get_property_cookie_t cookie);
+xcb_get_property_cookie_t requestProperty(const X11Connection& connection, xcb_window_t window,
+                                          xcb_atom_t name, std::uint32_t mostBytes);
+/// Waits for the reply. An absent property where the window is gone.
+PropertyReply takeProperty(const X11Connection& connection, xcb_get_property_cookie_t cookie);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -1,7 +1,5 @@
 #include "platform/desktop/x11/server/RenderFormats.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
-
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
@@ -23,8 +21,8 @@ bool isRgb8(const xcb_render_pictforminfo_t& format) {
 RenderFormats::RenderFormats(X11Connection& connection) {
     if (!connection.extensions().render)
         return;
-    const XcbReply<xcb_render_query_pict_formats_reply_t> reply(xcb_render_query_pict_formats_reply(
-        connection.xcb(), xcb_render_query_pict_formats(connection.xcb()), nullptr));
+    const auto reply = connection.reply<xcb_render_query_pict_formats_reply>(
+        xcb_render_query_pict_formats(connection.xcb()));
     if (!reply)
         return;
     for (auto it = xcb_render_query_pict_formats_formats_iterator(reply.get()); it.rem;

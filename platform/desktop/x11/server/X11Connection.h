@@ -1,26 +1,30 @@
 #pragma once
 
 #include "platform/desktop/x11/server/Atoms.h"
+#include "platform/desktop/x11/server/ErrorSet.h"
+#include "platform/desktop/x11/server/EventType.h"
+#include "platform/desktop/x11/server/Extensions.h"
+#include "platform/desktop/x11/server/XcbReply.h"
 
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The backend's own connection to the X server, never the toolkit's, so that every error is ours to read.
-/// Requests may be made from any thread; events are read by one thread of the connection and handed to who
-/// subscribed.
+/// The backend's own connection to the X server, never Qt's, so that every error is ours to read. Requests
+/// may be made from any thread. The connection's own thread reads the events and calls the subscribers.
 class X11Connection {
   public:
-    using EventHandler = std::function<void(const xcb_generic_event_t&)>;
-
     /// Ends a subscription when destroyed; waits for a handler that is running, unless called from it. Must
     /// not be destroyed while holding a lock that the handler takes.
     class Subscription {
@@ -36,20 +40,6 @@ class X11Connection {
             : connection(connection), number(number) {}
         X11Connection* connection = nullptr;
         std::uint64_t number = 0;
-    };
-
-    /// First event numbers and versions of the extensions; 0 or false where the server lacks one.
-    struct Extensions {
-        bool composite = false; ///< 0.2 or later: NameWindowPixmap.
-        bool render = false;    ///< 0.10 or later.
-        bool shape = false;
-        bool xres = false; ///< 1.2 or later: QueryClientIds.
-        bool randr = false;
-        std::uint8_t damageFirstEvent = 0;
-        std::uint8_t xfixesFirstEvent = 0;
-        std::uint8_t shapeFirstEvent = 0;
-        std::uint8_t xkbFirstEvent = 0;
-        std::uint8_t randrFirstEvent = 0;
     };
 
     /// Connects to a display (empty: $DISPLAY). On failure returns nothing and says why in `problem`, one
@@ -68,8 +58,13 @@ class X11Connection {
     /// A window of ours that is never mapped: owner of grabs, target of messages.
     [[nodiscard]] xcb_window_t ownWindow() const { return hidden; }
 
-    /// Events of one type (`response_type` without the send-event bit), on the connection's thread, in order.
-    [[nodiscard]] Subscription subscribe(std::uint8_t eventType, EventHandler handler);
+    /// Calls the handler with every event of one type, on the connection's thread, in order. The handler
+    /// takes the event, and its sequence number too if it has a second parameter. Subscribes to nothing where
+    /// the server lacks the extension.
+    template <typename Event, typename Handler> [[nodiscard]] Subscription subscribe(Handler handler);
+    /// The same for the events that were selected on one window. See `selectedOn()`.
+    template <typename Event, typename Handler>
+    [[nodiscard]] Subscription subscribe(xcb_window_t window, Handler handler);
     /// Adds to the events that this connection selects on the root window; never takes one away.
     void selectOnRoot(std::uint32_t eventMask);
     /// SubstructureNotify of the root window, counted: they are many, so only while someone needs them.
@@ -81,6 +76,9 @@ class X11Connection {
     void start();
 
     void flush() const { xcb_flush(connection); }
+    /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Empty after an error, and when
+    /// the server is lost. An error that is not expected is a fault of ours and is logged.
+    template <auto Wait, typename Cookie> auto reply(Cookie cookie, ErrorSet expected = {}) const;
     /// Waits for a checked request. True if it went well; what the error was is the caller's business. For
     /// requests whose failure is expected (a window that died).
     bool succeeds(xcb_void_cookie_t checked, std::uint8_t* errorCode = nullptr) const;
@@ -88,12 +86,15 @@ class X11Connection {
     /// drawable, damage or pixmap is gone, or a match failed because of it; anything else is a bug of ours
     /// and is logged once.
   private:
+    using EventHandler = std::function<void(const xcb_generic_event_t&)>;
+
     X11Connection(xcb_connection_t* connection, int screenNumber);
-    void queryExtensions();
+    Subscription subscribeTo(std::uint8_t eventType, EventHandler handler);
     void applyRootMask();
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
-    void noteError(const xcb_generic_error_t& error);
+    void noteError(const xcb_generic_error_t& error, ErrorSet expected = {}) const;
+    [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
     void unsubscribe(std::uint64_t number);
 
     struct Entry {
@@ -118,8 +119,43 @@ class X11Connection {
     std::recursive_mutex running; ///< Held while handlers run, so that unsubscribe() can wait for them.
     std::vector<Entry> entries;
     std::uint64_t nextNumber = 1;
-    std::uint32_t errorsLogged = 0;
+    mutable std::atomic<std::uint32_t> errorsLogged = 0;
+    std::atomic<bool> ending = false; ///< The reader ends with the next event.
     std::thread reader;
 };
+
+template <typename Event, typename Handler>
+X11Connection::Subscription X11Connection::subscribe(Handler handler) {
+    const auto number = EventType<Event>::number(available);
+    if (number == 0)
+        return {};
+    return subscribeTo(number, [handler = std::move(handler)](const xcb_generic_event_t& event) {
+        // XCB's structs of single events are views of the generic one.
+        const auto& typed = reinterpret_cast<const Event&>(event);
+        if (!EventType<Event>::matches(typed))
+            return;
+        if constexpr (std::is_invocable_v<Handler, const Event&, std::uint32_t>)
+            handler(typed, event.full_sequence);
+        else
+            handler(typed);
+    });
+}
+
+template <typename Event, typename Handler>
+X11Connection::Subscription X11Connection::subscribe(xcb_window_t window, Handler handler) {
+    return subscribe<Event>([window, handler = std::move(handler)](const Event& event) {
+        if (selectedOn(event) == window)
+            handler(event);
+    });
+}
+
+template <auto Wait, typename Cookie> auto X11Connection::reply(Cookie cookie, ErrorSet expected) const {
+    xcb_generic_error_t* raw = nullptr;
+    auto* answer = Wait(connection, cookie, &raw);
+    const XcbReply<xcb_generic_error_t> error(raw);
+    if (error)
+        noteError(*error, expected);
+    return XcbReply<std::remove_pointer_t<decltype(answer)>>(answer);
+}
 
 } // namespace mirrolet::platform::desktop::x11

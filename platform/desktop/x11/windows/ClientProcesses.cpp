@@ -1,28 +1,24 @@
 #include "platform/desktop/x11/windows/ClientProcesses.h"
 
-#include "platform/desktop/x11/server/XcbReply.h"
-
 #include <limits>
 
 namespace mirrolet::platform::desktop::x11 {
 
 ClientProcesses::ClientProcesses(X11Connection& connection)
-    : xcb(connection.xcb()), available(connection.extensions().xres),
-      resourceMask(xcb_get_setup(connection.xcb())->resource_id_mask) {}
+    : connection(connection), resourceMask(xcb_get_setup(connection.xcb())->resource_id_mask) {}
 
 ClientProcesses::Request ClientProcesses::request() const {
-    if (!available)
+    if (!connection.extensions().xres)
         return {};
     // All clients at once: there are far fewer than windows, and it needs no window to be known yet.
     const xcb_res_client_id_spec_t all{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    return {xcb_res_query_client_ids(xcb, 1, &all), true};
+    return {xcb_res_query_client_ids(connection.xcb(), 1, &all), true};
 }
 
 void ClientProcesses::take(const Request& request) {
     if (!request.made)
         return;
-    const XcbReply<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(xcb, request.cookie, nullptr));
+    const auto reply = connection.reply<xcb_res_query_client_ids_reply>(request.cookie);
     if (!reply)
         return;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;

@@ -30,8 +30,7 @@ class ClientProcesses {
     [[nodiscard]] std::int32_t pidOf(std::uint32_t client) const;
 
   private:
-    xcb_connection_t* xcb;
-    bool available;
+    X11Connection& connection;
     std::uint32_t resourceMask;
     std::unordered_map<std::uint32_t, std::int32_t> pids;
 };

@@ -32,21 +32,20 @@ bool isSameMachine(std::string_view one, std::string_view other) {
 OwnerRequest::OwnerRequest(X11Connection& connection, xcb_window_t window, bool askForPid)
     : connection(connection), window(window) {
     const auto& atoms = connection.atoms();
-    auto* xcb = connection.xcb();
-    wmClass = requestProperty(xcb, window, XCB_ATOM_WM_CLASS, mostBytesOfName);
-    gtkApplicationId = requestProperty(xcb, window, atoms._GTK_APPLICATION_ID, mostBytesOfName);
+    wmClass = requestProperty(connection, window, XCB_ATOM_WM_CLASS, mostBytesOfName);
+    gtkApplicationId = requestProperty(connection, window, atoms._GTK_APPLICATION_ID, mostBytesOfName);
     if (askForPid)
-        claim = {requestProperty(xcb, window, atoms._NET_WM_PID, 8),
-                 requestProperty(xcb, window, XCB_ATOM_WM_CLIENT_MACHINE, mostBytesOfName)};
+        claim = {requestProperty(connection, window, atoms._NET_WM_PID, 8),
+                 requestProperty(connection, window, XCB_ATOM_WM_CLIENT_MACHINE, mostBytesOfName)};
 }
 
 WindowOwner OwnerRequest::take(const ClientProcesses& clients) {
-    const auto classReply = takeProperty(connection.xcb(), wmClass);
-    const auto gtkReply = takeProperty(connection.xcb(), gtkApplicationId);
+    const auto classReply = takeProperty(connection, wmClass);
+    const auto gtkReply = takeProperty(connection, gtkApplicationId);
     WindowOwner owner;
     owner.window = window;
     owner.client = clients.clientOf(window);
-    owner.windowClass = windowClass(propertyIn(classReply), propertyIn(gtkReply), connection.atoms());
+    owner.windowClass = windowClass(classReply, gtkReply, connection.atoms());
     const auto claimed = takeClaimedPid();
     owner.pid = clients.pidOf(owner.client);
     if (owner.pid == 0)
@@ -57,12 +56,12 @@ WindowOwner OwnerRequest::take(const ClientProcesses& clients) {
 std::int32_t OwnerRequest::takeClaimedPid() {
     if (!claim)
         return 0;
-    const auto pid = takeProperty(connection.xcb(), claim->pid);
-    const auto machine = takeProperty(connection.xcb(), claim->machine);
+    const auto pid = takeProperty(connection, claim->pid);
+    const auto machine = takeProperty(connection, claim->machine);
     static const std::string here = thisMachine();
-    if (!isSameMachine(plainText(propertyIn(machine), connection.atoms()), here))
+    if (!isSameMachine(plainText(machine, connection.atoms()), here))
         return 0;
-    const auto number = claimedPid(propertyIn(pid));
+    const auto number = claimedPid(pid);
     return ProcFolder().startTime(number) ? number : 0;
 }
 

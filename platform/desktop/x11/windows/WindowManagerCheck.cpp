@@ -7,12 +7,11 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 xcb_get_property_cookie_t ask(X11Connection& connection, xcb_window_t window) {
-    return requestProperty(connection.xcb(), window, connection.atoms()._NET_SUPPORTING_WM_CHECK, 8);
+    return requestProperty(connection, window, connection.atoms()._NET_SUPPORTING_WM_CHECK, 8);
 }
 
 xcb_window_t take(X11Connection& connection, xcb_get_property_cookie_t cookie) {
-    const auto reply = takeProperty(connection.xcb(), cookie);
-    const auto items = propertyIn(reply).items(XCB_ATOM_WINDOW);
+    const auto items = takeProperty(connection, cookie).items(XCB_ATOM_WINDOW);
     return items.size() == 1 ? items[0] : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 

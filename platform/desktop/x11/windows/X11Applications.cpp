@@ -1,7 +1,6 @@
 #include "platform/desktop/x11/windows/X11Applications.h"
 
 #include "platform/desktop/x11/server/Property.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 #include "platform/desktop/x11/windows/OwnerRequest.h"
 #include "platform/desktop/x11/windows/WindowManagerCheck.h"
 #include "platform/foundation/DesktopEntryFiles.h"
@@ -28,8 +27,7 @@ std::optional<Application> X11Applications::frontmost() {
     const auto exists = xcb_get_geometry(connection.xcb(), *window);
     OwnerRequest request(connection, *window, true);
     clients.take(pids);
-    const XcbReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection.xcb(), exists, nullptr));
+    const auto geometry = connection.reply<xcb_get_geometry_reply>(exists, windowGone);
     const auto owner = request.take(clients);
     if (!geometry)
         return std::nullopt;
@@ -37,14 +35,13 @@ std::optional<Application> X11Applications::frontmost() {
 }
 
 std::optional<xcb_window_t> X11Applications::activeWindow() {
-    auto* xcb = connection.xcb();
     WindowManagerCheck check(connection);
-    const auto active = requestProperty(xcb, connection.root(), connection.atoms()._NET_ACTIVE_WINDOW, 8);
-    const auto focus = xcb_get_input_focus(xcb);
+    const auto active =
+        requestProperty(connection, connection.root(), connection.atoms()._NET_ACTIVE_WINDOW, 8);
+    const auto focus = xcb_get_input_focus(connection.xcb());
     const bool named = check.askManager();
-    const auto activeReply = takeProperty(xcb, active);
-    const XcbReply<xcb_get_input_focus_reply_t> focusReply(xcb_get_input_focus_reply(xcb, focus, nullptr));
-    const auto windows = propertyIn(activeReply).items(XCB_ATOM_WINDOW);
+    const auto windows = takeProperty(connection, active).items(XCB_ATOM_WINDOW);
+    const auto focusReply = connection.reply<xcb_get_input_focus_reply>(focus);
     if (named && check.managerLives() && !windows.empty())
         return windows[0] == XCB_WINDOW_NONE ? std::nullopt : std::optional(windows[0]);
     return focusReply ? focusedTopLevel(focusReply->focus) : std::nullopt;
@@ -52,8 +49,8 @@ std::optional<xcb_window_t> X11Applications::activeWindow() {
 
 /// A window manager with nothing to focus parks the keyboard on a window of its own, which bypasses itself.
 bool X11Applications::isOrdinary(xcb_window_t topLevel) const {
-    const XcbReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        connection.xcb(), xcb_get_window_attributes(connection.xcb(), topLevel), nullptr));
+    const auto attributes = connection.reply<xcb_get_window_attributes_reply>(
+        xcb_get_window_attributes(connection.xcb(), topLevel), windowGone);
     return attributes && attributes->override_redirect == 0;
 }
 
@@ -63,8 +60,8 @@ std::optional<xcb_window_t> X11Applications::focusedTopLevel(xcb_window_t focus)
     if (focus == XCB_INPUT_FOCUS_POINTER_ROOT || focus == connection.root())
         return std::nullopt;
     for (int depth = 0; focus != XCB_WINDOW_NONE && depth < deepest; ++depth) {
-        const XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(connection.xcb(), xcb_query_tree(connection.xcb(), focus), nullptr));
+        const auto tree =
+            connection.reply<xcb_query_tree_reply>(xcb_query_tree(connection.xcb(), focus), windowGone);
         if (!tree)
             return std::nullopt;
         if (tree->parent == connection.root())

@@ -1,7 +1,6 @@
 #include "platform/desktop/x11/windows/X11WindowList.h"
 
 #include "platform/desktop/x11/server/Property.h"
-#include "platform/desktop/x11/server/XcbReply.h"
 #include "platform/desktop/x11/windows/OwnerRequest.h"
 #include "platform/desktop/x11/windows/WindowDescription.h"
 #include "platform/desktop/x11/windows/WindowManagerCheck.h"
@@ -61,11 +60,9 @@ class WindowRequest {
 
     /// Waits for the replies, for every one of them, even where the first says that the window is gone.
     std::optional<Answer> take(const ClientProcesses& clients) {
-        auto* xcb = connection.xcb();
         const bool wanted = takeFilter();
-        const XcbReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(xcb, geometry, nullptr));
-        const XcbReply<xcb_translate_coordinates_reply_t> origin(
-            xcb_translate_coordinates_reply(xcb, position, nullptr));
+        const auto size = connection.reply<xcb_get_geometry_reply>(geometry, windowGone);
+        const auto origin = connection.reply<xcb_translate_coordinates_reply>(position, windowGone);
         auto description = takeDescription(size.get(), origin.get());
         auto whose = owner.take(clients);
         if (!wanted || !description)
@@ -75,31 +72,27 @@ class WindowRequest {
 
   private:
     xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property, std::uint32_t mostBytes) {
-        return requestProperty(connection.xcb(), window, property, mostBytes);
+        return requestProperty(connection, window, property, mostBytes);
     }
 
     bool takeFilter() {
         if (!filter)
             return true;
-        const XcbReply<xcb_get_window_attributes_reply_t> reply(
-            xcb_get_window_attributes_reply(connection.xcb(), attributes, nullptr));
+        const auto reply = connection.reply<xcb_get_window_attributes_reply>(attributes, windowGone);
         return reply && counts(*reply, *filter);
     }
 
     std::optional<WindowDescription> takeDescription(const xcb_get_geometry_reply_t* size,
                                                      const xcb_translate_coordinates_reply_t* origin) {
-        auto* xcb = connection.xcb();
-        const auto netNameReply = takeProperty(xcb, netName);
-        const auto nameReply = takeProperty(xcb, name);
-        const auto stateReply = takeProperty(xcb, state);
-        const auto typesReply = takeProperty(xcb, types);
-        const auto extentsReply = takeProperty(xcb, frameExtents);
+        const auto netNameReply = takeProperty(connection, netName);
+        const auto nameReply = takeProperty(connection, name);
+        const auto stateReply = takeProperty(connection, state);
+        const auto typesReply = takeProperty(connection, types);
+        const auto extentsReply = takeProperty(connection, frameExtents);
         if (!size || !origin)
             return std::nullopt;
         const PixelRect bounds{origin->dst_x, origin->dst_y, size->width, size->height};
-        return describe(bounds,
-                        {propertyIn(netNameReply), propertyIn(nameReply), propertyIn(stateReply),
-                         propertyIn(typesReply), propertyIn(extentsReply)},
+        return describe(bounds, {netNameReply, nameReply, stateReply, typesReply, extentsReply},
                         connection.atoms());
     }
 
@@ -148,22 +141,22 @@ class X11WindowList::Reading {
         const auto tree = xcb_query_tree(xcb, connection.root());
         const auto pids = clients.request();
         managerNamed = check.askManager();
-        const auto listReply = takeProperty(xcb, list);
-        const auto unorderedReply = takeProperty(xcb, unordered);
-        const auto activeReply = takeProperty(xcb, active);
-        const XcbReply<xcb_query_tree_reply_t> treeReply(xcb_query_tree_reply(xcb, tree, nullptr));
+        const auto listReply = takeProperty(connection, list);
+        const auto unorderedReply = takeProperty(connection, unordered);
+        const auto activeReply = takeProperty(connection, active);
+        const auto treeReply = connection.reply<xcb_query_tree_reply>(tree);
         clients.take(pids);
         if (!treeReply)
             return false;
         const auto* child = xcb_query_tree_children(treeReply.get());
         children = frontToBack({child, child + xcb_query_tree_children_length(treeReply.get())});
         if (managerNamed)
-            managed = listed(propertyIn(listReply), propertyIn(unorderedReply), propertyIn(activeReply));
+            managed = listed(listReply, unorderedReply, activeReply);
         return true;
     }
 
     xcb_get_property_cookie_t askRoot(xcb_atom_t property) {
-        return requestProperty(xcb, connection.root(), property, mostBytesOfStack);
+        return requestProperty(connection, connection.root(), property, mostBytesOfStack);
     }
 
     /// The stack may lack a window that is on screen: xfwm4 publishes a new window's place only when it is
@@ -206,8 +199,7 @@ class X11WindowList::Reading {
             cookies.push_back(xcb_get_window_attributes(xcb, window));
         std::vector<xcb_window_t> viewable;
         for (std::size_t i = 0; i < windows.size(); ++i) {
-            const XcbReply<xcb_get_window_attributes_reply_t> reply(
-                xcb_get_window_attributes_reply(xcb, cookies[i], nullptr));
+            const auto reply = connection.reply<xcb_get_window_attributes_reply>(cookies[i], windowGone);
             if (reply && counts(*reply, source))
                 viewable.push_back(windows[i]);
         }

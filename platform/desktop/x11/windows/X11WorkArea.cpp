@@ -18,29 +18,24 @@ struct StrutCookies {
     xcb_get_property_cookie_t whole;
 };
 
-std::vector<std::uint32_t> itemsOf(xcb_connection_t* xcb, xcb_get_property_cookie_t cookie, xcb_atom_t type) {
-    const auto reply = takeProperty(xcb, cookie);
-    return propertyIn(reply).items(type);
-}
-
 } // namespace
 
 ReservedEdges X11WorkArea::reserved(PixelRect monitor) {
-    xcb_connection_t* xcb = connection.xcb();
     const auto& atoms = connection.atoms();
-    const auto listCookie = requestProperty(xcb, connection.root(), atoms._NET_CLIENT_LIST, mostWindows * 4);
+    const auto listCookie =
+        requestProperty(connection, connection.root(), atoms._NET_CLIENT_LIST, mostWindows * 4);
     // Asked for, as monitors that come and go change it.
-    const auto rootCookie = xcb_get_geometry(xcb, connection.root());
+    const auto rootCookie = xcb_get_geometry(connection.xcb(), connection.root());
     std::vector<StrutCookies> cookies;
-    for (const auto window : itemsOf(xcb, listCookie, XCB_ATOM_WINDOW))
-        cookies.push_back({requestProperty(xcb, window, atoms._NET_WM_STRUT_PARTIAL, mostStrutBytes),
-                           requestProperty(xcb, window, atoms._NET_WM_STRUT, mostStrutBytes)});
-    const XcbReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb, rootCookie, nullptr));
+    for (const auto window : takeProperty(connection, listCookie).items(XCB_ATOM_WINDOW))
+        cookies.push_back({requestProperty(connection, window, atoms._NET_WM_STRUT_PARTIAL, mostStrutBytes),
+                           requestProperty(connection, window, atoms._NET_WM_STRUT, mostStrutBytes)});
+    const auto geometry = connection.reply<xcb_get_geometry_reply>(rootCookie);
     const PixelSize root = geometry ? PixelSize{geometry->width, geometry->height} : PixelSize{};
     ReservedEdges edges;
     for (const auto& cookie : cookies) {
-        const auto partial = itemsOf(xcb, cookie.partial, XCB_ATOM_CARDINAL);
-        const auto whole = itemsOf(xcb, cookie.whole, XCB_ATOM_CARDINAL);
+        const auto partial = takeProperty(connection, cookie.partial).items(XCB_ATOM_CARDINAL);
+        const auto whole = takeProperty(connection, cookie.whole).items(XCB_ATOM_CARDINAL);
         edges = united(edges, reservedBy(partial.empty() ? whole : partial, monitor, root));
     }
     return edges;

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/desktop/x11/server/Extensions.h"
+#include "platform/desktop/x11/server/XcbXkb.h"
+
+#include <xcb/damage.h>
+#include <xcb/xcb.h>
+#include <xcb/xfixes.h>
+
+#include <cstdint>
+
+namespace mirrolet::platform::desktop::x11 {
+
+// XCB has one struct for both events of such a pair; the type of a subscription tells them apart.
+struct KeyPress : xcb_key_press_event_t {};
+struct KeyRelease : xcb_key_release_event_t {};
+struct FocusOut : xcb_focus_out_event_t {};
+
+/// How the server marks an event of this type.
+template <typename Event> struct EventType;
+
+template <std::uint8_t Number> struct CoreEventType {
+    /// `response_type` without the bit that marks an event sent by a client; 0 where the server lacks it.
+    static std::uint8_t number(const Extensions&) { return Number; }
+    static bool matches(const auto&) { return true; }
+};
+
+template <Extension Extensions::*Of, std::uint8_t Number> struct ExtensionEventType {
+    static std::uint8_t number(const Extensions& extensions) {
+        const auto& extension = extensions.*Of;
+        return extension ? static_cast<std::uint8_t>(extension.firstEvent + Number) : std::uint8_t{0};
+    }
+    static bool matches(const auto&) { return true; }
+};
+
+/// All XKB events share one number and tell themselves apart by a field.
+template <std::uint8_t Kind> struct XkbEventType : ExtensionEventType<&Extensions::xkb, 0> {
+    static bool matches(const auto& event) { return event.xkbType == Kind; }
+};
+
+template <> struct EventType<KeyPress> : CoreEventType<XCB_KEY_PRESS> {};
+template <> struct EventType<KeyRelease> : CoreEventType<XCB_KEY_RELEASE> {};
+template <> struct EventType<FocusOut> : CoreEventType<XCB_FOCUS_OUT> {};
+template <> struct EventType<xcb_visibility_notify_event_t> : CoreEventType<XCB_VISIBILITY_NOTIFY> {};
+template <> struct EventType<xcb_destroy_notify_event_t> : CoreEventType<XCB_DESTROY_NOTIFY> {};
+template <> struct EventType<xcb_map_notify_event_t> : CoreEventType<XCB_MAP_NOTIFY> {};
+template <> struct EventType<xcb_unmap_notify_event_t> : CoreEventType<XCB_UNMAP_NOTIFY> {};
+template <> struct EventType<xcb_reparent_notify_event_t> : CoreEventType<XCB_REPARENT_NOTIFY> {};
+template <> struct EventType<xcb_configure_notify_event_t> : CoreEventType<XCB_CONFIGURE_NOTIFY> {};
+template <> struct EventType<xcb_circulate_notify_event_t> : CoreEventType<XCB_CIRCULATE_NOTIFY> {};
+template <> struct EventType<xcb_property_notify_event_t> : CoreEventType<XCB_PROPERTY_NOTIFY> {};
+template <> struct EventType<xcb_mapping_notify_event_t> : CoreEventType<XCB_MAPPING_NOTIFY> {};
+template <>
+struct EventType<xcb_damage_notify_event_t> : ExtensionEventType<&Extensions::damage, XCB_DAMAGE_NOTIFY> {};
+template <>
+struct EventType<xcb_xfixes_selection_notify_event_t>
+    : ExtensionEventType<&Extensions::xfixes, XCB_XFIXES_SELECTION_NOTIFY> {};
+template <> struct EventType<xcb_xkb_map_notify_event_t> : XkbEventType<XCB_XKB_MAP_NOTIFY> {};
+template <>
+struct EventType<xcb_xkb_new_keyboard_notify_event_t> : XkbEventType<XCB_XKB_NEW_KEYBOARD_NOTIFY> {};
+
+/// The window on which the event was selected. A structure event that is selected on a window and on its
+/// parent comes twice, and names one of them each time.
+template <typename Event> xcb_window_t selectedOn(const Event& event) {
+    if constexpr (requires { event.event; })
+        return event.event;
+    else
+        return event.window;
+}
+
+} // namespace mirrolet::platform::desktop::x11

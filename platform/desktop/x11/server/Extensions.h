@@ -1,0 +1,35 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// One extension of the server: its numbers in requests, events and errors.
+struct Extension {
+    std::uint8_t majorOpcode = 0; ///< 0 where the server lacks the extension, or has too old a version.
+    std::uint8_t firstEvent = 0;
+    std::uint8_t firstError = 0;
+
+    explicit operator bool() const { return majorOpcode != 0; }
+};
+
+/// The extensions that the backend uses, asked for once.
+struct Extensions {
+    /// A server without any of them.
+    Extensions() = default;
+    /// Waits for the server. Also tells it which version this client speaks, because several extensions
+    /// refuse every other request before that.
+    explicit Extensions(xcb_connection_t* connection);
+
+    Extension composite; ///< 0.2 or later: NameWindowPixmap.
+    Extension damage;
+    Extension render; ///< 0.10 or later.
+    Extension xfixes;
+    Extension shape;
+    Extension xres; ///< 1.2 or later: QueryClientIds.
+    Extension xkb;
+};
+
+} // namespace mirrolet::platform::desktop::x11
