@@ -23,19 +23,20 @@ enum class GrabResult {
 class HotKeys {
   public:
     virtual ~HotKeys() = default;
-    /// Where presses go: called with the grab's number, on the backend's own thread, once for each press (not
-    /// for auto-repeat). Set once, before the first grab.
+    /// Sets the handler of presses. It is called with the grab's number on the backend's own thread, once for
+    /// each press and not for auto-repeat. Set once, before the first grab.
     virtual void setPressed(std::function<void(std::uint32_t grab)> pressed) = 0;
     /// Grabs the key at a place (evdev key code) with exactly these modifiers, whatever the locks and the
-    /// layout. The number is the caller's and not in use. Main thread.
+    /// layout. A key that is down already counts from its next press on. The number is the caller's and not
+    /// in use. Main thread.
     virtual GrabResult grab(std::uint32_t number, std::uint32_t evdevCode, std::uint32_t modifiers) = 0;
     /// Unknown numbers are ignored. Main thread.
     virtual void release(std::uint32_t number) = 0;
-    /// While suspended the grabs let every key through to the focused window (a recorder listens). Main
-    /// thread.
+    /// While suspended, the grabs let every key through to the focused window, so that a shortcut recorder
+    /// can read it. Main thread.
     virtual void suspend(bool suspended) = 0;
-    /// What the present keyboard layout has on the key at a place, as one would name it: "P", "Space". Empty
-    /// if it has nothing there. Main thread.
+    /// Label of the key at a place in the present keyboard layout, such as "P" or "Space". Empty if the
+    /// layout has none. Main thread.
     virtual std::string keyLabel(std::uint32_t evdevCode) = 0;
 };
 

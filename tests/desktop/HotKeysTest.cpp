@@ -166,6 +166,45 @@ TEST_F(HotKeysTest, HeldDownIsOnePress) {
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey, mirrorHotKey));
 }
 
+class HotKeysOnHeldKeys : public HotKeysTest, public testing::WithParamInterface<bool> {};
+
+TEST_P(HotKeysOnHeldKeys, CountOnlyTheNextPress) {
+    const bool untilRepeat = GetParam();
+    hotKeys->suspend(true); // As while a recorder listens.
+    ASSERT_EQ(hotKeys->grab(mirrorHotKey, key::p, superAndAlt), GrabResult::held);
+    for (const int code : {key::leftSuper, key::leftAlt, key::p})
+        keyboard.press(code);
+    hotKeys->suspend(false);
+    EXPECT_FALSE(anotherProgramCanGrab(key::p, XCB_MOD_MASK_4 | XCB_MOD_MASK_1, false));
+    EXPECT_TRUE(!untilRepeat || waitUntil([this] { return keyEvents >= 2; }))
+        << "the server does not repeat keys";
+    keyboard.release(key::p);
+    keyboard.stroke({key::p});
+    for (const int code : {key::leftAlt, key::leftSuper})
+        keyboard.release(code);
+    EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
+}
+
+INSTANTIATE_TEST_SUITE_P(Released, HotKeysOnHeldKeys, testing::Bool(),
+                         [](const auto& each) { return each.param ? "AfterARepeat" : "AtOnce"; });
+
+TEST_F(HotKeysTest, AreNotPressedByAnEventThatAClientSent) {
+    ASSERT_EQ(hotKeys->grab(mirrorHotKey, key::p, superAndAlt), GrabResult::held);
+    xcb_key_press_event_t press{};
+    press.response_type = XCB_KEY_PRESS;
+    press.detail = key::p + fromEvdev;
+    press.state = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
+    press.event = connection->ownWindow();
+    press.root = other.root();
+    xcb_send_event(other.xcb(), 0, connection->ownWindow(), XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&press));
+    other.sync();
+    EXPECT_TRUE(waitUntil([this] { return keyEvents == 1; })) << "the event does not arrive";
+    EXPECT_THAT(pressesUntilFence(), testing::IsEmpty());
+    keyboard.stroke({key::leftSuper, key::leftAlt, key::p});
+    EXPECT_TRUE(waitUntil([this] { return presses().back() == mirrorHotKey; })) << "the sent press is held";
+}
+
 TEST_F(HotKeysTest, TakenInOneLockStateLeavesNothingGrabbed) {
     constexpr std::uint16_t raw = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
     ASSERT_TRUE(anotherProgramCanGrab(key::p, raw | XCB_MOD_MASK_2, true)); // With NumLock.

@@ -13,8 +13,10 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr std::uint32_t evdevOffset = 8;
-constexpr std::uint16_t modifierBits =
-    0xff; // Above them: pointer buttons, and the layout group in bits 13 and 14.
+/// The bits above these are pointer buttons and the layout group.
+constexpr std::uint16_t modifierBits = 0xff;
+/// The server sets this bit in the type of an event that a client sent.
+constexpr std::uint8_t sentByClient = 0x80;
 
 std::optional<xcb_keycode_t> keyCodeOf(const X11Connection& connection, std::uint32_t evdevCode) {
     const auto* setup = xcb_get_setup(connection.xcb());
@@ -23,7 +25,7 @@ std::optional<xcb_keycode_t> keyCodeOf(const X11Connection& connection, std::uin
     return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
 }
 
-/// Every state of the locks that a combination has to work in.
+/// The combination's modifier bits in every state of the locks that it has to work in.
 std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits) {
     const auto locks = static_cast<std::uint16_t>(lockBits & ~bits);
     std::vector<std::uint16_t> variants;
@@ -34,7 +36,7 @@ std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits
     }
 }
 
-/// Without this, a held key looks like a row of presses and releases.
+/// Makes a held key a row of presses. By default the server reports a release before each of them.
 void askForDetectableRepeat(const X11Connection& connection) {
     if (!connection.extensions().xkb)
         return;
@@ -46,16 +48,21 @@ void askForDetectableRepeat(const X11Connection& connection) {
 
 } // namespace
 
-X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection) {
+X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection), heldBeforeGrab(connection) {
     askForDetectableRepeat(connection);
     pressSubscription = connection.subscribe<KeyPress>([this](const KeyPress& event) { keyPressed(event); });
     releaseSubscription =
         connection.subscribe<KeyRelease>([this](const KeyRelease& event) { keyReleased(event); });
+    rawReleaseSubscription =
+        connection.subscribe<xcb_input_raw_key_release_event_t>([this](const auto& event) {
+            const std::lock_guard lock(combinationsMutex);
+            heldBeforeGrab.remove(static_cast<xcb_keycode_t>(event.detail));
+        });
     followMapping();
 }
 
-/// Grabs go by key code: new symbols (a switched layout) change nothing, only a new modifier mapping does.
-/// The server tells a client that speaks XKB nothing of it by the core event.
+/// A new modifier mapping changes what has to be grabbed. New symbols, such as those of another layout, do
+/// not, because grabs go by key code. The server sends the core event only to clients that do not use XKB.
 void X11HotKeys::followMapping() {
     if (!connection.extensions().xkb) {
         mappingSubscriptions[0] = connection.subscribe<xcb_mapping_notify_event_t>([this](const auto& event) {
@@ -77,10 +84,11 @@ void X11HotKeys::followMapping() {
 X11HotKeys::~X11HotKeys() {
     pressSubscription = {};
     releaseSubscription = {};
+    rawReleaseSubscription = {};
     for (auto& subscription : mappingSubscriptions)
         subscription = {};
-    for (auto& [number, combination] : held)
-        letGo(combination);
+    for (auto& [number, combination] : combinations)
+        ungrab(combination);
     connection.flush();
 }
 
@@ -92,8 +100,8 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
     const auto key = keyCodeOf(connection, evdevCode);
     if (!key)
         return GrabResult::invalid;
-    const std::lock_guard guard(lock);
-    letGoOf(number);
+    const std::lock_guard lock(combinationsMutex);
+    remove(number);
     if (!modifierMap)
         modifierMap = ModifierMap::read(connection);
     if (!modifierMap)
@@ -101,38 +109,39 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
     Combination combination{*key, modifiers, modifierMap->bits(modifiers), false};
     const GrabResult result = acquire(combination);
     if (isSuspended)
-        letGo(combination);
+        ungrab(combination);
     if (result == GrabResult::held)
-        held.emplace(number, combination);
-    connection.flush(); // What was let go must not wait for the next request.
+        combinations.emplace(number, combination);
+    connection.flush(); // Another program may wait for the ungrabbed keys.
     return result;
 }
 
 void X11HotKeys::release(std::uint32_t number) {
-    const std::lock_guard guard(lock);
-    letGoOf(number);
+    const std::lock_guard lock(combinationsMutex);
+    remove(number);
     connection.flush();
 }
 
 void X11HotKeys::suspend(bool suspended) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(combinationsMutex);
     if (std::exchange(isSuspended, suspended) == suspended)
         return;
-    for (auto& [number, combination] : held) {
+    for (auto& [number, combination] : combinations) {
         if (suspended)
-            letGo(combination);
+            ungrab(combination);
         else
             reacquire(number, combination);
     }
     connection.flush();
 }
 
-GrabResult X11HotKeys::acquire(Combination& combination) const {
+GrabResult X11HotKeys::acquire(Combination& combination) {
     if (!combination.bits)
         return GrabResult::invalid;
     if (heldByUs(combination))
-        return GrabResult::taken; // The server would silently hand the grab over, and lose both on the first
-                                  // release.
+        return GrabResult::taken; // The server lets a client grab its own grab again. The first release would
+                                  // end both.
+    heldBeforeGrab.note(combination.key);
     std::vector<xcb_void_cookie_t> cookies;
     for (const auto variant : variantsOf(*combination.bits, modifierMap->lockBits))
         cookies.push_back(xcb_grab_key_checked(connection.xcb(), 0, connection.root(), variant,
@@ -144,40 +153,40 @@ GrabResult X11HotKeys::acquire(Combination& combination) const {
     combination.grabbed = true;
     if (all)
         return GrabResult::held;
-    letGo(combination);
+    ungrab(combination);
     return error == XCB_ACCESS ? GrabResult::taken : GrabResult::invalid;
 }
 
-void X11HotKeys::letGo(Combination& combination) const {
+void X11HotKeys::ungrab(Combination& combination) const {
     if (!std::exchange(combination.grabbed, false))
         return;
     for (const auto variant : variantsOf(*combination.bits, modifierMap->lockBits))
         xcb_ungrab_key(connection.xcb(), combination.key, connection.root(), variant);
 }
 
-void X11HotKeys::letGoOf(std::uint32_t number) {
-    const auto found = held.find(number);
-    if (found == held.end())
+void X11HotKeys::remove(std::uint32_t number) {
+    const auto found = combinations.find(number);
+    if (found == combinations.end())
         return;
-    letGo(found->second);
-    held.erase(found);
+    ungrab(found->second);
+    combinations.erase(found);
 }
 
-void X11HotKeys::reacquire(std::uint32_t number, Combination& combination) const {
+void X11HotKeys::reacquire(std::uint32_t number, Combination& combination) {
     if (acquire(combination) != GrabResult::held)
         NSLog("X11: hot key " + std::to_string(number) + " is out of use: its combination " +
               (combination.bits ? "was taken by another program" : "is not on this keyboard any more"));
 }
 
 bool X11HotKeys::heldByUs(const Combination& wanted) const {
-    for (const auto& [number, other] : held)
+    for (const auto& [number, other] : combinations)
         if (&other != &wanted && other.key == wanted.key && other.bits == wanted.bits)
             return true;
     return false;
 }
 
 std::optional<std::uint32_t> X11HotKeys::numberOf(const xcb_key_press_event_t& event) const {
-    for (const auto& [number, combination] : held) {
+    for (const auto& [number, combination] : combinations) {
         if (!combination.bits || combination.key != event.detail)
             continue;
         const auto locks = modifierMap->lockBits & ~*combination.bits;
@@ -188,13 +197,15 @@ std::optional<std::uint32_t> X11HotKeys::numberOf(const xcb_key_press_event_t& e
 }
 
 void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
+    if (event.response_type & sentByClient)
+        return;
     std::optional<std::uint32_t> number;
     {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(combinationsMutex);
         if (down.empty())
             grabbedBy = event.detail;
-        if (!down.insert(event.detail).second)
-            return;
+        if (!down.insert(event.detail).second || heldBeforeGrab.contains(event.detail))
+            return; // Auto-repeat.
         number = numberOf(event);
     }
     if (number && pressed)
@@ -202,33 +213,36 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
 }
 
 void X11HotKeys::keyReleased(const xcb_key_release_event_t& event) {
-    const std::lock_guard guard(lock);
+    if (event.response_type & sentByClient)
+        return;
+    const std::lock_guard lock(combinationsMutex);
     down.erase(event.detail);
+    heldBeforeGrab.remove(event.detail);
     if (event.detail == grabbedBy)
-        down.clear(); // The grab ended: the releases of keys that are still down go to someone else.
+        down.clear(); // The grab has ended. Releases of keys that are still down go to another client.
 }
 
 void X11HotKeys::followModifiers() {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(combinationsMutex);
     if (!modifierMap)
         return;
     const auto fresh = ModifierMap::read(connection);
     if (!fresh || *fresh == *modifierMap)
         return;
     std::vector<std::uint32_t> changed;
-    for (auto& [number, combination] : held) {
+    for (auto& [number, combination] : combinations) {
         const auto bits = fresh->bits(combination.modifiers);
         if (bits == combination.bits && fresh->lockBits == modifierMap->lockBits)
             continue;
-        letGo(combination);
+        ungrab(combination);
         combination.bits = bits;
         changed.push_back(number);
     }
-    // All are let go before the first is taken again: two of them may have changed places.
+    // All are ungrabbed before the first is acquired, because two of them may have changed places.
     modifierMap = fresh;
     for (const auto number : changed)
         if (!isSuspended)
-            reacquire(number, held[number]);
+            reacquire(number, combinations[number]);
     connection.flush();
 }
 

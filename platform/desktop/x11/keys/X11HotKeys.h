@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/HotKeys.h"
+#include "platform/desktop/x11/keys/HeldKeys.h"
 #include "platform/desktop/x11/keys/ModifierMap.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
@@ -14,8 +15,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Hot keys as passive grabs on the root window, by key code, so that the keyboard layout does not matter. A
-/// change of the modifier mapping is followed on the connection's thread.
+/// Hot keys as passive grabs on the root window. They are grabbed by key code, so that the keyboard layout
+/// does not matter. A change of the modifier mapping is followed on the connection's thread.
 class X11HotKeys final : public HotKeys {
   public:
     explicit X11HotKeys(X11Connection& connection);
@@ -33,14 +34,14 @@ class X11HotKeys final : public HotKeys {
     struct Combination {
         xcb_keycode_t key = 0;
         std::uint32_t modifiers = 0;       ///< HotKeyModifier values.
-        std::optional<std::uint16_t> bits; ///< As grabbed; none while the keyboard has no such modifier.
+        std::optional<std::uint16_t> bits; ///< As grabbed. None while the keyboard has no such modifier.
         bool grabbed = false;
     };
 
-    [[nodiscard]] GrabResult acquire(Combination& combination) const;
-    void letGo(Combination& combination) const;
-    void letGoOf(std::uint32_t number);
-    void reacquire(std::uint32_t number, Combination& combination) const;
+    [[nodiscard]] GrabResult acquire(Combination& combination);
+    void ungrab(Combination& combination) const;
+    void remove(std::uint32_t number);
+    void reacquire(std::uint32_t number, Combination& combination);
     [[nodiscard]] bool heldByUs(const Combination& wanted) const;
     [[nodiscard]] std::optional<std::uint32_t> numberOf(const xcb_key_press_event_t& event) const;
 
@@ -52,15 +53,18 @@ class X11HotKeys final : public HotKeys {
     X11Connection& connection;
     std::function<void(std::uint32_t)> pressed;
 
-    std::mutex lock; ///< Guards what follows; held while the server is asked, never while `pressed` runs.
-    std::map<std::uint32_t, Combination> held;
-    std::optional<ModifierMap> modifierMap; ///< Read when first needed.
+    /// Guards the members below. Held while the server is asked, never while `pressed` runs.
+    std::mutex combinationsMutex;
+    std::map<std::uint32_t, Combination> combinations; ///< By the caller's number.
+    std::optional<ModifierMap> modifierMap;            ///< Read when first needed.
     bool isSuspended = false;
-    std::set<xcb_keycode_t> down; ///< Keys whose press was seen; a further press is auto-repeat.
-    xcb_keycode_t grabbedBy = 0;  ///< The key whose release ends the server's grab.
+    HeldKeys heldBeforeGrab;
+    std::set<xcb_keycode_t> down; ///< Keys whose press was seen. A further press is auto-repeat.
+    xcb_keycode_t grabbedBy = 0;  ///< The key whose release ends the server's active grab.
 
     X11Connection::Subscription pressSubscription;
     X11Connection::Subscription releaseSubscription;
+    X11Connection::Subscription rawReleaseSubscription;
     X11Connection::Subscription mappingSubscriptions[2];
 };
 

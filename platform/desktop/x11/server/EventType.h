@@ -6,6 +6,7 @@
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 #include <xcb/xfixes.h>
+#include <xcb/xinput.h>
 
 #include <cstdint>
 
@@ -38,6 +39,14 @@ template <std::uint8_t Kind> struct XkbEventType : ExtensionEventType<&Extension
     static bool matches(const auto& event) { return event.xkbType == Kind; }
 };
 
+/// Events of XInput 2 share the number of generic events. The backend selects those of no other extension.
+template <std::uint16_t Kind> struct XInputEventType {
+    static std::uint8_t number(const Extensions& extensions) {
+        return extensions.xinput ? XCB_GE_GENERIC : std::uint8_t{0};
+    }
+    static bool matches(const auto& event) { return event.event_type == Kind; }
+};
+
 template <> struct EventType<KeyPress> : CoreEventType<XCB_KEY_PRESS> {};
 template <> struct EventType<KeyRelease> : CoreEventType<XCB_KEY_RELEASE> {};
 template <> struct EventType<FocusOut> : CoreEventType<XCB_FOCUS_OUT> {};
@@ -58,6 +67,9 @@ struct EventType<xcb_xfixes_selection_notify_event_t>
 template <> struct EventType<xcb_xkb_map_notify_event_t> : XkbEventType<XCB_XKB_MAP_NOTIFY> {};
 template <>
 struct EventType<xcb_xkb_new_keyboard_notify_event_t> : XkbEventType<XCB_XKB_NEW_KEYBOARD_NOTIFY> {};
+
+template <>
+struct EventType<xcb_input_raw_key_release_event_t> : XInputEventType<XCB_INPUT_RAW_KEY_RELEASE> {};
 
 /// The window on which the event was selected. A structure event that is selected on a window and on its
 /// parent comes twice, and names one of them each time.

@@ -9,6 +9,7 @@
 #include <xcb/res.h>
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
+#include <xcb/xinput.h>
 
 #include <utility>
 
@@ -62,6 +63,12 @@ bool speaksXkb(xcb_connection_t* connection) {
     return reply && reply->supported;
 }
 
+bool speaksXInput(xcb_connection_t* connection) {
+    const XcbReply<xcb_input_xi_query_version_reply_t> reply(
+        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 1), nullptr));
+    return reply && atLeast(reply->major_version, reply->minor_version, 2, 1);
+}
+
 } // namespace
 
 Extensions::Extensions(xcb_connection_t* connection) {
@@ -78,6 +85,7 @@ Extensions::Extensions(xcb_connection_t* connection) {
         {&shape, &xcb_shape_id, nullptr},
         {&xres, &xcb_res_id, speaksXRes},
         {&xkb, &xcb_xkb_id, speaksXkb},
+        {&xinput, &xcb_input_id, speaksXInput},
     };
     for (const auto& wanted : all)
         xcb_prefetch_extension_data(connection, wanted.id);

@@ -30,6 +30,7 @@ struct Extensions {
     Extension shape;
     Extension xres; ///< 1.2 or later: QueryClientIds.
     Extension xkb;
+    Extension xinput; ///< 2.1 or later: raw events come during grabs of other clients too.
 };
 
 } // namespace mirrolet::platform::desktop::x11
