@@ -13,7 +13,8 @@ using namespace platform;
 
 namespace {
 constexpr std::uint16_t escapeKeyCode = 53;
-}
+constexpr auto recordingText = "Press shortcut…";
+} // namespace
 
 ShortcutRecorderNSView::~ShortcutRecorderNSView() {
     PopSymbolicHotKeyMode(hotKeysOff);
@@ -21,7 +22,12 @@ ShortcutRecorderNSView::~ShortcutRecorderNSView() {
 
 void ShortcutRecorderNSView::setCurrentShortcut(Shortcut shortcut) {
     currentShortcut = shortcut;
-    accessibilityLabel = toolTip = shortcutSpokenString(shortcut.first, shortcut.second);
+    toolTip = shortcutSpokenString(shortcut.first, shortcut.second);
+    showState();
+}
+
+void ShortcutRecorderNSView::showState() {
+    accessibilityValue = isRecording ? recordingText : toolTip;
     setNeedsDisplay();
 }
 
@@ -30,7 +36,7 @@ void ShortcutRecorderNSView::setRecording(bool on) {
     PopSymbolicHotKeyMode(std::exchange(hotKeysOff, nullptr));
     if (on)
         hotKeysOff = PushSymbolicHotKeyMode(kHIHotKeyModeAllDisabled);
-    setNeedsDisplay();
+    showState();
 }
 
 void ShortcutRecorderNSView::endRecording() {
@@ -52,6 +58,8 @@ void ShortcutRecorderNSView::keyDown(const NSEvent& event) {
         NSView::keyDown(event);
         return;
     }
+    if (event.isARepeat)
+        return; // The key that started the recording, or one that was refused, is still held.
     if (event.keyCode == escapeKeyCode) {
         endRecording();
         return;
@@ -92,9 +100,8 @@ void ShortcutRecorderNSView::drawBackground() const {
 }
 
 void ShortcutRecorderNSView::drawLabel() const {
-    const std::string text = isRecording
-                                 ? "Press shortcut…"
-                                 : shortcutDisplayString(currentShortcut.first, currentShortcut.second);
+    const std::string text =
+        isRecording ? recordingText : shortcutDisplayString(currentShortcut.first, currentShortcut.second);
     const NSTextAttributes attributes{NSFont::systemFont(NSFont::systemFontSize()),
                                       isRecording ? NSColor::secondaryLabelColor() : NSColor::labelColor()};
     const NSSize size = sizeOfText(text, attributes);

@@ -9,9 +9,9 @@
 
 namespace mirrolet {
 
-/// Shows a shortcut; a click makes it listen, and the next key with a modifier becomes the new one. Escape, a
-/// second click or the loss of the keyboard cancel. While it listens, the program's own hot keys let their
-/// keys through.
+/// Shows a shortcut. A click starts the recording, and the next key with a modifier becomes the new shortcut.
+/// Escape, a second click, a click elsewhere in the window and the loss of the focus cancel the recording.
+/// While it lasts, the program's own hot keys let their keys through.
 class ShortcutRecorderNSView : public platform::NSView {
   public:
     /// Key code and Carbon modifier mask.
@@ -21,7 +21,7 @@ class ShortcutRecorderNSView : public platform::NSView {
     explicit ShortcutRecorderNSView(platform::NSRect frame) : NSView(frame) {}
     ~ShortcutRecorderNSView() override;
 
-    /// Called when a shortcut was recorded, after the recording has ended.
+    /// Called when a shortcut was recorded and the recording has ended.
     std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> onShortcutRecorded;
 
     void setCurrentShortcut(Shortcut shortcut);
@@ -40,6 +40,7 @@ class ShortcutRecorderNSView : public platform::NSView {
 
   private:
     void setRecording(bool on);
+    void showState();
     void endRecording();
     void drawBackground() const;
     void drawLabel() const;

@@ -24,6 +24,7 @@ struct NSEvent {
     NSPoint locationInWindow; ///< y upwards, from the window's bottom-left corner.
     unsigned long modifierFlags = 0;
     std::uint16_t keyCode = 0; ///< Virtual key code: the place of the key, whatever the layout.
+    bool isARepeat = false;    ///< The key was down before.
 
     /// Where the pointer is, in screen coordinates (y upwards): as of the event being delivered.
     static NSPoint mouseLocation();

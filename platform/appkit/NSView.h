@@ -86,8 +86,10 @@ class NSView : public std::enable_shared_from_this<NSView> {
     /// none.
     [[nodiscard]] virtual NSView* hitTest(NSPoint point);
 
-    /// What this view is to assistive technology; empty for nothing.
+    /// Name and present content of the view, as assistive software reads them; empty for none. They and the
+    /// tool tip are read again after setNeedsDisplay().
     std::string accessibilityLabel;
+    std::string accessibilityValue;
     std::string toolTip;
 
     /// The toolkit's widget that fills this view, or nullptr; it stays the view's. Asked of a window's

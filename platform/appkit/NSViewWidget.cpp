@@ -1,5 +1,6 @@
 #include "platform/appkit/NSViewWidget.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -10,18 +11,15 @@ namespace mirrolet::platform {
 
 NSViewWidget::NSViewWidget(std::shared_ptr<NSView> root, QWidget* parent)
     : QWidget(parent), view(std::move(root)), tree({
-                                                  [this] { update(); },
-                                                  [this] { update(); },
+                                                  [this] { viewChanged(); },
+                                                  [this] { viewChanged(); },
                                                   [this](NSCursor cursor) {
                                                       if (cursor == NSCursor::crosshair)
                                                           setCursor(Qt::CrossCursor);
                                                       else
                                                           unsetCursor();
                                                   },
-                                                  [this](bool wanted) {
-                                                      if (wanted)
-                                                          setFocus();
-                                                  },
+                                                  [this](bool wanted) { firstResponderChanged(wanted); },
                                               }) {
     tree.setRoot(view);
     setMouseTracking(true);
@@ -47,6 +45,23 @@ bool NSViewWidget::event(QEvent* event) {
         return true;
     }
     return QWidget::event(event);
+}
+
+void NSViewWidget::firstResponderChanged(bool hasResponder) {
+    if (!hasResponder) {
+        qApp->removeEventFilter(this);
+        return;
+    }
+    setFocus();
+    qApp->installEventFilter(this);
+}
+
+bool NSViewWidget::eventFilter(QObject* watched, QEvent* event) {
+    const auto* pressed =
+        event->type() == QEvent::MouseButtonPress ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (pressed && pressed != this && pressed->window() == window())
+        tree.makeFirstResponder(nullptr);
+    return QWidget::eventFilter(watched, event);
 }
 
 void NSViewWidget::paintEvent(QPaintEvent* /*event*/) {
@@ -77,9 +92,9 @@ void NSViewWidget::leaveEvent(QEvent* /*event*/) {
 }
 
 void NSViewWidget::keyPressEvent(QKeyEvent* event) {
-    // Space and Return on a control that has the focus are a click on its middle.
+    // Space and Return on a control that has the focus are a click on its middle. A held key is one click.
     const bool press = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
-    if (!press || event->modifiers() != Qt::NoModifier) {
+    if (!press || event->modifiers() != Qt::NoModifier || event->isAutoRepeat()) {
         QWidget::keyPressEvent(event);
         return;
     }

@@ -8,16 +8,19 @@
 
 namespace mirrolet::platform {
 
-/// Shows one tree of views inside a layout of the toolkit's widgets, and feeds it with the pointer and the
-/// keyboard. The view that becomes first responder takes the widget's focus; losing the focus makes it
-/// resign.
+/// Shows one tree of views inside a layout of Qt's widgets, and feeds it with the pointer and the keyboard.
+/// The view that becomes first responder takes the widget's focus. Losing the focus makes it resign, and so
+/// does a press elsewhere in the window, even on a widget that takes no focus.
 class NSViewWidget : public QWidget {
   public:
     explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:
+    /// A view asks to be drawn again.
+    virtual void viewChanged() { update(); }
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -29,6 +32,8 @@ class NSViewWidget : public QWidget {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
+    void firstResponderChanged(bool hasResponder);
+
     std::shared_ptr<NSView> view;
     ViewTree tree;
 };

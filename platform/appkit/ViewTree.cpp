@@ -225,6 +225,7 @@ bool ViewTree::keyPressed(const QKeyEvent& event) {
     key.type = NSEventType::keyDown;
     key.modifierFlags = flagsOf(event.modifiers());
     key.keyCode = *keyCode;
+    key.isARepeat = event.isAutoRepeat();
     view->keyDown(key);
     return true;
 }

@@ -13,12 +13,17 @@ namespace {
 /// Adds the focus ring and what assistive software reads.
 class RepresentedWidget : public NSViewWidget {
   public:
-    explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view) {
+    explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view), represented(view) {
         setFixedSize(sizeHint());
         setAccessibleName(QString::fromStdString(view->accessibilityLabel));
+        describe();
     }
 
   protected:
+    void viewChanged() override {
+        NSViewWidget::viewChanged();
+        describe();
+    }
     void paintEvent(QPaintEvent* event) override {
         NSViewWidget::paintEvent(event);
         QPainter painter(this);
@@ -36,6 +41,16 @@ class RepresentedWidget : public NSViewWidget {
     }
 
   private:
+    /// Qt has no text value of a button, so the view's value is the description. Setting it tells assistive
+    /// software of a change, even if there is none.
+    void describe() {
+        setToolTip(QString::fromStdString(represented->toolTip));
+        const auto value = QString::fromStdString(represented->accessibilityValue);
+        if (value != accessibleDescription())
+            setAccessibleDescription(value);
+    }
+
+    std::shared_ptr<NSView> represented;
     FocusVisibility focusVisibility;
 };
 
@@ -51,11 +66,7 @@ QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* ob
 QWidget* representedWidget(const RepresentedView& represented) {
     QAccessible::installFactory(accessibleButton); // The second time this does nothing.
     auto* widget = new RepresentedWidget(represented.view);
-    const auto refresh = [widget, view = represented.view, update = represented.update] {
-        update(*view);
-        widget->setToolTip(QString::fromStdString(view->toolTip));
-        widget->setAccessibleDescription(QString::fromStdString(view->accessibilityLabel));
-    };
+    const auto refresh = [view = represented.view, update = represented.update] { update(*view); };
     refresh();
     for (const Observation& changes : represented.changes)
         whenChanged(*widget, changes, refresh);

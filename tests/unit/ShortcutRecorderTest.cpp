@@ -6,6 +6,7 @@
 #include "tests/unit/WidgetSearch.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QTest>
 
 namespace mirrolet {
@@ -39,14 +40,16 @@ class ShortcutRecorderTest : public DesktopTest {
 
     static void click(QWidget& on) { QTest::mouseClick(&on, Qt::LeftButton); }
     /// A key by its place (evdev code), and what the layout makes of it.
-    void press(std::uint32_t evdevCode, int key, Qt::KeyboardModifiers modifiers) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, evdevCode + 8, 0, 0);
+    static void press(std::uint32_t evdevCode, int key, Qt::KeyboardModifiers modifiers,
+                      bool repeated = false) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, evdevCode + 8, 0, 0, QString(), repeated);
         QApplication::sendEvent(QApplication::focusWidget(), &event);
     }
 
     std::shared_ptr<ShortcutRecorderNSView> view = std::make_shared<ShortcutRecorderNSView>();
     QWidget window;
     NSViewWidget& widget = *new NSViewWidget(view, &window);
+    QLabel& label = *new QLabel("Shortcut", &window);
     std::vector<Shortcut> recorded;
 };
 
@@ -90,6 +93,19 @@ TEST_F(ShortcutRecorderTest, RecordsTheFirstKeyWithAModifierByItsPlace) {
     }
 }
 
+TEST_F(ShortcutRecorderTest, TakesNoKeyThatIsHeldSinceBefore) {
+    constexpr bool repeated = true;
+    widget.setFocus();
+    press(57, Qt::Key_Space, Qt::NoModifier, repeated);
+    EXPECT_FALSE(view->recording());
+    press(57, Qt::Key_Space, Qt::NoModifier);
+    press(57, Qt::Key_Space, Qt::ControlModifier, repeated);
+    press(1, Qt::Key_Escape, Qt::NoModifier, repeated);
+    EXPECT_TRUE(view->recording());
+    EXPECT_THAT(recorded, testing::IsEmpty());
+    click(widget);
+}
+
 TEST_F(ShortcutRecorderTest, LetsTheProgramsOwnHotKeysThroughOnlyWhileItRecords) {
     struct Case {
         const char* what;
@@ -99,7 +115,9 @@ TEST_F(ShortcutRecorderTest, LetsTheProgramsOwnHotKeysThroughOnlyWhileItRecords)
         {"a second click", [this] { click(widget); }},
         {"Escape", [this] { press(1, Qt::Key_Escape, Qt::NoModifier); }},
         {"a recorded key", [this] { press(25, Qt::Key_P, Qt::MetaModifier); }},
-        {"the keyboard going elsewhere", [this] { window.setFocus(); }},
+        {"the focus going elsewhere", [this] { window.setFocus(); }},
+        {"a click on the background", [this] { click(window); }},
+        {"a click on a label", [this] { click(label); }},
         {"the window closing", [this] { window.hide(); }},
     };
     for (const auto& [what, end] : cases) {
@@ -138,15 +156,17 @@ TEST_F(ShortcutRecorderTest, IsNamedInTheWordsOfThisKeyboard) {
     view->setCurrentShortcut({35, 2304});
     EXPECT_EQ(view->toolTip, "Super+Alt+З");
     view->setCurrentShortcut({49, 4608});
-    EXPECT_EQ(view->accessibilityLabel, "Ctrl+Shift+Space"); // nothing known of this key: the place's name
+    EXPECT_EQ(view->accessibilityValue, "Ctrl+Shift+Space"); // The layout has no label for this key.
 }
 
-TEST_F(ShortcutRecorderTest, DrawsAnotherPictureWhileItRecords) {
+TEST_F(ShortcutRecorderTest, ShowsAndTellsThatItRecords) {
     const QImage idle = widget.grab().toImage();
     click(widget);
     EXPECT_NE(widget.grab().toImage(), idle);
+    EXPECT_EQ(view->accessibilityValue, "Press shortcut…");
     click(widget);
     EXPECT_EQ(widget.grab().toImage(), idle);
+    EXPECT_EQ(view->accessibilityValue, view->toolTip);
 }
 
 } // namespace
