@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 namespace mirrolet {
@@ -63,14 +64,18 @@ class AppDelegateTest : public DesktopTest {
                    ? std::optional(delegate->pipController->windowID)
                    : std::nullopt;
     }
-    /// Presses a button of the alert that comes up next; gives its text afterwards.
-    void answerNextAlert(int button) {
+    /// Presses a button of the alert that comes up next, and notes the alert's texts and default button.
+    void answerNextAlert(const QString& button) {
         QTimer::singleShot(0, [this, button] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box)
                 return;
-            alertText = box->text().toStdString();
-            box->buttons().at(button)->click();
+            for (const auto& text : {box->text(), box->informativeText(), box->defaultButton()->text()})
+                alert.push_back(text.toStdString());
+            for (auto* each : box->buttons())
+                if (each->text() == button)
+                    return each->click();
+            box->reject();
         });
     }
 
@@ -79,7 +84,7 @@ class AppDelegateTest : public DesktopTest {
     const WindowRow call{callWindow, {10, 10, 400, 300}, 0, messengerPid, "WhatsApp", "Video Call"};
     const WindowRow editor{editorWindow, {0, 0, 800, 600}, 0, editorPid, "Editor", "notes"};
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make();
-    std::string alertText;
+    std::vector<std::string> alert;
 };
 
 TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
@@ -151,9 +156,11 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
 
 TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
     launch();
-    answerNextAlert(0);
+    answerNextAlert("OK");
     entry(1).performAction();
-    EXPECT_EQ(alertText, "No Window Found");
+    EXPECT_THAT(alert, testing::ElementsAre(
+                           "No Window Found",
+                           "Bring the app you'd like to mirror to the front, then try again.", "OK"));
     EXPECT_FALSE(delegate->activeSession);
     desktop.windowList().setWindows({{editor}});
     entry(1).performAction();
@@ -165,12 +172,22 @@ TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
 TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
     desktop.capture().setPermitted(false);
     launch();
-    callAppears();
-    answerNextAlert(1);
-    accept();
-    EXPECT_EQ(alertText, "Screen Recording Access Needed");
-    EXPECT_EQ(mirrored(), std::nullopt);
-    EXPECT_FALSE(delegate->activeSession);
+    for (const auto* answer : {"Open System Settings", "Cancel"}) {
+        callAppears();
+        answerNextAlert(answer);
+        accept();
+        EXPECT_EQ(mirrored(), std::nullopt);
+        EXPECT_FALSE(delegate->activeSession);
+        callEnds();
+    }
+    const std::vector<std::string> once = {
+        "Screen Recording Access Needed",
+        "Mirrolet needs Screen Recording permission to mirror windows into a floating PiP overlay. Grant "
+        "access in "
+        "System Settings > Privacy & Security > Screen Recording, then relaunch Mirrolet.",
+        "Open System Settings"};
+    EXPECT_EQ(std::vector(alert.begin(), alert.begin() + 3), once);
+    EXPECT_EQ(alert.size(), 2 * once.size());
 }
 
 TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing) {
@@ -178,11 +195,13 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     launch();
     callAppears();
     accept();
-    const auto held = desktop.hotKeys().held();
+    const int grabs = desktop.hotKeys().grabsMade();
     const int reads = desktop.windowList().reads();
     store.setPromptTimeout(15);
+    store.setShortcutKeyCode(store.shortcutKeyCode()); // The same shortcut is recorded again.
+    store.setShortcutModifiers(store.shortcutModifiers());
     time.run();
-    EXPECT_EQ(desktop.hotKeys().held(), held);
+    EXPECT_EQ(desktop.hotKeys().grabsMade(), grabs);
     EXPECT_EQ(desktop.windowList().reads(), reads);
 
     store.setShortcutKeyCode(0); // The A key.

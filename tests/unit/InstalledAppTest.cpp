@@ -63,6 +63,15 @@ TEST_F(InstalledAppTest, AMachineWithoutApplicationFoldersHasNoApplications) {
     EXPECT_EQ(scan(), Apps{});
 }
 
+TEST_F(InstalledAppTest, EachHasTheIconOfItsEntry) {
+    add("first/applications/a.desktop", "Name=A\nIcon=a-icon\n");
+    add("first/applications/b.desktop", "Name=B\n");
+    std::vector<std::string> icons;
+    for (const auto& app : InstalledApp::scanInstalledApplications())
+        icons.push_back(app.icon ? app.icon->drawnContent().icon : "none");
+    EXPECT_EQ(icons, (std::vector<std::string>{"a-icon", ""}));
+}
+
 TEST_F(InstalledAppTest, NamesSortByLettersAndFallBackToTheFileName) {
     add("first/applications/org.example.G.desktop", "Name=gamma\n");
     add("home/applications/a.desktop", "Name=alpha\n");

@@ -78,6 +78,8 @@ TEST_F(PiPPanelTest, AMoveFollowsThePointerAndIsNotClamped) {
 TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     Pointer pointer(native());
     const QPointF grip = native().position() + QPoint(95, 75);
+    pointer.enter(grip);
+    EXPECT_EQ(native().cursor().shape(), Qt::CrossCursor);
     pointer.press(grip);
     pointer.drag(grip + QPointF(60, 40));
     EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
@@ -88,6 +90,8 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
         pointer.drag(grip + QPointF(step, step) * 2);
     EXPECT_EQ(panel->frame(), (NSRect{{200, 330}, {50, 50}}));
     pointer.release(grip);
+    pointer.enter(native().position() + QPoint(10, 10));
+    EXPECT_EQ(native().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(PiPPanelTest, ADragEndsWhenTheWindowGoesAwayUnderThePointer) {

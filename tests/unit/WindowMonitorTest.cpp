@@ -121,12 +121,17 @@ TEST_F(WindowSearchTest, EveryKeywordOfACallIsFoundInUnicodeTitles) {
 }
 
 TEST_F(WindowSearchTest, AmongAllWindowsTheDesktopsOwnPartsAreLeftOut) {
-    const auto dock = row(1, 2000, 2000, 5, "Dock");
-    const auto server = row(2, 2000, 2000, 6, "Window Server");
+    std::vector<WindowRow> parts;
+    for (const auto* owner :
+         {"Window Server", "Dock", "Control Center", "NotificationCenter", "Spotlight", "loginwindow",
+          "SystemUIServer", "CoreServicesUIAgent", "WallpaperAgent", "screencaptureui", "TextInputMenuAgent",
+          "AXVisualSupportAgent", "ScreenSaverEngine"})
+        parts.push_back(row(10 + static_cast<std::uint32_t>(parts.size()), 2000, 2000, 5, owner));
+    const auto& dock = parts.at(1);
     const auto call = row(3, 300, 200, messenger, "WhatsApp", "video call");
     const auto text = row(4, 500, 500, editor, "Editor");
     const SearchRow rows[] = {
-        {"only the desktop", {dock, server}, {}, {}, 0, false},
+        {"only the desktop", parts, {}, {}, 0, false},
         {"the largest, and never as a call", {dock, call, text}, {}, {}, 4, false},
         {"the frontmost", {dock, call, text}, {}, messenger, 3, false},
         {"the frontmost has no window", {call, text}, {}, browser, 4, false},

@@ -38,6 +38,7 @@ GrabResult FakeHotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std:
     if (taken.contains({evdevCode, modifiers}))
         return GrabResult::taken;
     grabs[number] = {evdevCode, modifiers};
+    ++grabCount;
     return GrabResult::held;
 }
 

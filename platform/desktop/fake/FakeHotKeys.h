@@ -28,6 +28,8 @@ class FakeHotKeys final : public HotKeys {
     /// One press of the keys. False if no grab took it.
     bool press(Combination combination) const;
     [[nodiscard]] std::vector<Combination> held() const;
+    /// How often a combination was grabbed.
+    [[nodiscard]] int grabsMade() const { return grabCount; }
     [[nodiscard]] bool isSuspended() const { return suspended; }
 
     void setPressed(std::function<void(std::uint32_t grab)> handler) override;
@@ -44,6 +46,7 @@ class FakeHotKeys final : public HotKeys {
     std::map<std::uint32_t, Combination> grabs;
     std::set<Combination> taken;
     std::set<std::uint32_t> missingKeys;
+    int grabCount = 0;
     bool suspended = false;
 };
 

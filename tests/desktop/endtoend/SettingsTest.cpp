@@ -33,12 +33,15 @@ class TheSettings : public SettingsSteps {
 
     [[nodiscard]] Picture pictureOf(const Element& element) const { return facts.screenshot(element.box); }
 
-    /// Clicks the recorder and waits until it shows that it records.
+    /// Clicks the recorder and waits until it shows and says that it records.
     void startRecording(const std::string& name) {
         const Element recorder = find("push button", name);
         const Picture before = pictureOf(recorder);
         click(recorder);
-        require("the recorder records", [&] { return pictureOf(recorder) != before; });
+        require("the recorder records", [&] {
+            return pictureOf(recorder) != before &&
+                   find("push button", name).description == "Press shortcut…";
+        });
     }
 
     void record(const std::string& name, const std::vector<int>& keys, const std::string& spoken) {
@@ -160,8 +163,12 @@ TEST_F(TheSettings, HaveANameForWhateverTakesTheKeyboard) {
 TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     openSettings();
     const xcb_window_t window = awaitWindow();
+    constexpr int titleBar = 24; // By so much the window manager may move the window.
     const auto hasSize = [&] { return facts.box(window).width == 460 && facts.box(window).height == 560; };
     EXPECT_TRUE(hasSize());
+    const XServer::Options screen;
+    EXPECT_NEAR(facts.box(window).x + 460 / 2, screen.width / 2, titleBar);
+    EXPECT_NEAR(facts.box(window).y + 560 / 2, screen.height / 2, titleBar);
     commands.addState(window, "_NET_WM_STATE_MAXIMIZED_VERT");
     const std::uint32_t larger[] = {700, 700};
     xcb_configure_window(client.xcb(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, larger);
@@ -240,6 +247,14 @@ TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
     EXPECT_TRUE(holdsFor([&] { return shown() == recording; }, std::chrono::milliseconds(300)));
     keyboard.stroke({key::escape});
     require("Escape ends recording", [&] { return shown() == before; });
+
+    for (const auto& [role, name] :
+         {std::pair("page tab", "PiP"), std::pair("label", "Show/hide PiP shortcut")}) {
+        startRecording("Show/hide PiP shortcut");
+        click(role, name);
+        require("a click elsewhere ends recording",
+                [&] { return shown() == before && isGrabbed(key::p) && isGrabbed(key::f); });
+    }
 
     startRecording("Show/hide PiP shortcut");
     startRecording("Start/close PiP shortcut");
