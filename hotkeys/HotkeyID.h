@@ -5,7 +5,7 @@
 
 namespace mirrolet {
 
-/// The shortcuts; the raw value is the number that the system knows them by.
+/// The program's shortcuts. The raw value is the number under which a shortcut is registered.
 enum class HotkeyID : std::uint32_t {
     togglePiPVisibility = 1,
     pipFrontmostWindow = 2,

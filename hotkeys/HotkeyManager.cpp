@@ -65,8 +65,8 @@ OSStatus HotkeyManager::handle(EventHandlerCallRef, EventRef event, void* userDa
     const auto id = hotkeyIDFromRawValue(hotKey.id);
     if (!id)
         return noErr;
-    // The handler is removed before the manager goes, so the pointer is good; the task keeps the manager
-    // alive.
+    // The handler is removed before the manager is destroyed, so the pointer is valid. The task keeps the
+    // manager alive.
     auto manager = static_cast<HotkeyManager*>(userData)->shared_from_this();
     DispatchQueue::main().async([manager = std::move(manager), id = *id] {
         if (manager->onHotkeyPressed)

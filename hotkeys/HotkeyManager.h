@@ -10,8 +10,8 @@
 
 namespace mirrolet {
 
-/// Registers the system-wide shortcuts and reports their presses. Main thread only; the last owner lets it go
-/// there, which takes every shortcut away.
+/// Registers the system-wide shortcuts and reports their presses. Its destruction unregisters every shortcut.
+/// Main thread only.
 class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
   public:
     static std::shared_ptr<HotkeyManager> make();
@@ -19,11 +19,11 @@ class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
     HotkeyManager(const HotkeyManager&) = delete;
     HotkeyManager& operator=(const HotkeyManager&) = delete;
 
-    /// Called on the main thread, on a turn after the press.
+    /// Called on the main thread, on a later turn of the main loop than the press.
     std::function<void(HotkeyID)> onHotkeyPressed;
 
-    /// Makes a virtual key code with a Carbon modifier mask the shortcut, in place of an earlier one. A
-    /// failure is logged, and leaves the id without a shortcut.
+    /// Makes a virtual key code with a Carbon modifier mask the id's shortcut, in place of an earlier one. A
+    /// failure is logged and leaves the id without a shortcut.
     void registerHotkey(HotkeyID id, std::uint32_t keyCode, std::uint32_t modifiers);
     void unregisterHotkey(HotkeyID id);
 

@@ -26,8 +26,8 @@ View GeneralSettingsView::body() const {
         .alert("Launch at Login", launchAtLoginError.binding());
 }
 
-/// Showing the real state after a failure is a change again, and runs this once more for it; that is
-/// accepted.
+/// After a failure the switch is set back to the real state. That is a change again, which runs this function
+/// once more. This is accepted.
 void GeneralSettingsView::applyLaunchAtLogin() const {
     const auto error = launchAtLogin.get() ? SMAppService::mainApp().registerService()
                                            : SMAppService::mainApp().unregisterService();

@@ -10,7 +10,7 @@
 
 namespace mirrolet {
 
-/// Launch and timing settings.
+/// Content of the General tab: launch and timing settings.
 class GeneralSettingsView {
   public:
     /// Looks up, once, whether the program is a login item.

@@ -10,17 +10,17 @@
 
 namespace mirrolet {
 
-/// An application that is installed on this machine. Two are the same if their identifiers are, whatever
-/// their names and icons.
+/// An application that is installed on this machine. Two are equal if their identifiers are, whatever their
+/// names and icons.
 struct InstalledApp {
     std::string bundleIdentifier;
-    std::string displayName; ///< Shown in the list, and what it is sorted by.
+    std::string displayName; ///< Shown in the list; the list is sorted by it.
     std::shared_ptr<platform::NSImage> icon;
 
     [[nodiscard]] const std::string& id() const { return bundleIdentifier; }
 
-    /// Every application but this one, sorted by name. Reads the disk afresh each time, and blocks for as
-    /// long as that takes. Never fails; any thread.
+    /// Every application except this one, sorted by name. Each call reads the disk and blocks while it does.
+    /// Never fails; any thread.
     static std::vector<InstalledApp> scanInstalledApplications();
 
     friend bool operator==(const InstalledApp& first, const InstalledApp& second) {
@@ -28,7 +28,7 @@ struct InstalledApp {
     }
 };
 
-/// The folders that are scanned, in order; of one application in two of them, the later counts.
+/// The folders that are scanned, in order. If two of them have the same application, the later folder counts.
 std::vector<platform::URL> applicationSearchDirectories();
 
 } // namespace mirrolet

@@ -146,12 +146,12 @@ void PiPSettingsView::setWatched(const std::string& identifier, bool isWatched) 
 }
 
 void PiPSettingsView::loadInstalledApps() const {
-    // Tabs can be changed faster than the disk is read: the scan that runs is good for this showing as well.
+    // The user can change tabs faster than the disk is read. The running scan serves this showing as well.
     if (isLoadingApps.get())
         return;
     isLoadingApps.set(true);
     const auto scan = std::make_shared<DispatchQueue>("installedAppsScan", DispatchQoS::userInitiated);
-    // The task is the queue's last owner: the thread ends with it.
+    // The task is the queue's last owner, so the thread ends with the task.
     scan->async([scan, apps = installedApps.weak(), isLoading = isLoadingApps.weak()] {
         auto found =
             std::make_shared<const std::vector<InstalledApp>>(InstalledApp::scanInstalledApplications());

@@ -12,13 +12,13 @@
 
 namespace mirrolet {
 
-/// Settings of the mirror, and of what is watched.
+/// Content of the PiP tab: settings of the mirror and of the watched applications.
 class PiPSettingsView {
   public:
     [[nodiscard]] platform::swiftui::View body() const;
 
-    /// Those of the applications, in their order, whose name contains the text, whatever its case; all of
-    /// them if it is empty. The text is not trimmed.
+    /// The applications whose name contains the text, whatever its case, in their order. An empty text gives
+    /// all of them. The text is not trimmed.
     static std::vector<InstalledApp> filtered(const std::vector<InstalledApp>& apps,
                                               const std::string& searchText);
 
@@ -31,7 +31,7 @@ class PiPSettingsView {
     void loadInstalledApps() const;
     void setWatched(const std::string& identifier, bool isWatched) const;
 
-    /// One scan's result: compared by identity, as a later scan may bring other names under the same
+    /// Result of one scan. Compared by identity, because a later scan may have other names under the same
     /// identifiers.
     using Apps = std::shared_ptr<const std::vector<InstalledApp>>;
 

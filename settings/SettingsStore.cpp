@@ -23,16 +23,16 @@ const std::set<std::string>& defaultApps() {
     return apps;
 }
 
-// An unknown value reads as specificApps, not as the first case: a damaged file must not widen what is
-// watched.
+// An unknown value reads as specificApps, not as the first case, because a damaged file must not widen what
+// is watched.
 MonitoringScope loadScope(const UserDefaults& defaults) {
     const auto stored = defaults.object("monitoringScope");
     const auto* raw = stored.asString();
     return (raw ? monitoringScopeFromRawValue(*raw) : std::nullopt).value_or(MonitoringScope::specificApps);
 }
 
-// All or nothing: one element that is no string discards the whole array. An empty array is a choice, not a
-// gap.
+// One element that is no string discards the whole array. An empty array is kept, because it is the user's
+// choice.
 std::set<std::string> loadApps(const UserDefaults& defaults) {
     const auto stored = defaults.object("selectedAppIdentifiers");
     const auto* elements = stored.asArray();

@@ -16,19 +16,18 @@ class UserDefaults;
 
 namespace mirrolet {
 
-/// Every setting of the user. Main thread only, but for currentMonitoringSettings(). Each assignment
-/// announces the change before it is made, makes it, and saves all values; assigning an equal value does the
-/// same.
+/// Every setting of the user. Main thread only, except currentMonitoringSettings(). An assignment announces
+/// the change, makes it and saves all values, even if the new value equals the old one.
 class SettingsStore {
   public:
     /// The one store, over the program's own user defaults. Made on first use, never destroyed.
     static SettingsStore& shared();
 
-    /// Loads what is stored; a missing or unusable value gives the default. Writes nothing. Keeps a reference
-    /// to the defaults.
+    /// Loads the stored values. A missing or unusable value gives the default. Writes nothing. Keeps a
+    /// reference to the defaults.
     explicit SettingsStore(platform::UserDefaults& defaults);
 
-    /// Fires before a change: who reads the store in response has to do so on a later turn of the main loop.
+    /// Fires before a change. A subscriber has to read the store on a later turn of the main loop.
     platform::ObservableObjectPublisher objectWillChange;
 
     [[nodiscard]] MonitoringScope monitoringScope() const { return scope; }
@@ -36,10 +35,10 @@ class SettingsStore {
     /// Bundle identifiers of the watched applications.
     [[nodiscard]] const std::set<std::string>& selectedAppIdentifiers() const { return appIdentifiers; }
     void setSelectedAppIdentifiers(std::set<std::string> value) { assign(appIdentifiers, std::move(value)); }
-    /// Seconds. Any number that the file holds: neither checked nor bounded.
+    /// In seconds. A stored number is neither checked nor bounded.
     [[nodiscard]] double pollInterval() const { return pollSeconds; }
     void setPollInterval(double value) { assign(pollSeconds, value); }
-    /// Seconds, as above.
+    /// In seconds, neither checked nor bounded.
     [[nodiscard]] double promptTimeout() const { return promptSeconds; }
     void setPromptTimeout(double value) { assign(promptSeconds, value); }
     [[nodiscard]] bool startMonitoringOnLaunch() const { return startsMonitoring; }
@@ -49,8 +48,8 @@ class SettingsStore {
     [[nodiscard]] PiPCorner pipCorner() const { return corner; }
     void setPipCorner(PiPCorner value) { assign(corner, value); }
 
-    // Shortcuts: a virtual key code and a Carbon modifier mask, kept as given. The first pair shows and hides
-    // the mirror, the second starts and closes one of the frontmost application.
+    // Each shortcut is a virtual key code and a Carbon modifier mask, kept as given. The first shortcut shows
+    // and hides the mirror. The second one starts and closes a mirror of the frontmost application.
     [[nodiscard]] std::uint32_t shortcutKeyCode() const { return keyCode; }
     void setShortcutKeyCode(std::uint32_t value) { assign(keyCode, value); }
     [[nodiscard]] std::uint32_t shortcutModifiers() const { return modifiers; }
@@ -60,7 +59,7 @@ class SettingsStore {
     [[nodiscard]] std::uint32_t pipFrontmostShortcutModifiers() const { return frontmostModifiers; }
     void setPipFrontmostShortcutModifiers(std::uint32_t value) { assign(frontmostModifiers, value); }
 
-    /// What the monitor needs, as of the last completed assignment. Any thread.
+    /// The settings that the monitor needs, as of the last completed assignment. Any thread.
     [[nodiscard]] MonitoringSettings currentMonitoringSettings() const;
 
   private:
@@ -82,7 +81,7 @@ class SettingsStore {
     std::uint32_t modifiers;
     std::uint32_t frontmostKeyCode;
     std::uint32_t frontmostModifiers;
-    mutable platform::NSLock lock; ///< Guards the snapshot only; nothing else is locked while it is held.
+    mutable platform::NSLock lock; ///< Guards the snapshot. No other lock is taken while it is held.
     MonitoringSettings snapshot;
     platform::UserDefaults& defaults;
 };

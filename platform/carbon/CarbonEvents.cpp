@@ -46,13 +46,14 @@ namespace {
 
 OpaqueEventTarget applicationTarget;
 
-/// What is installed and registered. Main thread only; never destroyed, as presses may come in until the end.
+/// The installed handlers and the registered hot keys. Main thread only. Never destroyed, because presses may
+/// arrive until the end of the program.
 struct Registry {
-    std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;           ///< The last one is asked first.
+    std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;           ///< The last one is called first.
     std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< By the number of their grab.
     std::set<std::unique_ptr<OpaqueHotKeyMode>> modes;
     std::uint32_t lastGrab = 0;
-    unsigned followedDesktop = 0; ///< Which desktop's presses come here.
+    unsigned followedDesktop = 0; ///< Generation of the desktop whose presses arrive here.
 
     static Registry& instance() {
         static auto& registry = *new Registry();
@@ -60,9 +61,10 @@ struct Registry {
     }
 
     void deliver(OpaqueEvent event) {
-        // A handler may remove itself and others: they stay until the event is through, but are not called.
-        const auto asked = handlers;
-        for (auto next = asked.rbegin(); next != asked.rend(); ++next) {
+        // A handler may remove itself and others. Removed handlers exist until the event is delivered, but
+        // are not called.
+        const auto installed = handlers;
+        for (auto next = installed.rbegin(); next != installed.rend(); ++next) {
             if (std::find(handlers.begin(), handlers.end(), *next) == handlers.end() ||
                 !(*next)->takes(event.type))
                 continue;
@@ -79,7 +81,7 @@ struct Registry {
 
     void pressed(std::uint32_t grab) {
         const auto found = hotKeys.find(grab);
-        if (found != hotKeys.end()) // Else it was unregistered while the press was on its way.
+        if (found != hotKeys.end()) // Otherwise it was unregistered while the press was on its way.
             deliver({{kEventClassKeyboard, kEventHotKeyPressed}, found->second->id});
     }
 };
@@ -88,7 +90,7 @@ desktop::HotKeys& desktopHotKeys() {
     return desktop::Desktop::current().hotKeys();
 }
 
-/// Tells the desktop, once, where presses go. They come on its own thread.
+/// Sets the desktop's handler of presses once. The desktop calls it on a thread of its own.
 void followPresses(Registry& registry) {
     if (std::exchange(registry.followedDesktop, desktop::Desktop::generation()) ==
         desktop::Desktop::generation())
@@ -108,7 +110,7 @@ std::optional<std::uint32_t> desktopModifiers(std::uint32_t carbon) {
             modifiers |= modifier;
         carbon &= ~mask;
     }
-    // Dropping what is left would grab another, perhaps a plain, key than the one asked for.
+    // Without an unknown modifier, another combination would be grabbed, perhaps a plain key.
     return carbon == 0 ? std::optional(modifiers) : std::nullopt;
 }
 
@@ -173,7 +175,7 @@ OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Eve
     if (target != &applicationTarget || !registered || !key || !desktopMask)
         return paramErr;
     auto& registry = Registry::instance();
-    if (registry.holds(keyCode, modifiers)) // The server would let its own client grab a key twice.
+    if (registry.holds(keyCode, modifiers)) // One press cannot go to two hot keys.
         return eventHotKeyExistsErr;
     followPresses(registry);
     const auto grab = ++registry.lastGrab;

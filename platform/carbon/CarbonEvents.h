@@ -45,14 +45,15 @@ struct EventTypeSpec {
     std::uint32_t eventKind = 0;
 };
 
-// What these point at belongs to the layer.
+// These point at objects of the platform layer.
 using EventHotKeyRef = struct OpaqueEventHotKey*;
 using EventHandlerRef = struct OpaqueEventHandler*;
 using EventHandlerCallRef = struct OpaqueEventHandlerCall*;
 using EventTargetRef = struct OpaqueEventTarget*;
 using EventRef = struct OpaqueEvent*;
 using HotKeyModeRef = struct OpaqueHotKeyMode*;
-/// noErr: handled; anything else passes the event on to the handler installed before.
+/// Returns noErr if the event is handled. After anything else the handler that was installed before is
+/// called.
 using EventHandlerProc = OSStatus (*)(EventHandlerCallRef next, EventRef event, void* userData);
 
 EventTargetRef GetApplicationEventTarget();
@@ -68,16 +69,17 @@ OSStatus GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t des
                            std::uint32_t* actualType, std::size_t bufferSize, std::size_t* actualSize,
                            void* data);
 
-/// Makes a key (virtual key code, modifier mask) a hot key, whatever has the keyboard. eventHotKeyExistsErr
-/// if this or another program holds it, paramErr for what is no key or modifier here; nothing is held then.
+/// Makes a key (virtual key code, modifier mask) a hot key, whichever window has the focus. Returns
+/// eventHotKeyExistsErr if this or another program holds the key, and paramErr if the keyboard has no such
+/// key or modifier. After an error nothing is held.
 OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
                              EventTargetRef target, OptionBits options, EventHotKeyRef* registered);
 OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey);
 
 inline constexpr OptionBits kHIHotKeyModeAllDisabled = 1;
 
-/// While at least one mode is pushed, hot keys let their keys through to the focused window: a shortcut
-/// recorder has to see combinations that are hot keys already. nullptr for another mode than
+/// While at least one mode is pushed, hot keys let their keys through to the focused window, because a
+/// shortcut recorder has to see combinations that are hot keys already. Returns nullptr for another mode than
 /// kHIHotKeyModeAllDisabled.
 HotKeyModeRef PushSymbolicHotKeyMode(OptionBits options);
 /// A mode that was popped already, or nullptr, is ignored.

@@ -12,9 +12,9 @@ struct KeyPair {
     std::uint32_t evdevCode;
 };
 
-// By the place of the key on an ANSI or ISO keyboard: what is printed on it, and what a layout makes of it,
-// does not matter. On an ISO keyboard the names of the grave and the section key are swapped by some; here
-// the grave key is the one left of 1 on both.
+// By the place of the key on an ANSI or ISO keyboard, whatever is printed on the key and whatever the layout
+// makes of it. Some tables swap the names of the grave and the section key of an ISO keyboard. Here the grave
+// key is the one left of 1 on both keyboards.
 constexpr KeyPair keys[] = {
     // clang-format off
     {0, 30}, // A
@@ -139,8 +139,8 @@ constexpr KeyPair keys[] = {
     // clang-format on
 };
 
-constexpr std::uint32_t firstOther =
-    0x100; // Above every code of the table and every code of a real keyboard.
+/// Above every code of the table and every code of a real keyboard.
+constexpr std::uint32_t firstOther = 0x100;
 constexpr std::uint32_t lastEvdev = 0x2ff;
 
 const KeyPair* pairWith(std::uint32_t KeyPair::*side, std::uint32_t code) {
@@ -157,8 +157,8 @@ std::optional<std::uint32_t> evdevFromVirtual(std::uint32_t virtualCode) {
     if (virtualCode <= firstOther || virtualCode > firstOther + lastEvdev)
         return std::nullopt;
     const auto evdevCode = virtualCode - firstOther;
-    return pairWith(&KeyPair::evdevCode, evdevCode) ? std::nullopt
-                                                    : std::optional(evdevCode); // Each key has one code only.
+    // A key of the table has no second code.
+    return pairWith(&KeyPair::evdevCode, evdevCode) ? std::nullopt : std::optional(evdevCode);
 }
 
 std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode) {

@@ -5,13 +5,13 @@
 
 namespace mirrolet::platform {
 
-// Virtual key codes (0 to 126) are what shortcuts are stored in; evdev codes (an X key code less 8) are what
-// the keyboard sends. Both name a place on the keyboard. A key that has no virtual code of its own gets a
-// stable one from 257 on, so that any key can be recorded and registered.
+// Shortcuts are stored as virtual key codes (0 to 126). The keyboard sends evdev codes (an X key code minus
+// 8). Both name a place on the keyboard. A key that has no virtual code of its own gets a stable one from 257
+// on, so that any key can be recorded and registered.
 
-/// None for a code that is no key's.
+/// None if no key has the code.
 [[nodiscard]] std::optional<std::uint32_t> evdevFromVirtual(std::uint32_t virtualCode);
-/// None for 0 and for what is beyond the evdev codes.
+/// None for 0 and for numbers above the evdev codes.
 [[nodiscard]] std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode);
 
 } // namespace mirrolet::platform

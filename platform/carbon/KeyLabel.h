@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// What the present keyboard layout has on a key (virtual key code), as one would name it: "P", "Space",
-/// "F5". Empty if it has nothing there. Main thread.
+/// Label of a key (virtual key code) in the present keyboard layout, such as "P", "Space" or "F5". Empty if
+/// the layout has none. Main thread.
 [[nodiscard]] std::string keyLabel(std::uint32_t virtualCode);
 
 } // namespace mirrolet::platform

@@ -35,7 +35,7 @@ std::string environment(const char* name, const std::string& otherwise) {
     return value && *value ? value : otherwise;
 }
 
-/// nullptr for what is no file to read, or no entry.
+/// nullptr if there is no such file, or if it is no desktop entry.
 Owned<GKeyFile> readKeys(const std::string& path) {
     const auto content = readRegularFile(path, mostBytes);
     Owned<GKeyFile> keys(g_key_file_new());
@@ -77,7 +77,7 @@ std::optional<NSError> replaceFile(const std::string& path, GKeyFile* keys) {
 
 AutostartEntry AutostartEntry::own() {
     const std::string configHome = environment("XDG_CONFIG_HOME", "");
-    // Relative paths are to be ignored.
+    // A relative path is ignored.
     const std::string folder =
         configHome.starts_with('/') ? configHome : std::string(g_get_home_dir()) + "/.config";
     return AutostartEntry(folder + fileName);
@@ -100,7 +100,7 @@ bool AutostartEntry::isOn() const {
     const auto keys = readKeys(path);
     if (!keys || isSwitchedOff(keys.get()))
         return false;
-    // Nothing for what is no application, or whose program is not installed.
+    // GIO refuses an entry that is no application, or whose program is not installed.
     const Owned<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(keys.get()));
     return info && g_app_info_get_executable(G_APP_INFO(info.get())) &&
            g_desktop_app_info_get_show_in(info.get(), nullptr);
@@ -130,7 +130,7 @@ std::optional<NSError> AutostartEntry::write(const std::string& program, bool on
     if (!g_key_file_has_key(file, group, G_KEY_FILE_DESKTOP_KEY_NAME, nullptr))
         g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_NAME, "Mirrolet");
     g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_EXEC, quoted(program).c_str());
-    // A desktop passes over the entry once the program is no longer installed.
+    // A desktop ignores the entry once the program is no longer installed.
     g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, program.c_str());
     g_key_file_set_boolean(file, group, G_KEY_FILE_DESKTOP_KEY_HIDDEN, !on);
     g_key_file_set_boolean(file, group, enabledKey, on);

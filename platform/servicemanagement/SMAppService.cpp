@@ -16,19 +16,18 @@ namespace mirrolet::platform {
 namespace {
 
 std::string runningProgram() {
-    // An image that mounts itself: the program's own path is gone after the session.
+    // The path inside an image that mounts itself is gone after the session. The image's own path stays.
     if (const char* image = std::getenv("APPIMAGE"); image && *image == '/')
         return image;
     std::error_code error;
     std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
-    constexpr std::string_view deleted = " (deleted)"; // An upgrade replaced the file meanwhile.
+    constexpr std::string_view deleted = " (deleted)"; // Added once an upgrade has replaced the file.
     if (path.ends_with(deleted))
         path.resize(path.size() - deleted.size());
     return path;
 }
 
-/// A program that runs out of the folder where it was built would be gone tomorrow: the installed one is
-/// preferred.
+/// Prefers the installed program, because a build folder may be gone at the next login.
 std::string installedProgram() {
     std::string running = runningProgram();
     const auto name = std::filesystem::path(running).filename().string();
@@ -45,8 +44,8 @@ const SMAppService& SMAppService::mainApp() {
 
 SMAppService::Status SMAppService::status() const {
     const auto own = AutostartEntry::own();
-    const auto counts = own.exists() ? std::optional(own) : AutostartEntry::systemWide();
-    return counts && counts->isOn() ? Status::enabled : Status::notRegistered;
+    const auto effective = own.exists() ? std::optional(own) : AutostartEntry::systemWide();
+    return effective && effective->isOn() ? Status::enabled : Status::notRegistered;
 }
 
 std::optional<NSError> SMAppService::registerService() const {

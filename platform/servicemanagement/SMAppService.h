@@ -8,22 +8,23 @@
 
 namespace mirrolet::platform {
 
-/// The login item: whether the desktop starts a program when the user logs in. It is the user's autostart
-/// entry, read anew on every question, as other programs change it too. Main thread; blocks for the disk.
+/// The login item: whether the desktop starts a program when the user logs in. Each call reads the user's
+/// autostart entry, because other programs change it too. Main thread. Blocks while the disk is read.
 class SMAppService {
   public:
     enum class Status { notRegistered = 0, enabled = 1 };
 
-    /// This program, as it is installed; one that is not, as it runs.
+    /// This program by its installed path, or by its running path if it is not installed.
     static const SMAppService& mainApp();
     /// A program by its absolute path.
     explicit SMAppService(std::string program) : program(std::move(program)) {}
 
-    /// What a desktop would make of the entries: the user's own counts before those of the system.
+    /// The status as a desktop decides it. The user's own entry counts before those of the system.
     [[nodiscard]] Status status() const;
-    /// Makes the desktop start the program. No error if it did so before; other keys of the entry stay.
+    /// Makes the desktop start the program. No error if the desktop did so before. Other keys of the entry
+    /// stay.
     [[nodiscard]] std::optional<NSError> registerService() const;
-    /// Makes the desktop start it no more. No error if it did not before.
+    /// Keeps the desktop from starting the program. No error if the desktop did so before.
     [[nodiscard]] std::optional<NSError> unregisterService() const;
 
   private:

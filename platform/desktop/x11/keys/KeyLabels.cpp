@@ -25,13 +25,14 @@ xkb_keysym_t symbolOf(const X11Connection& connection, xcb_keycode_t key) {
     if (!reply || xcb_get_keyboard_mapping_keysyms_length(reply.get()) == 0)
         return XKB_KEY_NoSymbol;
     const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-    // Two symbols for each of the first two groups come first; what comes after them has no fixed place.
+    // The list begins with two symbols for each of the first two groups. The place of other groups is not
+    // fixed.
     const bool second = group == 1 && xcb_get_keyboard_mapping_keysyms_length(reply.get()) > 2;
     return second && symbols[2] != XKB_KEY_NoSymbol ? symbols[2] : symbols[0];
 }
 
-/// The names in the tables of the keyboard's makers, as people know them.
-std::string knownAs(std::string name) {
+/// Replaces the name of a key symbol by the name that people know.
+std::string commonName(std::string name) {
     constexpr std::array names = {std::pair{"space", "Space"}, std::pair{"Prior", "Page Up"},
                                   std::pair{"Next", "Page Down"}, std::pair{"Escape", "Esc"},
                                   std::pair{"BackSpace", "Backspace"}};
@@ -54,7 +55,7 @@ std::string keyLabelOf(const X11Connection& connection, xcb_keycode_t key) {
         return text.data();
     if (xkb_keysym_get_name(symbol, text.data(), text.size()) <= 0)
         return {};
-    return knownAs(text.data());
+    return commonName(text.data());
 }
 
 } // namespace mirrolet::platform::desktop::x11

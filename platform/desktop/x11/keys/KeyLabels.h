@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What the present layout has on a key, in UTF-8: a capital letter or sign, or the name of a key that types
-/// none. Empty if it has nothing there.
+/// Label of a key in the present layout, in UTF-8: its capital letter or sign, or its name if the key types
+/// no character. Empty if the layout has no symbol on the key.
 std::string keyLabelOf(const X11Connection& connection, xcb_keycode_t key);
 
 } // namespace mirrolet::platform::desktop::x11
