@@ -85,7 +85,6 @@ void PiPPanel::setUpCloseButton() {
     closeButton->setImage(NSImage::systemSymbol("xmark", "Close"));
     closeButton->imagePosition = NSCellImagePosition::imageOnly;
     closeButton->contentTintColor = NSColor::white();
-    closeButton->accessibilityLabel = "Close";
     closeButton->action = [weak = weakSelf()] {
         if (const auto panel = weak.lock())
             panel->closeButtonTapped();

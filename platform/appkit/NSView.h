@@ -86,9 +86,8 @@ class NSView : public std::enable_shared_from_this<NSView> {
     /// none.
     [[nodiscard]] virtual NSView* hitTest(NSPoint point);
 
-    /// Name and present content of the view, as assistive software reads them; empty for none. They and the
-    /// tool tip are read again after setNeedsDisplay().
-    std::string accessibilityLabel;
+    /// Present content of the view, as assistive software reads it; empty for none. It and the tool tip are
+    /// read again after setNeedsDisplay().
     std::string accessibilityValue;
     std::string toolTip;
 

@@ -15,7 +15,6 @@ class RepresentedWidget : public NSViewWidget {
   public:
     explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view), represented(view) {
         setFixedSize(sizeHint());
-        setAccessibleName(QString::fromStdString(view->accessibilityLabel));
         describe();
     }
 
