@@ -1,0 +1,30 @@
+#include "platform/desktop/x11/capture/ContinuousDamage.h"
+
+#include <utility>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr int ticksUntilContinuous = 15;
+constexpr int ticksAssumed = 15;
+/// The report that a new watch of the damage begins with, and two of the window's own.
+constexpr int ticksToConfirm = 3;
+
+} // namespace
+
+bool ContinuousDamage::add(const PixelRect& box, PixelSize window) {
+    const bool nearlyAll = 4LL * box.width * box.height >= 3LL * window.width * window.height;
+    continuousTicks = nearlyAll ? continuousTicks + 1 : 0;
+    if (continuousTicks < ticksUntilContinuous)
+        return false;
+    continuousTicks = ticksUntilContinuous - ticksToConfirm;
+    assumedTicks = ticksAssumed;
+    return true;
+}
+
+bool ContinuousDamage::stopAssuming() {
+    return std::exchange(assumedTicks, 0) > 0;
+}
+
+} // namespace mirrolet::platform::desktop::x11
