@@ -1,8 +1,27 @@
 #include "platform/coregraphics/CGImage.h"
 
 #include "platform/desktop/Desktop.h"
+#include "platform/foundation/NSLog.h"
+
+#include <string>
+#include <variant>
 
 namespace mirrolet::platform {
+
+namespace {
+
+/// A window that is gone is the usual end of a mirror, and the backend itself reports a lost server.
+void logUnexpected(desktop::CaptureFailure failure, desktop::WindowNumber window) {
+    const auto log = [window](const char* reason) {
+        NSLog("Window " + std::to_string(window) + " cannot be mirrored: " + reason);
+    };
+    if (failure == desktop::CaptureFailure::notPermitted)
+        log("this desktop does not permit it.");
+    if (failure == desktop::CaptureFailure::nothingToSee)
+        log("it never shows anything.");
+}
+
+} // namespace
 
 CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption,
                                    desktop::WindowNumber window, std::uint32_t imageOption) {
@@ -10,7 +29,12 @@ CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption
     if (screenBounds != CGRectNull || listOption != kCGWindowListOptionIncludingWindow ||
         imageOption != ownPicture)
         return nullptr;
-    return desktop::Desktop::current().capture().image(window);
+    const auto result = desktop::Desktop::current().capture().capture(window);
+    if (const auto* failure = std::get_if<desktop::CaptureFailure>(&result)) {
+        logUnexpected(*failure, window);
+        return nullptr;
+    }
+    return std::get<CGImageRef>(result);
 }
 
 } // namespace mirrolet::platform

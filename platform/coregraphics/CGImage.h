@@ -28,7 +28,8 @@ inline constexpr std::uint32_t kCGWindowImageBestResolution = 8;
 inline constexpr CGRect CGRectNull{};
 
 /// The picture of one window, alone, without its shadow, at full pixel resolution: the one combination of
-/// options there is a use for. nullptr once the window is gone or with any other combination. Any thread.
+/// options there is a use for. nullptr once the window is gone or with any other combination. A capture that
+/// fails for another reason is logged. Any thread.
 CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption,
                                    desktop::WindowNumber window, std::uint32_t imageOption);
 

@@ -4,6 +4,7 @@
 #include "platform/desktop/WindowList.h"
 
 #include <memory>
+#include <variant>
 
 namespace mirrolet::platform::desktop {
 
@@ -22,15 +23,28 @@ class WindowImage {
     [[nodiscard]] virtual bool isShown() const { return false; }
 };
 
+/// Why a capture gives no image.
+enum class CaptureFailure {
+    gone,         ///< The window is destroyed, or its number was never a window.
+    notPermitted, ///< Windows cannot be captured on this desktop.
+    nothingToSee, ///< The window never has any pixels, as one that only takes input.
+    serverLost,   ///< The connection to the window server is broken.
+};
+
+using CaptureResult = std::variant<std::shared_ptr<const WindowImage>, CaptureFailure>;
+
 class WindowCapture {
   public:
     virtual ~WindowCapture() = default;
     /// Whether windows can be captured here at all (the Screen Recording permission). Constant for a process.
     [[nodiscard]] virtual bool permitted() const = 0;
-    /// The window's own picture, without frame and shadow, whether it is covered or not. A window that exists
-    /// but cannot be seen gives its last picture. None once the window is gone, for good: a number that the
-    /// server uses again is another window. Any thread; a capture of an unchanged window costs no request.
-    virtual std::shared_ptr<const WindowImage> image(WindowNumber window) = 0;
+    /// The window's own picture, without frame and shadow, whether it is obscured or not. A window that
+    /// exists but cannot be seen gives its last picture. A destroyed window stays gone, because a number that
+    /// the server uses again is another window. Any thread; a capture of an unchanged window costs no
+    /// request.
+    virtual CaptureResult capture(WindowNumber window) = 0;
+    /// As capture(). nullptr for any failure.
+    std::shared_ptr<const WindowImage> image(WindowNumber window);
 };
 
 } // namespace mirrolet::platform::desktop

@@ -66,7 +66,7 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         return mapping != 1;
     }
 
-    /// A covered window is mirrored in another way.
+    /// An obscured window is redirected.
     void putUnderOrOverCover(XClient& own, xcb_window_t window) {
         configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                   {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});

@@ -278,7 +278,7 @@ TEST_F(WindowPresenterTest, SurvivesASourceThatDiesAndResizesAtAnyMoment) {
     EXPECT_FALSE(xcb_connection_has_error(connection->xcb()));
 }
 
-TEST_F(WindowPresenterTest, NeverShowsWhatCoversTheSource) {
+TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
     CallWindow::Options options;
     options.colour = "cc2020";
     options.rate = 30;
@@ -297,16 +297,16 @@ TEST_F(WindowPresenterTest, NeverShowsWhatCoversTheSource) {
     constexpr std::uint32_t green = 0x20a040;
     constexpr std::uint32_t blue = 0x0000ff;
     ASSERT_TRUE(waitUntil([&] { return shows(red); }));
-    EXPECT_FALSE(isRedirected(source.window())) << "a window that nothing covers is read where it stands";
+    EXPECT_FALSE(isRedirected(source.window())) << "an unobscured window is read directly";
 
     for (int round = 0; round < 2; ++round) {
-        // A source that is stopped cannot draw what was covered: its place holds the pixels of the cover.
+        // A stopped source cannot repaint its obscured part, where the pixels of the cover are.
         kill(source.pid(), SIGSTOP);
         const auto cover = makeWindow({100, 100, 300, 200});
         xcb_change_window_attributes(client.xcb(), cover, XCB_CW_BACK_PIXEL, &blue);
         xcb_clear_area(client.xcb(), 0, cover, 0, 0, 0, 0);
         client.sync();
-        presenter->resize({320, 200}, 0); // All is drawn anew, from an image that knows nothing of the cover.
+        presenter->resize({320, 200}, 0); // Draws everything again, from an image that precedes the cover.
         presenter->setPicture(image, {0, 0, 319, 200});
         presenter->present();
         EXPECT_EQ(count(pixelsOf(panel, {0, 0, 320, 200}), blue), 0);
@@ -314,13 +314,13 @@ TEST_F(WindowPresenterTest, NeverShowsWhatCoversTheSource) {
         kill(source.pid(), SIGCONT);
         EXPECT_TRUE(isRedirected(source.window()));
         source.tell("colour 20a040");
-        EXPECT_TRUE(waitUntil([&] { return shows(green) && !shows(red); })) << "covered and live";
+        EXPECT_TRUE(waitUntil([&] { return shows(green) && !shows(red); })) << "obscured and live";
         xcb_destroy_window(client.xcb(), cover);
         source.tell("colour cc2020");
         EXPECT_TRUE(waitUntil([&] { return !shows(blue) && !isRedirected(source.window()); }));
         EXPECT_TRUE(waitUntil([&] { return shows(red); }));
     }
-    // What goes away where it stands leaves its last picture, also for another size of the panel.
+    // A directly read window that is hidden leaves its last picture, also for another size of the panel.
     source.tell("unmap");
     ASSERT_TRUE(waitUntil([&] { return !WindowFacts(client).viewable(source.window()); }));
     EXPECT_TRUE(shows(red));
@@ -372,7 +372,7 @@ TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
     EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
 }
 
-TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItDrewWhatWasCovered) {
+TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItHasRepainted) {
     xcb_reparent_window(client.xcb(), source, client.root(), 300, 300);
     fill(source, red, {0, 0, 400, 300});
     makeWindow({350, 350, 100, 100});

@@ -8,12 +8,12 @@ namespace {
 const PixelRect everything{0, 0, 100, 80};
 
 TEST(WindowContent, GivesWhatChangedBetweenTwoImagesAlsoWhenSomeInBetweenWereNeverShown) {
-    WindowContent content({100, 80});
+    WindowContent content(NothingSeen{{100, 80}});
     EXPECT_EQ(content.changedBetween(0, 0), PixelRect{});
     content.noteDamage({10, 10, 5, 5});
     content.noteDamage({20, 30, 10, 10});
     content.noteDamage({90, 70, 50, 50});
-    EXPECT_EQ(content.age(), 3U);
+    EXPECT_EQ(content.serial(), 3U);
     EXPECT_EQ(content.changedBetween(0, 1), (PixelRect{10, 10, 5, 5}));
     EXPECT_EQ(content.changedBetween(0, 2), (PixelRect{10, 10, 20, 30}));
     EXPECT_EQ(content.changedBetween(2, 3), (PixelRect{90, 70, 10, 10})) << "no more than the window";
@@ -21,7 +21,7 @@ TEST(WindowContent, GivesWhatChangedBetweenTwoImagesAlsoWhenSomeInBetweenWereNev
 }
 
 TEST(WindowContent, GivesAllOfItWhenTheLastImageIsTooOld) {
-    WindowContent content({100, 80});
+    WindowContent content(NothingSeen{{100, 80}});
     for (int i = 0; i < 1000; ++i)
         content.noteDamage({1, 1, 1, 1});
     EXPECT_EQ(content.changedBetween(0, 1000), everything);

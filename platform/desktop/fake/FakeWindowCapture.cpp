@@ -20,9 +20,13 @@ void FakeWindowCapture::setPicture(WindowNumber window, PixelSize size, std::uin
 }
 
 void FakeWindowCapture::destroyWindow(WindowNumber window) {
+    failWindow(window, CaptureFailure::gone);
+}
+
+void FakeWindowCapture::failWindow(WindowNumber window, CaptureFailure failure) {
     const std::lock_guard lock(mutex);
     pictures.erase(window);
-    gone.insert(window);
+    failures[window] = failure;
 }
 
 int FakeWindowCapture::captures(WindowNumber window) const {
@@ -43,11 +47,15 @@ bool FakeWindowCapture::permitted() const {
     return mayCapture;
 }
 
-std::shared_ptr<const WindowImage> FakeWindowCapture::image(WindowNumber window) {
+CaptureResult FakeWindowCapture::capture(WindowNumber window) {
     const std::lock_guard lock(mutex);
     ++captureCounts[window];
+    if (!mayCapture)
+        return CaptureFailure::notPermitted;
+    if (const auto found = failures.find(window); found != failures.end())
+        return found->second;
     const auto found = pictures.find(window);
-    return !mayCapture || gone.contains(window) || found == pictures.end() ? nullptr : found->second;
+    return found == pictures.end() ? CaptureResult(CaptureFailure::gone) : found->second;
 }
 
 } // namespace mirrolet::platform::desktop::fake

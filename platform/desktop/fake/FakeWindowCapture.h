@@ -5,7 +5,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 
 namespace mirrolet::platform::desktop::fake {
 
@@ -36,19 +35,21 @@ class FakeWindowCapture final : public WindowCapture {
     void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour, bool shown = false);
     /// The window is gone, for good, even if the number gets a picture again.
     void destroyWindow(WindowNumber window);
+    /// The window gives no picture any more, for this reason.
+    void failWindow(WindowNumber window, CaptureFailure failure);
     /// How often this window was captured.
     [[nodiscard]] int captures(WindowNumber window) const;
     /// How many images are held outside of here: a mirror that ended holds none.
     [[nodiscard]] long imagesHeld() const;
 
     [[nodiscard]] bool permitted() const override;
-    std::shared_ptr<const WindowImage> image(WindowNumber window) override;
+    CaptureResult capture(WindowNumber window) override;
 
   private:
     mutable std::mutex mutex;
     bool mayCapture = true;
     std::map<WindowNumber, std::shared_ptr<const FakeWindowImage>> pictures;
-    std::set<WindowNumber> gone;
+    std::map<WindowNumber, CaptureFailure> failures;
     std::map<WindowNumber, int> captureCounts;
     std::shared_ptr<int> alive = std::make_shared<int>();
 };

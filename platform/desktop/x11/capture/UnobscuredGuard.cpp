@@ -16,7 +16,8 @@ ServerRegion makeRegion(X11Connection& connection, const PixelRect& rect) {
     return {connection, id};
 }
 
-/// What the screen shows of a window, in the window; for a redirected one, what it would show.
+/// The part of a window that the screen shows, in the window. For a redirected window, the part that the
+/// screen would show.
 ServerRegion visibleRegion(X11Connection& connection, xcb_window_t window) {
     const auto id = xcb_generate_id(connection.xcb());
     xcb_composite_create_region_from_border_clip(connection.xcb(), id, window);
@@ -35,7 +36,8 @@ std::optional<PixelRect> boundsOf(const X11Connection& connection, xcb_xfixes_fe
 
 } // namespace
 
-std::optional<CoveredParts> coveredParts(X11Connection& connection, xcb_window_t window, PixelRect picture) {
+std::optional<ObscuredParts> obscuredParts(X11Connection& connection, xcb_window_t window,
+                                           PixelRect picture) {
     auto* xcb = connection.xcb();
     const auto wanted = makeRegion(connection, picture);
     const auto visible = visibleRegion(connection, window);
@@ -50,7 +52,7 @@ std::optional<CoveredParts> coveredParts(X11Connection& connection, xcb_window_t
     const auto ofShape = boundsOf(connection, ofShapeCookie);
     if (!ofPicture || !ofShape)
         return std::nullopt;
-    return CoveredParts{*ofPicture, *ofShape};
+    return ObscuredParts{*ofPicture, *ofShape};
 }
 
 UnobscuredGuard::UnobscuredGuard(X11Connection& connection, xcb_window_t window, PixelRect picture)
@@ -61,7 +63,8 @@ UnobscuredGuard::UnobscuredGuard(X11Connection& connection, xcb_window_t window,
 void UnobscuredGuard::close(xcb_render_picture_t destination) const {
     auto* xcb = connection.xcb();
     const auto region = visibleRegion(connection, window);
-    // A single covered pixel, grown to both sides over every place that there can be, leaves nothing of all.
+    // A single obscured pixel is grown over every possible position, so that no part of `all` is left to
+    // draw.
     constexpr std::uint16_t everywhere = 2 * reach;
     xcb_xfixes_subtract_region(xcb, picture.id(), region.id(), region.id());
     xcb_xfixes_expand_region(xcb, region.id(), region.id(), everywhere, everywhere, everywhere, everywhere);

@@ -1,75 +1,94 @@
 #include "platform/desktop/x11/capture/WindowContent.h"
 
 #include "platform/desktop/PixelRects.h"
-#include "platform/desktop/x11/server/XcbRectangle.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
-constexpr std::size_t damagesKept = 32; // Two seconds of ticks: who drew longer ago draws all anew.
+
+/// Two seconds of ticks. A viewer that drew longer ago draws everything again.
+constexpr std::size_t damagesKept = 32;
+
+PixelRect visiblePart(const NothingSeen& nothing) {
+    return {0, 0, nothing.size.width, nothing.size.height};
 }
 
-std::shared_ptr<WindowContent> WindowContent::inPlace(X11Connection& connection, xcb_window_t window,
-                                                      PixelSize size, xcb_render_pictformat_t format,
-                                                      PixelRect picture) {
-    auto copy = makePixmap(connection, size, connection.screen().root_depth);
-    const ServerContext context(connection, xcb_generate_id(connection.xcb()));
-    xcb_create_gc(connection.xcb(), context.id(), copy.id(), 0, nullptr); // Draws with 0, which is black.
-    const auto all = toRectangle({0, 0, size.width, size.height});
-    xcb_poly_fill_rectangle(connection.xcb(), copy.id(), context.id(), 1, &all);
-    auto content = std::make_shared<WindowContent>(std::move(copy), format, picture);
-    content->copySize = size;
-    content->window = window;
-    return content;
+PixelRect visiblePart(const RedirectedPixels& redirected) {
+    auto part = redirected.stored.visible;
+    part.x -= redirected.borderWidth;
+    part.y -= redirected.borderWidth;
+    return part;
 }
 
-void WindowContent::copyFromPlace(X11Connection& connection) const {
-    auto* xcb = connection.xcb();
-    const ServerContext context(connection, xcb_generate_id(xcb));
-    const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS, 0};
-    xcb_create_gc(xcb, context.id(), pixmap.id(), XCB_GC_SUBWINDOW_MODE | XCB_GC_GRAPHICS_EXPOSURES, values);
-    xcb_copy_area(xcb, window, pixmap.id(), context.id(), 0, 0, 0, 0,
-                  static_cast<std::uint16_t>(copySize.width), static_cast<std::uint16_t>(copySize.height));
+PixelRect visiblePart(const std::unique_ptr<DirectPixels>& direct) {
+    return direct->copy().visible;
+}
+
+} // namespace
+
+WindowContent::WindowContent(Pixels contentPixels)
+    : pixels(std::move(contentPixels)),
+      visible(std::visit([](const auto& kind) { return visiblePart(kind); }, pixels)) {}
+
+const StoredPixels* WindowContent::stored() const {
+    if (const auto* redirected = std::get_if<RedirectedPixels>(&pixels))
+        return &redirected->stored;
+    if (const auto* direct = std::get_if<std::unique_ptr<DirectPixels>>(&pixels))
+        return &(*direct)->copy();
+    return nullptr;
+}
+
+const DirectPixels* WindowContent::direct() const {
+    const auto* direct = std::get_if<std::unique_ptr<DirectPixels>>(&pixels);
+    return direct && (*direct)->isReadable() ? direct->get() : nullptr;
+}
+
+void WindowContent::stopReading() {
+    if (const auto* direct = std::get_if<std::unique_ptr<DirectPixels>>(&pixels))
+        (*direct)->stopReading();
 }
 
 void WindowContent::noteDamage(PixelRect area) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(damageMutex);
     recent.push_back(area);
     ++noted;
     if (recent.size() > damagesKept)
         recent.pop_front();
 }
 
-std::uint64_t WindowContent::age() const {
-    const std::lock_guard guard(lock);
+std::uint64_t WindowContent::serial() const {
+    const std::lock_guard lock(damageMutex);
     return noted;
 }
 
-PixelRect WindowContent::changedBetween(std::uint64_t older, std::uint64_t newer) const {
-    const std::lock_guard guard(lock);
-    const PixelRect all{0, 0, picture.width, picture.height};
-    if (older > newer || newer > noted || noted - older > recent.size())
-        return all;
+PixelRect WindowContent::changedBetween(std::uint64_t earlier, std::uint64_t later) const {
+    const std::lock_guard lock(damageMutex);
+    if (earlier > later || later > noted || noted - earlier > recent.size())
+        return {0, 0, visible.width, visible.height};
     PixelRect changed;
-    for (std::uint64_t number = older; number < newer; ++number)
+    for (std::uint64_t number = earlier; number < later; ++number)
         changed = united(changed, recent[recent.size() - (noted - number)]);
-    return intersection(changed, all);
+    changed = intersection(changed, visible);
+    return isEmpty(changed)
+               ? PixelRect{}
+               : PixelRect{changed.x - visible.x, changed.y - visible.y, changed.width, changed.height};
 }
 
 void WindowContent::watch(ImageViewer& viewer) const {
-    const std::lock_guard guard(viewersLock);
+    const std::lock_guard lock(viewersMutex);
     viewers.push_back(&viewer);
 }
 
 void WindowContent::unwatch(ImageViewer& viewer) const {
-    const std::lock_guard guard(viewersLock);
+    const std::lock_guard lock(viewersMutex);
     std::erase(viewers, &viewer);
 }
 
 void WindowContent::tellViewers(const std::shared_ptr<const X11WindowImage>& image) const {
-    const std::lock_guard guard(viewersLock);
+    const std::lock_guard lock(viewersMutex);
     for (auto* viewer : viewers)
         viewer->show(image);
 }

@@ -12,20 +12,20 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The windows being captured. Outlives the capture while images are held.
+/// The windows that are captured now. Outlives the capture while images are held.
 class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
   public:
     Sources(X11Connection& connection, const RenderFormats& formats)
         : connection(connection), formats(formats) {}
 
-    /// None if nobody captures the window.
+    /// nullptr if the window is not captured.
     std::shared_ptr<CaptureSource> find(xcb_window_t window) {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(sourcesMutex);
         return findLocked(window);
     }
 
     std::shared_ptr<CaptureSource> findOrAdd(xcb_window_t window) {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(sourcesMutex);
         if (auto found = findLocked(window))
             return found;
         auto added = std::shared_ptr<CaptureSource>(
@@ -36,7 +36,7 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
     }
 
     std::vector<std::shared_ptr<CaptureSource>> all() {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(sourcesMutex);
         std::vector<std::shared_ptr<CaptureSource>> found;
         for (const auto& [window, source] : byNumber)
             if (auto locked = source.lock())
@@ -50,25 +50,26 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
         return found == byNumber.end() ? nullptr : found->second.lock();
     }
 
-    /// Called on whatever thread lets the last image go. The lock keeps it apart from the making of a new
-    /// source for the same window, whose event selection it would undo.
+    /// Called on the thread that releases the last image. Without the mutex this could undo the event
+    /// selection of a new source for the same window.
     void end(xcb_window_t window, CaptureSource* source) {
         {
-            const std::lock_guard guard(lock);
+            const std::lock_guard lock(sourcesMutex);
             const auto entry = byNumber.find(window);
             const bool selectedAnew = entry != byNumber.end() && !entry->second.expired();
             if (!selectedAnew && entry != byNumber.end())
                 byNumber.erase(entry);
             source->end(selectedAnew);
         }
-        delete source; // NOLINT: this is the deleter of its shared owner.
+        delete source; // NOLINT: this is the deleter of the shared pointer.
         connection.flush();
     }
 
     X11Connection& connection;
     const RenderFormats formats;
-    std::mutex
-        lock; ///< Guards byNumber, and the order of selections of one window. No reply is waited for in it.
+    /// Guards byNumber, and the order of event selections on one window. No reply is waited for while it is
+    /// locked.
+    std::mutex sourcesMutex;
     std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber;
 };
 
@@ -116,7 +117,8 @@ void X11WindowCapture::watchWindows() {
 }
 
 void X11WindowCapture::watchCompositingManager() {
-    // When one starts or stops, the windows' pixmaps are made anew, and nothing tells the windows.
+    // All windows get new pixmaps when a compositing manager starts or stops. No event on the windows says
+    // so.
     subscriptions.push_back(compositingManager.onChange([this] {
         for (const auto& source : sources->all())
             source->noteReplaced();
@@ -124,14 +126,16 @@ void X11WindowCapture::watchCompositingManager() {
 }
 
 bool X11WindowCapture::permitted() const {
-    // A server that does not trust a client hides these extensions from it.
+    // A server hides these extensions from a client that it does not trust.
     const auto& extensions = connection.extensions();
     return extensions.composite && extensions.damage && extensions.xfixes && formats.complete();
 }
 
-std::shared_ptr<const WindowImage> X11WindowCapture::image(WindowNumber window) {
-    if (window == 0 || window == connection.root() || !permitted())
-        return nullptr;
+CaptureResult X11WindowCapture::capture(WindowNumber window) {
+    if (!permitted())
+        return CaptureFailure::notPermitted;
+    if (window == 0 || window == connection.root())
+        return CaptureFailure::gone;
     const auto source = sources->findOrAdd(window);
     return source->image();
 }

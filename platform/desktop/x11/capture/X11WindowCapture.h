@@ -12,8 +12,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CaptureSource;
 
-/// Window pictures by COMPOSITE and DAMAGE. A window is watched, and redirected where it has to be, from the
-/// first image on until the last one of it is let go. Images must be let go before the connection is.
+/// Window images by COMPOSITE and DAMAGE. A window is watched, and redirected while it is obscured, from its
+/// first image on until its last image is released. Images must be released before the connection is.
 class X11WindowCapture final : public WindowCapture {
   public:
     /// Before the connection starts to read events.
@@ -21,7 +21,7 @@ class X11WindowCapture final : public WindowCapture {
     ~X11WindowCapture() override;
 
     [[nodiscard]] bool permitted() const override;
-    std::shared_ptr<const WindowImage> image(WindowNumber window) override;
+    CaptureResult capture(WindowNumber window) override;
     /// Whether an image of this window is held now, as it is while the window is mirrored. False once the
     /// window is destroyed. Makes no request. Any thread.
     [[nodiscard]] bool isCaptured(WindowNumber window) const;

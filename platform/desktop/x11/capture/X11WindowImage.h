@@ -11,14 +11,14 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CaptureSource;
 
-/// A window's picture that stays on the server. Holds its source: as long as one image is held, the window's
-/// changes are watched.
+/// A window's image whose pixels stay on the server. The image holds its source, so the window's changes are
+/// watched as long as one image is held.
 class X11WindowImage final : public WindowImage {
   public:
     X11WindowImage(X11Connection& connection, std::shared_ptr<const CaptureSource> source,
                    std::shared_ptr<const WindowContent> content)
         : connection(connection), source(std::move(source)), theContent(std::move(content)),
-          theAge(theContent->age()) {}
+          theSerial(theContent->serial()) {}
 
     [[nodiscard]] PixelSize size() const override { return theContent->size(); }
     [[nodiscard]] Bitmap readBack() const override;
@@ -26,17 +26,18 @@ class X11WindowImage final : public WindowImage {
     void noteShown() const { shown = true; }
 
     [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
-    /// The content's age when the image was made.
-    [[nodiscard]] std::uint64_t age() const { return theAge; }
-    [[nodiscard]] bool isOlderThan(const X11WindowImage& other) const {
-        return theContent == other.theContent && theAge < other.theAge;
+    /// The content's serial when the image was made.
+    [[nodiscard]] std::uint64_t serial() const { return theSerial; }
+    /// Whether both are of the same content, and this image was made before the other one's changes.
+    [[nodiscard]] bool precedes(const X11WindowImage& other) const {
+        return theContent == other.theContent && theSerial < other.theSerial;
     }
 
   private:
     X11Connection& connection;
     const std::shared_ptr<const CaptureSource> source;
     const std::shared_ptr<const WindowContent> theContent;
-    const std::uint64_t theAge;
+    const std::uint64_t theSerial;
     mutable std::atomic<bool> shown = false;
 };
 

@@ -11,7 +11,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::size_t guardedSteps = 2; ///< Of a window that is read in place.
+constexpr std::size_t guardedSteps = 2; ///< Of a window that is read directly.
 
 /// The pixels of a step's result that read any of pixels `from` to `to` of the step before. One more on each
 /// side than the filter reaches, for the server's rounding.
@@ -51,7 +51,7 @@ PixelRect PictureScaler::setImage(std::shared_ptr<const X11WindowImage> newImage
         return {};
     const bool sameContent = before && image && before->content() == image->content();
     if (sameContent && !sizeChanged)
-        return markStale(image->content()->changedBetween(before->age(), image->age()));
+        return markStale(image->content()->changedBetween(before->serial(), image->serial()));
     rebuild();
     return {0, 0, size.width, size.height};
 }
@@ -59,18 +59,18 @@ PixelRect PictureScaler::setImage(std::shared_ptr<const X11WindowImage> newImage
 void PictureScaler::rebuild() {
     source = {};
     guard.reset();
-    toReadInPlace = XCB_NONE;
+    nextSource = nullptr;
     steps.clear();
-    if (!image || image->content()->pixmapId() == 0) {
+    const auto* stored = image ? image->content()->stored() : nullptr;
+    if (!stored) {
         levels.clear();
         return;
     }
-    const auto& content = *image->content();
-    steps = planScaling(content.size(), size);
-    toReadInPlace = content.windowInPlace();
-    // While the window cannot be read, the result is still drawn, as what lay over it may be another: from
-    // the second level, behind both looks at the window.
-    while (toReadInPlace && steps.size() < guardedSteps + 1)
+    steps = planScaling(image->size(), size);
+    nextSource = image->content()->direct();
+    // An obscured window draws nothing through the two guarded steps, but the overlay may have changed and
+    // the result must be put together again. The third step is not guarded: it uses the last good pixels.
+    while (nextSource && steps.size() < guardedSteps + 1)
         steps.push_back({{size.width, 1}, {size.height, 1}});
     levels.resize(steps.size() - 1);
     for (std::size_t i = 0; i < levels.size(); ++i) {
@@ -81,23 +81,23 @@ void PictureScaler::rebuild() {
         }
         setTransform(levels[i].surface.picture.id(), steps[i + 1], 0, 0);
     }
-    readFrom(content.pixmapId());
+    readFrom(stored->pixmap.id(), *stored);
 }
 
-void PictureScaler::readFrom(xcb_drawable_t drawable) {
-    const auto& content = *image->content();
-    source = makePicture(connection, drawable, content.opaqueFormat());
-    setTransform(source.id(), steps.front(), content.pictureRect().x, content.pictureRect().y);
+void PictureScaler::readFrom(xcb_drawable_t drawable, const StoredPixels& stored) {
+    source = makePicture(connection, drawable, stored.opaqueFormat);
+    setTransform(source.id(), steps.front(), stored.visible.x, stored.visible.y);
     for (auto& level : levels)
         level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
 }
 
-/// After the copy was drawn once, which is what stays to be seen if the window cannot be read right now.
-void PictureScaler::readInPlace(xcb_window_t window) {
-    readFrom(window);
+/// The copy was drawn once before, and stays visible if the window is obscured right now. The copy has the
+/// format and the geometry of the window.
+void PictureScaler::readDirectly(const DirectPixels& direct) {
+    readFrom(direct.window(), direct.copy());
     const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
     xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);
-    guard.emplace(connection, window, image->content()->pictureRect());
+    guard.emplace(connection, direct.window(), direct.copy().visible);
 }
 
 void PictureScaler::setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top) {
@@ -123,8 +123,8 @@ void PictureScaler::refreshLevels() {
     }
 }
 
-/// A window in place is looked at before it is read, and once more before what was read goes on from there:
-/// something may have come to cover it just in between.
+/// A directly read window is checked before it is read, and again before its pixels go on to the next level,
+/// because another window may have obscured it in between.
 void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
                              const PixelRect& part) {
     const bool isGuarded = guard && step < guardedSteps;
@@ -150,8 +150,8 @@ void PictureScaler::draw(xcb_render_picture_t destination, int left, int top, Pi
     }
     refreshLevels();
     drawStep(levels.size(), destination, left, top, part);
-    if (const auto window = std::exchange(toReadInPlace, XCB_NONE)) {
-        readInPlace(window);
+    if (const auto* direct = std::exchange(nextSource, nullptr)) {
+        readDirectly(*direct);
         draw(destination, left, top, part);
     }
 }

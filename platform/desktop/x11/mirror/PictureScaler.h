@@ -34,8 +34,8 @@ class PictureScaler {
     };
 
     void rebuild();
-    void readFrom(xcb_drawable_t drawable);
-    void readInPlace(xcb_window_t window);
+    void readDirectly(const DirectPixels& direct);
+    void readFrom(xcb_drawable_t drawable, const StoredPixels& stored);
     void drawStep(std::size_t step, xcb_render_picture_t to, int left, int top, const PixelRect& part);
     void setTransform(xcb_render_picture_t picture, const ScaleStep& step, int left, int top);
     void fillBlack(xcb_render_picture_t to, const PixelRect& part);
@@ -47,9 +47,10 @@ class PictureScaler {
     std::shared_ptr<const X11WindowImage> image;
     PixelSize size;
     std::vector<ScaleStep> steps;
-    ServerPicture source;                  ///< On the window's pixmap, or on the window itself.
-    std::optional<UnobscuredGuard> guard;  ///< While the source is the window itself.
-    xcb_window_t toReadInPlace = XCB_NONE; ///< Which is to become the source once its copy was drawn.
+    ServerPicture source;                 ///< On the window's pixmap, or on the window itself.
+    std::optional<UnobscuredGuard> guard; ///< While the source is the window itself.
+    /// Becomes the source once its copy has been drawn. Lives as long as the image.
+    const DirectPixels* nextSource = nullptr;
     std::vector<Level> levels;
 };
 

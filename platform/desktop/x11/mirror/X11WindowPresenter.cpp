@@ -101,7 +101,7 @@ void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image
 void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {
     const bool moved = std::exchange(pictureRect, rect) != rect;
     // A newer one may have been shown while this one was on its way.
-    const bool isKnown = image == picture || (image && picture && image->isOlderThan(*picture));
+    const bool isKnown = image == picture || (image && picture && image->precedes(*picture));
     if (isKnown && !moved)
         return;
     const bool cameOrWent = !image != !picture;
