@@ -28,5 +28,18 @@ TEST(WindowContent, GivesAllOfItWhenTheLastImageIsTooOld) {
     EXPECT_EQ(content.changedBetween(999, 1000), (PixelRect{1, 1, 1, 1}));
 }
 
+TEST(WindowContent, GivesChangesInThePartThatIsShownOfAWindowWithBorderAndShadow) {
+    constexpr int border = 7;
+    WindowContent content(RedirectedPixels{{{}, 0, {border + 10, border + 30, 60, 40}}, border});
+    content.noteDamage({10, 30, 5, 5});
+    content.noteDamage({0, 0, 1000, 31});
+    content.noteDamage({0, 0, 9, 9});
+    EXPECT_EQ(content.changedBetween(0, 1), (PixelRect{0, 0, 5, 5}));
+    EXPECT_EQ(content.changedBetween(1, 2), (PixelRect{0, 0, 60, 1}));
+    EXPECT_EQ(content.changedBetween(2, 3), PixelRect{});
+    content.noteDamageEverywhere();
+    EXPECT_EQ(content.changedBetween(3, 4), (PixelRect{0, 0, 60, 40}));
+}
+
 } // namespace
 } // namespace mirrolet::platform::desktop::x11
