@@ -3,7 +3,6 @@
 #include "platform/appkit/SingleInstance.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/x11/X11Desktop.h"
-#include "platform/dispatch/ThreadExecutor.h"
 #include "platform/foundation/NSLog.h"
 
 #include <cstdlib>
@@ -15,7 +14,7 @@ using namespace mirrolet::platform;
 
 namespace {
 
-/// False, after one line that says why, if there is no X server to work on.
+/// False, after one line in the log that says why, if there is no X server.
 bool chooseDesktop() {
     std::string problem;
     auto x11 = desktop::x11::makeX11Desktop(problem, [] { NSApplication::serverLost(); });
@@ -33,7 +32,7 @@ bool chooseDesktop() {
     return true;
 }
 
-/// The exit status if this start ends here, as the program runs already.
+/// The exit status of this process if the program already runs. None if this process is the first.
 std::optional<int> handOver(SingleInstance& instance) {
     const char* display = std::getenv("DISPLAY");
     switch (instance.claim(display ? display : "")) {
@@ -58,11 +57,10 @@ int main(int /*argc*/, char** argv) {
         return *status;
     int status = EXIT_FAILURE;
     {
-        int arguments = 1; // Its name: the program takes no options, the toolkit's own neither.
+        int arguments = 1; // Only the name, because the program takes no options, not even those of Qt.
         NSApplication application(arguments, argv);
         instance.setOnActivate([&application] { application.reopen(); });
         status = runApplication<MirroletApp>();
-        dispatch::ThreadExecutor::awaitTasks(); // A last look at the windows may go on.
     }
     desktop::Desktop::setCurrent(nullptr);
     return status;

@@ -5,6 +5,7 @@
 #include "platform/coregraphics/DisplayScale.h"
 #include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/Executor.h"
+#include "platform/dispatch/ThreadExecutor.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/SessionBus.h"
 #include "platform/foundation/UserDefaults.h"
@@ -14,6 +15,7 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <chrono>
 #include <cstdlib>
 #include <mutex>
 #include <utility>
@@ -21,6 +23,9 @@
 namespace mirrolet::platform {
 
 namespace {
+
+// A healthy task needs some milliseconds. One that reads from a dead network mount may never end.
+constexpr std::chrono::seconds longestWaitForTasks{2};
 
 NSApplication* theApplication = nullptr;
 
@@ -113,7 +118,6 @@ void NSApplication::terminate() {
         return;
     if (const auto delegate = state->delegate.lock())
         delegate->applicationWillTerminate();
-    UserDefaults::standard().flush();
     // Behind what the delegate has posted: a mirror that is stopped closes its panel on the next turn.
     DispatchQueue::main().async([] { QCoreApplication::quit(); });
 }
@@ -127,7 +131,13 @@ int NSApplication::run() {
     const SignalWatcher signals([this] { terminate(); });
     if (const auto delegate = state->delegate.lock())
         delegate->applicationDidFinishLaunching();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    UserDefaults::standard().flush();
+    // Every change is written by now, so the tasks that still run only read. Tearing down the queues and the
+    // desktop under such a task is impossible.
+    if (!dispatch::ThreadExecutor::awaitTasks(longestWaitForTasks))
+        std::_Exit(status);
+    return status;
 }
 
 void NSApplication::serverLost() {

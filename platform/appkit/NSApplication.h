@@ -35,14 +35,16 @@ class NSApplication {
     void setActivationPolicy(ActivationPolicy policy);
     /// Brings the program's ordinary windows to the front of the other programs'.
     void activateIgnoringOtherApps();
-    /// Tells the delegate, writes the user defaults, and makes run() return.
+    /// Tells the delegate, and makes run() return.
     void terminate();
 
     /// The program was started once more: tells the delegate.
     void reopen();
 
     /// Runs the event loop; the delegate has finished launching before the first event. SIGTERM, SIGINT and
-    /// SIGHUP end it as terminate() does. Returns the exit status.
+    /// SIGHUP end it as terminate() does. Then writes the user defaults, however long that takes, and waits
+    /// a bounded time for the tasks of all queues. Returns the exit status; if a task still runs, the process
+    /// ends at once with that status.
     int run();
 
     /// The window server is gone: says so in one line, writes the user defaults and ends the process with a

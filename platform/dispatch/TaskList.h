@@ -26,19 +26,14 @@ class TaskList {
                                  [number](const Timed& one) { return one.number == number; }));
     }
 
-    /// The next task to run: a timed one that is due, else the one posted first. Due ones go first, but each
-    /// only once for a deadline, so that posted tasks are not starved. nullptr if there is none yet.
-    Task takeNext(Executor::TimePoint now) {
-        if (auto due = takeDue(now))
-            return due;
-        return takePosted();
-    }
-
+    /// The timed task that is due first, nullptr if none is due. A due task runs before the posted ones, but
+    /// only once for a deadline, so that posted tasks are not starved.
     Task takeDue(Executor::TimePoint now) {
         const auto next = first();
         return next != timed.end() && next->deadline <= now ? take(next) : nullptr;
     }
 
+    /// The task that was posted first, nullptr if there is none.
     Task takePosted() {
         if (posted.empty())
             return nullptr;

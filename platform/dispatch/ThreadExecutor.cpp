@@ -3,6 +3,8 @@
 #include "platform/dispatch/TaskList.h"
 
 #include <atomic>
+#include <condition_variable>
+#include <cstddef>
 #include <ctime>
 #include <mutex>
 #include <optional>
@@ -16,7 +18,32 @@ namespace {
 
 constexpr std::size_t longestThreadName = 15;
 
-std::atomic<int> threadsAtWork = 0;
+/// Counts the tasks of all threads that were posted, or taken at their deadline, and have not ended yet.
+class OpenTasks {
+  public:
+    void add() { ++count; }
+    void remove(std::size_t ended) {
+        if ((count -= ended) > 0)
+            return;
+        const std::lock_guard lock(waitMutex);
+        noneLeft.notify_all();
+    }
+    bool awaitNone(Executor::Clock::duration atMost) {
+        std::unique_lock lock(waitMutex);
+        return noneLeft.wait_for(lock, atMost, [this] { return count == 0; });
+    }
+
+  private:
+    std::atomic<std::size_t> count = 0;
+    std::mutex waitMutex; ///< Held while the waiting thread looks at the count and goes to sleep.
+    std::condition_variable noneLeft;
+};
+
+/// Never destroyed, because a detached thread may end later than the program's static objects.
+OpenTasks& openTasks() {
+    static auto& tasks = *new OpenTasks;
+    return tasks;
+}
 
 std::string threadName(const std::string& label) {
     return label.size() <= longestThreadName ? label : label.substr(label.size() - longestThreadName);
@@ -41,7 +68,7 @@ struct ThreadExecutor::State {
                 waiting = false;
                 if (stopped)
                     return nullptr;
-                if (auto task = tasks.takeNext(Clock::now()))
+                if (auto task = takeNext())
                     return task;
                 deadline = tasks.firstDeadline();
                 waiting = true;
@@ -61,6 +88,16 @@ struct ThreadExecutor::State {
     bool stopped = false;
 
   private:
+    /// A timed task counts as open from now on, so that whoever cancels it either stops it or can wait for
+    /// it.
+    Task takeNext() {
+        auto due = tasks.takeDue(Clock::now());
+        if (!due)
+            return tasks.takePosted();
+        openTasks().add();
+        return due;
+    }
+
     /// Ends early at any signal to the process.
     void wait(const std::optional<Executor::TimePoint>& deadline) {
         if (!deadline) {
@@ -91,16 +128,13 @@ ThreadExecutor::~ThreadExecutor() {
 
 void ThreadExecutor::run(const std::shared_ptr<State>& state) {
     while (auto task = state->next()) {
-        ++threadsAtWork;
         std::exchange(task, nullptr)(); // And lets it go, with what it keeps.
-        if (--threadsAtWork == 0)
-            threadsAtWork.notify_all();
+        openTasks().remove(1);
     }
 }
 
-void ThreadExecutor::awaitTasks() {
-    while (const int count = threadsAtWork)
-        threadsAtWork.wait(count);
+bool ThreadExecutor::awaitTasks(Clock::duration atMost) {
+    return openTasks().awaitNone(atMost);
 }
 
 void ThreadExecutor::post(Task task) {
@@ -108,6 +142,7 @@ void ThreadExecutor::post(Task task) {
     const std::lock_guard lock(kept->mutex);
     if (kept->stopped)
         return;
+    openTasks().add();
     kept->tasks.push(std::move(task));
     kept->wake();
 }
@@ -138,6 +173,7 @@ void ThreadExecutor::shutDown() {
         std::swap(dropped, state->tasks);
         state->wake();
     }
+    openTasks().remove(dropped.postedCount());
     // A task of this very queue may hold the queue's last owner: the thread then ends by itself after that
     // task.
     if (thread.get_id() == std::this_thread::get_id())

@@ -20,9 +20,11 @@ class ThreadExecutor final : public Executor {
     void cancel(TimerNumber number) override;
     void shutDown() override;
 
-    /// Returns when no thread runs a task. At the end of the program, once nobody posts any more: a task may
-    /// be what keeps its queue, which then ends behind everybody's back. Not within a task.
-    static void awaitTasks();
+    /// Waits until every task that was posted to any thread has ended; false if some still run after
+    /// `atMost`. Timed tasks count once their deadline has come. Meant for the end of the program, because a
+    /// task can be the last owner of its queue, and then nobody else waits for that task. Not to be called by
+    /// a task.
+    static bool awaitTasks(Clock::duration atMost);
 
   private:
     struct State;

@@ -104,8 +104,34 @@ TEST(SerialQueue, CanBeLetGoByItsOwnTaskWhichCanBeAwaited) {
         std::this_thread::sleep_for(50ms);
     });
     ASSERT_EQ(begun.get_future().wait_for(deadline), std::future_status::ready);
-    dispatch::ThreadExecutor::awaitTasks();
+    EXPECT_TRUE(dispatch::ThreadExecutor::awaitTasks(deadline));
     EXPECT_TRUE(seen.expired()) << "what the task kept is let go before it counts as ended";
+}
+
+TEST(SerialQueue, IsAwaitedForABoundedTimeAlsoIfItsTaskHasNotBegun) {
+    DispatchQueue queue("test");
+    std::promise<void> answer;
+    queue.async([&answer] { answer.get_future().wait(); });
+    EXPECT_FALSE(dispatch::ThreadExecutor::awaitTasks(1ms));
+    bool second = false;
+    queue.async([&second] {
+        std::this_thread::sleep_for(20ms);
+        second = true;
+    });
+    answer.set_value();
+    EXPECT_TRUE(dispatch::ThreadExecutor::awaitTasks(deadline));
+    EXPECT_TRUE(second);
+    { // Tasks that were dropped are not waited for.
+        DispatchQueue dropping("test");
+        std::promise<void> begun;
+        dropping.async([&begun] {
+            begun.set_value();
+            std::this_thread::sleep_for(20ms);
+        });
+        dropping.async([] {});
+        begun.get_future().wait();
+    }
+    EXPECT_TRUE(dispatch::ThreadExecutor::awaitTasks(deadline));
 }
 
 TEST(SerialQueue, RunsTimedTasksByDeadlineAndNoneThatWasCancelled) {

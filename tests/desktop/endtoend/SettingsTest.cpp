@@ -1,4 +1,5 @@
 #include "tests/desktop/endtoend/SettingsSteps.h"
+#include "tests/desktop/harness/FrozenThread.h"
 #include "tests/desktop/harness/StatusHost.h"
 
 #include <algorithm>
@@ -300,6 +301,25 @@ TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
           std::string(R"("promptTimeout": 30)"), others})
         awaitSaved(saved);
     EXPECT_EQ(program->log(), said);
+}
+
+TEST_F(TheSettings, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAnswer) {
+    for (int number = 0; number < 2000; ++number) // So many that reading them takes a while.
+        home->write("data/applications/many" + std::to_string(number) + ".desktop", "[Desktop Entry]\n");
+    openSettings();
+    std::unique_ptr<FrozenThread> scan;
+    require("the applications are being read", [&] {
+        click("page tab", "General"); // Each time that the other page is shown they are read anew.
+        click("page tab", "PiP");
+        return waitUntil(
+            [&] { return (scan = FrozenThread::find(program->pid(), "stalledAppsScan")) != nullptr; },
+            std::chrono::seconds(1));
+    });
+    click("check box", "Keep PiP on top of other windows");
+    program->child().signal(SIGTERM);
+    require("the program ends", [&] { return scan->hasEnded(); });
+    EXPECT_EQ(program->child().waitForExit(), 0);
+    awaitSaved(R"("pipAlwaysOnTop": false)");
 }
 
 TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
