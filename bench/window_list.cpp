@@ -132,7 +132,8 @@ struct Backend {
         if (!connection)
             throw std::runtime_error(problem);
         applications = std::make_unique<X11Applications>(*connection, loan);
-        list = std::make_unique<X11WindowList>(*connection, *applications);
+        list =
+            std::make_unique<X11WindowList>(*connection, *applications, [](xcb_window_t) { return false; });
     }
     std::unique_ptr<X11Connection> connection;
     PreviousFocus loan;

@@ -29,7 +29,8 @@ class WindowListTest : public testing::Test {
                       "[Desktop Entry]\nType=Application\nName=Chats\nExec=chats\nStartupWMClass=WhatsApp\n");
         applications = std::make_unique<X11Applications>(
             *connection, loan, DesktopEntryIndex({(sandbox.dataHome() / "applications").string()}));
-        list = std::make_unique<X11WindowList>(*connection, *applications);
+        list = std::make_unique<X11WindowList>(*connection, *applications,
+                                               [this](xcb_window_t window) { return isMirrored(window); });
     }
 
     std::vector<WindowRow> rows() { return list->onScreenWindows().value(); }
@@ -86,6 +87,7 @@ class WindowListTest : public testing::Test {
     PreviousFocus loan;
     std::unique_ptr<X11Applications> applications;
     std::unique_ptr<X11WindowList> list;
+    X11WindowList::IsMirrored isMirrored = [](xcb_window_t) { return false; };
 };
 
 TEST_F(WindowListTest, GivesManagedWindowsFrontToBackWithTheirOwners) {
@@ -172,6 +174,61 @@ TEST_F(WindowListTest, BearsEveryKindOfNonsense) {
     EXPECT_EQ(rowOf(one).bounds, (PixelRect{10, 10, 180, 80}));
     write(client.root(), "_NET_CLIENT_LIST_STACKING", "CARDINAL", {one});
     EXPECT_EQ(windows().size(), 2) << "no list, so the server's stack";
+}
+
+/// What real window managers were seen to do with windows that they do not show.
+TEST_F(WindowListTest, CountsWhatIsMirroredOnAnotherWorkspaceOrMinimizedButLive) {
+    const auto check = makeWindow(false);
+    const std::vector<std::uint32_t> normal{1, 0}, iconic{3, 0}, hidden{client.atom("_NET_WM_STATE_HIDDEN")};
+    struct Row {
+        const char* what;
+        bool mapped;
+        std::uint32_t workspace;
+        std::vector<std::uint32_t> wmState, states;
+        bool listed, listedUnderKWin, listedIfMirrored;
+    };
+    const Row kinds[] = {
+        {"unmapped on another workspace", false, 1, normal, {}, false, false, true},
+        {"minimized, then left", false, 1, iconic, hidden, false, false, true},
+        {"mapped on another workspace (mutter)", true, 1, iconic, {}, false, false, true},
+        {"another monitor's workspace, or KWin's previews", true, 1, normal, {}, true, false, true},
+        {"mapped while it is minimized (mutter)", true, 0, iconic, hidden, false, false, true},
+        {"minimized", false, 0, iconic, hidden, false, false, false},
+        {"unmapped on all workspaces", false, 0xFFFFFFFF, normal, {}, false, false, false},
+        {"on all workspaces", true, 0xFFFFFFFF, normal, {}, true, true, true},
+    };
+    write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {0});
+    write(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+    for (const auto& row : kinds) {
+        SCOPED_TRACE(row.what);
+        const auto window = makeWindow(row.mapped);
+        write(window, "_NET_WM_DESKTOP", "CARDINAL", {row.workspace});
+        write(window, "WM_STATE", "WM_STATE", row.wmState);
+        write(window, "_NET_WM_STATE", "ATOM", row.states);
+        pretendManager(check, {window});
+        isMirrored = [](xcb_window_t) { return false; };
+        write(check, "_NET_WM_NAME", "UTF8_STRING", 8, "GNOME Shell");
+        EXPECT_EQ(windows().size(), row.listed);
+        write(check, "_NET_WM_NAME", "UTF8_STRING", 8, "KWin");
+        EXPECT_EQ(windows().size(), row.listedUnderKWin);
+        isMirrored = [window](xcb_window_t asked) { return asked == window; };
+        EXPECT_EQ(windows().size(), row.listedIfMirrored);
+    }
+}
+
+TEST_F(WindowListTest, LooksAgainForAMirroredWindowInTheMiddleOfAChangeOfWorkspace) {
+    const auto check = makeWindow(false), call = makeWindow(false);
+    write(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+    pretendManager(check, {call});
+    write(call, "_NET_WM_DESKTOP", "CARDINAL", {0});
+    write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {0});
+    int looks = 0;
+    isMirrored = [&](xcb_window_t) {
+        if (++looks == 2) // The call was unmapped first.
+            write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {1});
+        return true;
+    };
+    EXPECT_EQ(windows(), std::vector<WindowNumber>{call});
 }
 
 TEST_F(WindowListTest, ReadsOnAmongThousandsOfWindowsThatDie) {

@@ -20,7 +20,7 @@ Atoms atomsOfNoServer() {
     xcb_atom_t next = 1000;
     for (auto* atom :
          {&atoms.UTF8_STRING, &atoms.COMPOUND_TEXT, &atoms._NET_WM_STATE_HIDDEN, &atoms._NET_WM_STATE_ABOVE,
-          &atoms._NET_WM_WINDOW_TYPE_DOCK, &atoms._NET_WM_WINDOW_TYPE_DESKTOP,
+          &atoms._NET_WM_STATE_BELOW, &atoms._NET_WM_WINDOW_TYPE_DOCK, &atoms._NET_WM_WINDOW_TYPE_DESKTOP,
           &atoms._NET_WM_WINDOW_TYPE_NORMAL, &atoms._NET_WM_WINDOW_TYPE_NOTIFICATION})
         *atom = next++;
     return atoms;
@@ -93,10 +93,10 @@ TEST(WindowDescription, SortsWindowsIntoLayersAndLeavesOutWhatIsNoWindow) {
         {{}, {}, 0},
         {{}, {9999, atoms._NET_WM_WINDOW_TYPE_NORMAL, atoms._NET_WM_WINDOW_TYPE_DOCK}, 0},
         {{atoms._NET_WM_STATE_ABOVE}, {atoms._NET_WM_WINDOW_TYPE_NORMAL}, 1},
+        {{atoms._NET_WM_STATE_BELOW}, {}, -1},
         {{}, {atoms._NET_WM_WINDOW_TYPE_NOTIFICATION}, 1},
         {{}, {atoms._NET_WM_WINDOW_TYPE_DOCK}, std::nullopt},
         {{}, {atoms._NET_WM_WINDOW_TYPE_DESKTOP}, std::nullopt},
-        {{7, atoms._NET_WM_STATE_HIDDEN}, {}, std::nullopt},
     };
     for (std::size_t i = 0; i < cases.size(); ++i) {
         const auto window = describe(

@@ -23,7 +23,9 @@ class X11Desktop final : public Desktop {
   public:
     explicit X11Desktop(std::unique_ptr<X11Connection> opened)
         : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
-          theApplications(*connection, loan), theWindowList(*connection, theApplications),
+          theApplications(*connection, loan),
+          theWindowList(*connection, theApplications,
+                        [this](xcb_window_t window) { return theCapture.isCaptured(window); }),
           theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection),
           theWorkArea(*connection) {}
 

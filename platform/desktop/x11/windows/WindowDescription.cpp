@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <string_view>
 
@@ -14,6 +15,8 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 enum class Role { ordinary, above, notAWindow };
+
+constexpr std::uint32_t iconicState = 3; // ICCCM, first item of WM_STATE.
 
 std::optional<Role> roleOfType(xcb_atom_t type, const Atoms& atoms) {
     const std::array ordinary = {atoms._NET_WM_WINDOW_TYPE_NORMAL, atoms._NET_WM_WINDOW_TYPE_DIALOG,
@@ -34,7 +37,7 @@ std::optional<Role> roleOfType(xcb_atom_t type, const Atoms& atoms) {
     return holds(ordinary) ? std::optional(Role::ordinary) : std::nullopt;
 }
 
-/// A client names the types in the order of its preference; the first that is known counts.
+/// A client names the types in the order of its preference. The first one that is known counts.
 Role roleOf(const Property& types, const Atoms& atoms) {
     for (const auto type : types.items(XCB_ATOM_ATOM)) {
         if (const auto role = roleOfType(type, atoms))
@@ -85,11 +88,17 @@ std::optional<WindowDescription> describe(const PixelRect& bounds, const WindowP
         return state != XCB_ATOM_NONE && std::find(states.begin(), states.end(), state) != states.end();
     };
     const auto role = roleOf(properties.types, atoms);
-    if (role == Role::notAWindow || hasState(atoms._NET_WM_STATE_HIDDEN))
+    if (role == Role::notAWindow)
         return std::nullopt;
     const bool above = role == Role::above || hasState(atoms._NET_WM_STATE_ABOVE);
-    return WindowDescription{withoutShadow(bounds, properties.frameExtents), above ? 1 : 0,
-                             titleOf(properties, atoms)};
+    const bool below = hasState(atoms._NET_WM_STATE_BELOW);
+    const auto wmState = properties.wmState.items(atoms.WM_STATE);
+    WindowPlacement placement;
+    placement.minimized = hasState(atoms._NET_WM_STATE_HIDDEN);
+    placement.iconic = !wmState.empty() && wmState[0] == iconicState;
+    placement.workspace = firstCardinal(properties.workspace);
+    return WindowDescription{withoutShadow(bounds, properties.frameExtents), above ? 1 : (below ? -1 : 0),
+                             titleOf(properties, atoms), placement};
 }
 
 WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationId, const Atoms& atoms) {
@@ -102,6 +111,11 @@ WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationI
     if (instance.size() < wmClass.bytes.size())
         result.name = className(untilNul(wmClass.bytes.substr(instance.size() + 1)));
     return result;
+}
+
+std::optional<std::uint32_t> firstCardinal(const Property& property) {
+    const auto items = property.items(XCB_ATOM_CARDINAL);
+    return items.empty() ? std::nullopt : std::optional(items[0]);
 }
 
 std::int32_t claimedPid(const Property& pid) {

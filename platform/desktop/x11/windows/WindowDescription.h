@@ -4,6 +4,7 @@
 #include "platform/desktop/applications/WindowOwner.h"
 #include "platform/desktop/x11/server/Atoms.h"
 #include "platform/desktop/x11/server/Property.h"
+#include "platform/desktop/x11/windows/WindowPlacement.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,30 +12,35 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The properties of a window, unchecked.
+/// The properties of a window as the server gave them. Absent properties are left empty.
 struct WindowProperties {
     Property netName;
     Property name;
     Property state;
     Property types;
     Property frameExtents;
+    Property wmState = {};
+    Property workspace = {};
 };
 
 /// What the list tells of a window itself, whoever owns it.
 struct WindowDescription {
     PixelRect bounds; ///< Root coordinates; an invisible shadow left out.
-    int layer = 0;
+    int layer = 0;    ///< As in WindowRow.
     std::optional<std::string> title;
+    WindowPlacement placement; ///< What the properties say: whether the window is viewable they do not.
 };
 
-/// The window with these inner bounds in root coordinates. None for what is no window to a user: a dock, a
-/// desktop, a hidden one. Pure.
+/// Describes a window that has these inner bounds in root coordinates. None for a dock or a desktop, which
+/// are no windows to a user. Pure.
 std::optional<WindowDescription> describe(const PixelRect& bounds, const WindowProperties& properties,
                                           const Atoms& atoms);
 WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationId, const Atoms& atoms);
-/// What the client says its process is; 0 for nothing credible.
+/// The first item of a property of type CARDINAL. None for any other property.
+std::optional<std::uint32_t> firstCardinal(const Property& property);
+/// The process that the client says it is. 0 if that is not credible.
 std::int32_t claimedPid(const Property& pid);
-/// A text of type STRING or UTF8_STRING; empty otherwise.
+/// The text of a property of type STRING or UTF8_STRING. Empty for any other property.
 std::string plainText(const Property& text, const Atoms& atoms);
 
 } // namespace mirrolet::platform::desktop::x11

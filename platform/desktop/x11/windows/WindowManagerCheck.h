@@ -15,6 +15,8 @@ class WindowManagerCheck {
     /// Waits for the root's answer, then asks the window that it names. False if it names none: no window
     /// manager.
     bool askManager();
+    /// The window that the root names; only after askManager() gave true.
+    [[nodiscard]] xcb_window_t window() const { return manager; }
     /// Waits for the manager's answer; only after askManager() gave true.
     bool managerLives();
 

@@ -1,14 +1,16 @@
 #include "platform/desktop/x11/windows/X11WindowList.h"
 
 #include "platform/desktop/x11/server/Property.h"
-#include "platform/desktop/x11/windows/OwnerRequest.h"
-#include "platform/desktop/x11/windows/WindowDescription.h"
 #include "platform/desktop/x11/windows/WindowManagerCheck.h"
+#include "platform/desktop/x11/windows/WindowPlacement.h"
+#include "platform/desktop/x11/windows/WindowRequest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <thread>
 #include <unordered_set>
 #include <utility>
 
@@ -16,115 +18,75 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// A title can be megabytes long; nobody reads more of it than this.
-constexpr std::uint32_t mostBytesOfTitle = 4096;
-constexpr std::uint32_t mostBytesOfList = 512;
-// A number of windows beyond any desktop in use. Those behind the foremost ones are left out, so that a
-// client that makes windows without end does not make each poll dearer without end.
+// No desktop in use has more windows. The rearmost ones are left out, so that a client that creates windows
+// without end does not make each poll slower without end.
 constexpr std::uint32_t mostBytesOfStack = 1 << 20;
 constexpr std::size_t mostListed = 16384;
-// Asked about in one round trip: their titles may be as long as is read, and all wait in memory meanwhile.
+// How many windows are asked about in one round trip. All replies of a round trip, with the titles, are in
+// memory at once.
 constexpr std::size_t mostAtOnce = 512;
+constexpr std::uint32_t mostBytesOfName = 256;
+
+// A window manager changes the workspace in several steps. Between two of them a window can be unmapped while
+// its workspace is the current one. The steps were measured to take up to 2 ms.
+constexpr std::chrono::milliseconds timeToChangeWorkspace{50};
 
 enum class Source { manager, root };
 
-/// Without a window manager the root's children that bypass it are menus, tooltips and the like.
-bool counts(const xcb_get_window_attributes_reply_t& attributes, Source source) {
-    return attributes.map_state == XCB_MAP_STATE_VIEWABLE &&
-           attributes._class != XCB_WINDOW_CLASS_INPUT_ONLY &&
+/// The root's children that bypass a window manager are menus, tooltips and the like.
+bool isListable(const xcb_get_window_attributes_reply_t& attributes, Source source) {
+    return attributes._class != XCB_WINDOW_CLASS_INPUT_ONLY &&
            (source == Source::manager || attributes.override_redirect == 0);
 }
 
-/// What was asked of one window.
-class WindowRequest {
-  public:
-    /// With a filter, the window's attributes are asked for too and decide whether it counts.
-    WindowRequest(X11Connection& connection, xcb_window_t window, bool askForPid,
-                  std::optional<Source> filter)
-        : connection(connection), filter(filter),
-          attributes(filter ? xcb_get_window_attributes(connection.xcb(), window)
-                            : xcb_get_window_attributes_cookie_t{}),
-          geometry(xcb_get_geometry(connection.xcb(), window)),
-          position(xcb_translate_coordinates(connection.xcb(), window, connection.root(), 0, 0)),
-          netName(ask(window, connection.atoms()._NET_WM_NAME, mostBytesOfTitle)),
-          name(ask(window, XCB_ATOM_WM_NAME, mostBytesOfTitle)),
-          state(ask(window, connection.atoms()._NET_WM_STATE, mostBytesOfList)),
-          types(ask(window, connection.atoms()._NET_WM_WINDOW_TYPE, mostBytesOfList)),
-          frameExtents(ask(window, connection.atoms()._GTK_FRAME_EXTENTS, mostBytesOfList)),
-          owner(connection, window, askForPid) {}
+/// The windows of a stack without the ones that it names twice.
+std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
+    std::unordered_set<xcb_window_t> seen = {XCB_WINDOW_NONE};
+    std::vector<xcb_window_t> windows;
+    for (auto window = stack.rbegin(); window != stack.rend() && windows.size() < mostListed; ++window) {
+        if (seen.insert(*window).second)
+            windows.push_back(*window);
+    }
+    return windows;
+}
 
-    struct Answer {
-        WindowDescription description;
-        WindowOwner owner;
+/// The windows of the manager's lists, front to back. The stack can lack a window that is on screen: xfwm4
+/// adds a new window only when it is next raised, and i3 leaves out a window that opens in full screen on an
+/// empty workspace. The plain list or the active window then names the window, and as the newest one it is
+/// put in front. An empty list is a desktop without windows; only an absent one is no list.
+std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
+                                                const Property& active) {
+    const auto isList = [](const Property& list) {
+        return list.type == XCB_ATOM_WINDOW && list.format == 32;
     };
-
-    /// Waits for the replies, for every one of them, even where the first says that the window is gone.
-    std::optional<Answer> take(const ClientProcesses& clients) {
-        const bool wanted = takeFilter();
-        const auto size = connection.reply<xcb_get_geometry_reply>(geometry, windowGone);
-        const auto origin = connection.reply<xcb_translate_coordinates_reply>(position, windowGone);
-        auto description = takeDescription(size.get(), origin.get());
-        auto whose = owner.take(clients);
-        if (!wanted || !description)
-            return std::nullopt;
-        return Answer{std::move(*description), std::move(whose)};
+    if (!isList(stack) && !isList(unordered))
+        return std::nullopt;
+    auto windows = stack.items(XCB_ATOM_WINDOW);
+    std::unordered_set<xcb_window_t> known(windows.begin(), windows.end());
+    for (const auto* more : {&unordered, &active}) {
+        for (const auto window : more->items(XCB_ATOM_WINDOW)) {
+            if (known.insert(window).second)
+                windows.push_back(window);
+        }
     }
-
-  private:
-    xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property, std::uint32_t mostBytes) {
-        return requestProperty(connection, window, property, mostBytes);
-    }
-
-    bool takeFilter() {
-        if (!filter)
-            return true;
-        const auto reply = connection.reply<xcb_get_window_attributes_reply>(attributes, windowGone);
-        return reply && counts(*reply, *filter);
-    }
-
-    std::optional<WindowDescription> takeDescription(const xcb_get_geometry_reply_t* size,
-                                                     const xcb_translate_coordinates_reply_t* origin) {
-        const auto netNameReply = takeProperty(connection, netName);
-        const auto nameReply = takeProperty(connection, name);
-        const auto stateReply = takeProperty(connection, state);
-        const auto typesReply = takeProperty(connection, types);
-        const auto extentsReply = takeProperty(connection, frameExtents);
-        if (!size || !origin)
-            return std::nullopt;
-        const PixelRect bounds{origin->dst_x, origin->dst_y, size->width, size->height};
-        return describe(bounds, {netNameReply, nameReply, stateReply, typesReply, extentsReply},
-                        connection.atoms());
-    }
-
-    X11Connection& connection;
-    std::optional<Source> filter;
-    xcb_get_window_attributes_cookie_t attributes;
-    xcb_get_geometry_cookie_t geometry;
-    xcb_translate_coordinates_cookie_t position;
-    xcb_get_property_cookie_t netName, name, state, types, frameExtents;
-    OwnerRequest owner;
-};
+    return frontToBack(windows);
+}
 
 } // namespace
 
 /// One reading of the list.
 class X11WindowList::Reading {
   public:
-    explicit Reading(X11Connection& connection)
-        : connection(connection), xcb(connection.xcb()), clients(connection), check(connection) {}
+    Reading(X11Connection& connection, const IsMirrored& isMirrored)
+        : connection(connection), xcb(connection.xcb()), isMirrored(isMirrored), clients(connection),
+          check(connection) {}
 
     /// Front to back. False if the server did not answer.
     bool run() {
         if (!readRoot())
             return false;
-        const auto foremost =
-            managed ? foremostOf(*managed, Source::manager) : foremostOf(children, Source::root);
-        const bool managerLives = managerNamed && check.managerLives();
-        // The list that a window manager left behind says nothing any more.
-        if (managed && !managerLives)
-            readWindows(children, Source::root);
-        else
-            readWindows(foremost, std::nullopt);
+        if (!managed || !readManaged())
+            readWindows(shownAmong(children, Source::root), Source::root);
         return xcb_connection_has_error(xcb) == 0;
     }
 
@@ -140,7 +102,7 @@ class X11WindowList::Reading {
         const auto active = askRoot(atoms._NET_ACTIVE_WINDOW);
         const auto tree = xcb_query_tree(xcb, connection.root());
         const auto pids = clients.request();
-        managerNamed = check.askManager();
+        const bool managerNamed = check.askManager();
         const auto listReply = takeProperty(connection, list);
         const auto unorderedReply = takeProperty(connection, unordered);
         const auto activeReply = takeProperty(connection, active);
@@ -159,85 +121,126 @@ class X11WindowList::Reading {
         return requestProperty(connection, connection.root(), property, mostBytesOfStack);
     }
 
-    /// The stack may lack a window that is on screen: xfwm4 publishes a new window's place only when it is
-    /// next raised, and i3 does not list one that opens in full screen above nothing. The plain list or the
-    /// active window then names it; as the newest, it is put in front. An empty list is a desktop without
-    /// windows; only an absent one is no list.
-    static std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
-                                                           const Property& active) {
-        const auto isList = [](const Property& list) {
-            return list.type == XCB_ATOM_WINDOW && list.format == 32;
-        };
-        if (!isList(stack) && !isList(unordered))
-            return std::nullopt;
-        auto windows = stack.items(XCB_ATOM_WINDOW);
-        std::unordered_set<xcb_window_t> known(windows.begin(), windows.end());
-        for (const auto* more : {&unordered, &active}) {
-            for (const auto window : more->items(XCB_ATOM_WINDOW)) {
-                if (known.insert(window).second)
-                    windows.push_back(window);
-            }
+    /// False if the manager has died. Its list is out of date then.
+    bool readManaged() {
+        const auto name =
+            requestProperty(connection, check.window(), connection.atoms()._NET_WM_NAME, mostBytesOfName);
+        auto shown = shownAmong(*managed, Source::manager);
+        const auto nameReply = takeProperty(connection, name);
+        if (!check.managerLives())
+            return false;
+        if (missesMirrored) {
+            std::this_thread::sleep_for(timeToChangeWorkspace);
+            shown = shownAmong(*managed, Source::manager);
         }
-        return frontToBack(windows);
+        // KWin keeps windows of other workspaces mapped, for its previews. Its name is the only sign of that.
+        workspaces.othersLookShown = nameReply.bytes == "KWin";
+        readWindows(shown, Source::manager);
+        return true;
     }
 
-    static std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
-        std::unordered_set<xcb_window_t> seen = {XCB_WINDOW_NONE};
-        std::vector<xcb_window_t> windows;
-        for (auto window = stack.rbegin(); window != stack.rend() && windows.size() < mostListed; ++window) {
-            if (seen.insert(*window).second)
-                windows.push_back(*window);
+    /// What is asked of each window before its details.
+    struct Glance {
+        xcb_window_t window;
+        xcb_get_window_attributes_cookie_t attributes;
+        std::optional<xcb_get_property_cookie_t> workspace; ///< For mirrored windows only.
+    };
+
+    /// The second round trip, which leaves out the windows that cannot be on screen.
+    std::vector<xcb_window_t> shownAmong(const std::vector<xcb_window_t>& windows, Source source) {
+        const auto& atoms = connection.atoms();
+        std::vector<Glance> glances;
+        glances.reserve(windows.size());
+        for (const auto window : windows) {
+            glances.push_back({window, xcb_get_window_attributes(xcb, window), {}});
+            if (source == Source::manager && isMirrored(window))
+                glances.back().workspace = askNumber(window, atoms._NET_WM_DESKTOP);
         }
-        return windows;
+        const auto current = askNumber(connection.root(), atoms._NET_CURRENT_DESKTOP);
+        workspaces.current = takeNumber(current);
+        mirrored.clear();
+        missesMirrored = false;
+        std::vector<xcb_window_t> shown;
+        for (const auto& glance : glances) {
+            if (takeGlance(glance, source))
+                shown.push_back(glance.window);
+        }
+        return shown;
     }
 
-    /// The second round trip: those that are on screen at all, before much is asked of them.
-    std::vector<xcb_window_t> foremostOf(const std::vector<xcb_window_t>& windows, Source source) {
-        std::vector<xcb_get_window_attributes_cookie_t> cookies;
-        cookies.reserve(windows.size());
-        for (const auto window : windows)
-            cookies.push_back(xcb_get_window_attributes(xcb, window));
-        std::vector<xcb_window_t> viewable;
-        for (std::size_t i = 0; i < windows.size(); ++i) {
-            const auto reply = connection.reply<xcb_get_window_attributes_reply>(cookies[i], windowGone);
-            if (reply && counts(*reply, source))
-                viewable.push_back(windows[i]);
-        }
-        return viewable;
+    bool takeGlance(const Glance& glance, Source source) {
+        const auto attributes =
+            connection.reply<xcb_get_window_attributes_reply>(glance.attributes, windowGone);
+        WindowPlacement placement;
+        if (glance.workspace)
+            placement.workspace = takeNumber(*glance.workspace);
+        if (!attributes || !isListable(*attributes, source))
+            return false;
+        placement.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+        if (!glance.workspace)
+            return placement.viewable;
+        const bool onScreen = isOnScreen(placement, workspaces, true);
+        if (onScreen)
+            mirrored.insert(glance.window);
+        else
+            missesMirrored = true;
+        return onScreen;
+    }
+
+    xcb_get_property_cookie_t askNumber(xcb_window_t window, xcb_atom_t property) {
+        return requestProperty(connection, window, property, sizeof(std::uint32_t));
+    }
+
+    std::optional<std::uint32_t> takeNumber(xcb_get_property_cookie_t cookie) {
+        return firstCardinal(takeProperty(connection, cookie));
     }
 
     /// The third round trip; a desktop in use needs no further one.
-    void readWindows(std::span<const xcb_window_t> windows, std::optional<Source> filter) {
+    void readWindows(std::span<const xcb_window_t> windows, Source source) {
         for (; !windows.empty(); windows = windows.subspan(std::min(windows.size(), mostAtOnce)))
-            readBatch(windows.first(std::min(windows.size(), mostAtOnce)), filter);
+            readBatch(windows.first(std::min(windows.size(), mostAtOnce)), source);
     }
 
-    void readBatch(std::span<const xcb_window_t> windows, std::optional<Source> filter) {
+    void readBatch(std::span<const xcb_window_t> windows, Source source) {
         std::vector<WindowRequest> requests;
         requests.reserve(windows.size());
         for (const auto window : windows) {
-            const bool askForPid = clients.pidOf(clients.clientOf(window)) == 0;
-            requests.emplace_back(connection, window, askForPid, filter);
+            const bool managed = source == Source::manager;
+            requests.emplace_back(
+                connection, window,
+                WindowRequest::Options{.wmState = managed,
+                                       .workspace = managed && workspaces.othersLookShown,
+                                       .claimedPid = clients.pidOf(clients.clientOf(window)) == 0});
         }
-        for (auto& request : requests) {
-            if (auto answer = request.take(clients)) {
-                descriptions.push_back(std::move(answer->description));
-                owners.push_back(std::move(answer->owner));
-            }
-        }
+        for (auto& request : requests)
+            add(request.take(clients));
+    }
+
+    void add(std::optional<WindowRequest::Answer> answer) {
+        if (!answer)
+            return;
+        auto& placement = answer->description.placement;
+        placement.viewable = true;
+        if (!mirrored.contains(answer->owner.window) && !isOnScreen(placement, workspaces, false))
+            return;
+        descriptions.push_back(std::move(answer->description));
+        owners.push_back(std::move(answer->owner));
     }
 
     X11Connection& connection;
     xcb_connection_t* xcb;
+    const IsMirrored& isMirrored;
     ClientProcesses clients;
     WindowManagerCheck check;
-    bool managerNamed = false;
     std::optional<std::vector<xcb_window_t>> managed; ///< None without a window manager's list.
     std::vector<xcb_window_t> children;
+    Workspaces workspaces;
+    std::unordered_set<xcb_window_t> mirrored; ///< Those that count as on screen.
+    bool missesMirrored = false;               ///< A mirrored window exists that does not count as on screen.
 };
 
 std::optional<std::vector<WindowRow>> X11WindowList::onScreenWindows() {
-    Reading reading(connection);
+    Reading reading(connection, isMirrored);
     if (!reading.run())
         return std::nullopt;
     auto owners = applications.applicationsOf(reading.owners);

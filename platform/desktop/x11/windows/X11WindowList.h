@@ -4,7 +4,9 @@
 #include "platform/desktop/x11/server/X11Connection.h"
 #include "platform/desktop/x11/windows/X11Applications.h"
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -13,9 +15,13 @@ namespace mirrolet::platform::desktop::x11 {
 /// before the first reply is waited for. Any thread.
 class X11WindowList final : public WindowList {
   public:
-    X11WindowList(X11Connection& connection, X11Applications& applications)
-        : connection(connection), applications(applications) {}
+    /// Whether a mirror shows the window now. Any thread; asked for each window of a reading.
+    using IsMirrored = std::function<bool(xcb_window_t)>;
 
+    X11WindowList(X11Connection& connection, X11Applications& applications, IsMirrored isMirrored)
+        : connection(connection), applications(applications), isMirrored(std::move(isMirrored)) {}
+
+    /// A mirrored window that would be left out is looked for a second time, 50 ms later.
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
 
   private:
@@ -23,6 +29,7 @@ class X11WindowList final : public WindowList {
 
     X11Connection& connection;
     X11Applications& applications;
+    const IsMirrored isMirrored;
 };
 
 } // namespace mirrolet::platform::desktop::x11

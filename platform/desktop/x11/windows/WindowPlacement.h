@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// How a window manager keeps a window.
+struct WindowPlacement {
+    bool viewable = false;  ///< The window and all its parents are mapped.
+    bool minimized = false; ///< _NET_WM_STATE_HIDDEN.
+    bool iconic = false;    ///< WM_STATE is IconicState: minimized, shaded or on another workspace.
+    std::optional<std::uint32_t> workspace; ///< As _NET_WM_DESKTOP numbers it. None if that is not known.
+};
+
+/// What is known of the workspaces.
+struct Workspaces {
+    std::optional<std::uint32_t> current; ///< None without workspaces.
+    /// The window manager leaves windows of other workspaces mapped, and their WM_STATE says NormalState.
+    bool othersLookShown = false;
+};
+
+[[nodiscard]] bool isOnAnotherWorkspace(const WindowPlacement& placement, const Workspaces& workspaces);
+
+/// Whether the window counts as on screen. A mirrored window does so while the user is on another workspace,
+/// because the user sees the mirror there. A mirrored window that is minimized does so while it stays
+/// viewable, because the mirror is live. Any other window has to be where the user sees it.
+[[nodiscard]] bool isOnScreen(const WindowPlacement& placement, const Workspaces& workspaces, bool mirrored);
+
+} // namespace mirrolet::platform::desktop::x11
