@@ -1,7 +1,7 @@
 #include "platform/foundation/Bundle.h"
 
 #include "platform/foundation/ApplicationFolders.h"
-#include "platform/foundation/RegularFile.h"
+#include "platform/foundation/DesktopEntryFiles.h"
 
 #include <gio/gdesktopappinfo.h>
 
@@ -11,8 +11,6 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr std::size_t mostBytesOfEntry = 1 << 20;
-
 struct Release {
     void operator()(GKeyFile* file) const { g_key_file_unref(file); }
     void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
@@ -20,9 +18,8 @@ struct Release {
 };
 template <typename T> using Owned = std::unique_ptr<T, Release>;
 
-/// GIO's own reading by path would wait for ever on a FIFO, and swallow a file of any size.
 Owned<GDesktopAppInfo> readEntry(const std::string& path) {
-    const auto content = readRegularFile(path, mostBytesOfEntry);
+    const auto content = readDesktopEntry(path);
     const Owned<GKeyFile> keys(g_key_file_new());
     if (!content || content->empty() ||
         !g_key_file_load_from_data(keys.get(), content->data(), content->size(), G_KEY_FILE_NONE, nullptr))

@@ -1,5 +1,7 @@
 #include "platform/foundation/DesktopEntryFiles.h"
 
+#include "platform/foundation/RegularFile.h"
+
 #include <glib.h>
 
 #include <algorithm>
@@ -17,6 +19,7 @@ namespace {
 
 // Far above what is found in practice, and low enough that a folder gone wild does not delay anyone for long.
 constexpr std::size_t mostEntries = 20000;
+constexpr std::size_t mostBytesOfEntry = 1 << 20;
 constexpr int deepestFolder = 8;
 constexpr std::string_view suffix = ".desktop";
 
@@ -28,6 +31,10 @@ std::string environment(const char* name) {
 bool isFolder(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::string withoutSuffix(const std::string& name) {
+    return name.ends_with(suffix) ? name.substr(0, name.size() - suffix.size()) : name;
 }
 
 bool isHidden(const std::string& name) {
@@ -75,8 +82,7 @@ class Walk {
         if (isHidden(name))
             return;
         if (name.ends_with(suffix))
-            return takeEntry(item.path().string(), root,
-                             idPrefix + name.substr(0, name.size() - suffix.size()));
+            return takeEntry(item.path().string(), root, idPrefix + withoutSuffix(name));
         std::error_code error;
         if (item.is_directory(error))
             walk(item.path().string(), root, idPrefix + name + '-', depth + 1);
@@ -137,6 +143,18 @@ std::vector<DesktopEntryFile> desktopEntryFiles(const std::vector<std::string>& 
     for (std::size_t root = 0; root < folders.size(); ++root)
         walk.walk(folders[root], root);
     return found;
+}
+
+std::optional<std::string> readDesktopEntry(const std::string& path) {
+    return readRegularFile(path, mostBytesOfEntry);
+}
+
+std::string desktopEntryId(const std::string& path) {
+    constexpr std::string_view folder = "/applications/";
+    const auto at = path.rfind(folder);
+    std::string id = path.substr(at == std::string::npos ? path.rfind('/') + 1 : at + folder.size());
+    std::replace(id.begin(), id.end(), '/', '-');
+    return withoutSuffix(id);
 }
 
 std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,

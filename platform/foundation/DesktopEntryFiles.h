@@ -27,6 +27,13 @@ std::vector<DesktopEntryFile>
 desktopEntryFiles(const std::vector<std::string>& folders,
                   const std::function<void(const std::string& folder)>& entering = nullptr);
 
+/// The content of an entry's file. None for anything but a regular file of at most 1 MiB, because GIO's own
+/// reading by path would wait for ever on a FIFO and read a file of any size.
+std::optional<std::string> readDesktopEntry(const std::string& path);
+
+/// The file ID of an entry by its path, in an `applications` folder or any other.
+std::string desktopEntryId(const std::string& path);
+
 /// The file of one ID, which is what desktopEntryFiles() gives for it. None if there is none.
 std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,
                                                  const std::string& id);

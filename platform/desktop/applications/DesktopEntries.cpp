@@ -1,27 +1,11 @@
 #include "platform/desktop/applications/DesktopEntries.h"
 
 #include "platform/foundation/AsciiLowercase.h"
+#include "platform/foundation/DesktopEntryFiles.h"
 
-#include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace mirrolet::platform::desktop {
-
-namespace {
-
-constexpr std::string_view suffix = ".desktop";
-
-std::string fileId(const std::string& path) {
-    constexpr std::string_view folder = "/applications/";
-    const auto at = path.rfind(folder);
-    std::string id =
-        at == std::string::npos ? path.substr(path.rfind('/') + 1) : path.substr(at + folder.size());
-    std::replace(id.begin(), id.end(), '/', '-');
-    return id.ends_with(suffix) ? id.substr(0, id.size() - suffix.size()) : id;
-}
-
-} // namespace
 
 void DesktopEntries::add(DesktopEntry added) {
     entries.push_back(std::make_unique<DesktopEntry>(std::move(added)));
@@ -51,7 +35,7 @@ const DesktopEntry* DesktopEntries::withId(const std::string& id) const {
 
 const DesktopEntry* DesktopEntries::ofFile(const std::string& path) const {
     const auto found = byPath.find(path);
-    return found == byPath.end() ? withId(fileId(path)) : found->second;
+    return found == byPath.end() ? withId(desktopEntryId(path)) : found->second;
 }
 
 const DesktopEntries::List& DesktopEntries::withIdIgnoringCase(const std::string& id) const {

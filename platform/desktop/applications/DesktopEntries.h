@@ -9,23 +9,25 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The desktop entries of the system, found by what windows and processes tell. Filled once, then immutable.
-/// Every list is in the order in which the entries were added; look-ups ignore case unless said otherwise.
+/// The desktop entries of the machine, with a look-up for each fact that a window or process gives away.
+/// Filled once, then immutable. Lists keep the order in which the entries were added. Look-ups ignore case
+/// unless their comment says otherwise.
 class DesktopEntries {
   public:
     using List = std::vector<const DesktopEntry*>;
 
     void add(DesktopEntry entry);
 
-    [[nodiscard]] const DesktopEntry* withId(const std::string& id) const; ///< Exact.
-    /// The entry of the file; of a copy of it elsewhere (an autostart folder), the one of the same file ID.
+    [[nodiscard]] const DesktopEntry* withId(const std::string& id) const; ///< Minds case.
+    /// The entry that was read from this file. For a copy of the file in another folder, such as the
+    /// autostart folder, the entry of the same file ID.
     [[nodiscard]] const DesktopEntry* ofFile(const std::string& path) const;
     [[nodiscard]] const List& withIdIgnoringCase(const std::string& id) const;
     [[nodiscard]] const List& withLastIdPart(const std::string& part) const;
     [[nodiscard]] const List& withStartupWmClass(const std::string& startupWmClass) const;
     [[nodiscard]] const List& withProgram(const std::string& program) const;
     [[nodiscard]] const List& withWebApplicationId(const std::string& id) const;
-    /// The entry of this ID and those whose IDs begin with it and a separator.
+    /// The entry of this ID, and the entries whose IDs begin with this ID and the separator. Minds case.
     [[nodiscard]] List family(const std::string& id, char separator) const;
 
   private:

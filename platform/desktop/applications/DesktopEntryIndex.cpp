@@ -1,19 +1,11 @@
 #include "platform/desktop/applications/DesktopEntryIndex.h"
 
 #include "platform/foundation/DesktopEntryFiles.h"
-#include "platform/foundation/RegularFile.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <sys/stat.h>
 
 namespace mirrolet::platform::desktop {
-
-namespace {
-
-constexpr std::size_t mostBytesOfEntry = 1 << 20;
-
-} // namespace
 
 std::int64_t DesktopEntryIndex::modificationTime(const std::string& folder) {
     struct stat status {};
@@ -31,13 +23,13 @@ bool DesktopEntryIndex::refresh() {
     if (current && !changed())
         return false;
     auto fresh = std::make_unique<DesktopEntries>();
-    // Noted before a folder is read: what changes meanwhile is seen the next time.
+    // The time is noted before the folder is read, so that a change meanwhile is seen by the next refresh.
     std::vector<Stamp> noted;
     const auto files = desktopEntryFiles(folders, [&noted](const std::string& folder) {
         noted.push_back({folder, modificationTime(folder)});
     });
     for (const auto& file : files)
-        if (const auto content = readRegularFile(file.path, mostBytesOfEntry))
+        if (const auto content = readDesktopEntry(file.path))
             if (auto entry = parseDesktopEntry(*content, file.id, file.path))
                 fresh->add(std::move(*entry));
     stamps = std::move(noted);

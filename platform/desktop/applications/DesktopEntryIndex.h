@@ -10,30 +10,31 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Keeps the desktop entries of a list of folders. Read on first use; read again only when one of the folders
-/// was changed. Not thread-safe: its owner locks.
+/// Keeps the desktop entries of a list of folders. They are read on first use, and again only after one of
+/// the folders has changed. Not thread-safe.
 class DesktopEntryIndex {
   public:
-    /// Folders in order of precedence: of two entries with the same file ID the first counts, even if it only
-    /// says that it is hidden.
+    /// The folders are in order of precedence. Of two entries with the same file ID the first one counts,
+    /// even if all that it says is that it is hidden.
     explicit DesktopEntryIndex(std::vector<std::string> folders) : folders(std::move(folders)) {}
 
-    /// The entries as of the last look at the folders.
+    /// The entries as refresh() has last read them.
     const DesktopEntries& entries();
-    /// Looks at the folders. True if the entries were read anew: pointers to the old ones are dead.
+    /// Reads the entries again if one of the folders has changed. True if so: pointers to the old entries are
+    /// invalid then.
     bool refresh();
 
   private:
     struct Stamp {
         std::string folder;
-        std::int64_t modified; ///< Nanoseconds; -1 for a folder that is not there.
+        std::int64_t modified; ///< Nanoseconds since the epoch; -1 for a folder that does not exist.
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
     [[nodiscard]] bool changed() const;
     static std::int64_t modificationTime(const std::string& folder);
 
     std::vector<std::string> folders;
-    std::vector<Stamp> stamps; ///< Of the folders and all folders in them.
+    std::vector<Stamp> stamps; ///< One for each folder and each folder below it.
     std::unique_ptr<DesktopEntries> current;
 };
 
