@@ -119,7 +119,7 @@ void AppDelegate::subscribeToSettings() {
         });
 }
 
-/// What is not taken over here is read by who uses it, when it is used.
+/// Other settings need no applying, because each use reads them.
 void AppDelegate::applySettings() {
     const auto& store = SettingsStore::shared();
     applyShortcut(HotkeyID::togglePiPVisibility, shortcutIn(store), appliedShortcut);
@@ -137,7 +137,7 @@ void AppDelegate::applySettings() {
 void AppDelegate::applyShortcut(HotkeyID id, Shortcut wanted, Shortcut& applied) {
     if (wanted == applied)
         return;
-    applied = wanted; // Even if it cannot be had: it is tried again only when the setting changes again.
+    applied = wanted; // Also if the shortcut is taken: it is tried again only when the setting changes again.
     hotkeyManager->registerHotkey(id, wanted.keyCode, wanted.modifiers);
 }
 
@@ -160,7 +160,7 @@ void AppDelegate::toggleMonitoring() {
     updateMonitoringTitle();
 }
 
-/// One window for the life of the program: closing it hides it, with all that it shows.
+/// The window is created once. Closing it only hides it, so it keeps its tab and its fields.
 void AppDelegate::showSettings() {
     if (!settingsWindow) {
         settingsWindow = NSWindow::withContentViewController(NSHostingController(SettingsView().body()));
@@ -178,7 +178,7 @@ void AppDelegate::quit() {
     NSApplication::shared().terminate();
 }
 
-/// The shortcuts go with the manager.
+/// The shortcuts are released with the hot-key manager.
 void AppDelegate::applicationWillTerminate() {
     windowMonitor->stop();
     if (pipController)

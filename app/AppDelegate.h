@@ -15,8 +15,8 @@
 
 namespace mirrolet {
 
-/// The spine of the program: makes and owns what lives long, and joins detection, prompt, mirror and
-/// shortcuts. Main thread only. At most one prompt or mirror exists at a time.
+/// Owns the long-lived parts of the program, and connects detection, prompt, mirror and shortcuts. At most
+/// one prompt or mirror exists at a time. Main thread only.
 class AppDelegate : public platform::NSApplicationDelegate, public std::enable_shared_from_this<AppDelegate> {
   public:
     /// A shortcut as it was last registered: virtual key code and Carbon modifier mask.
@@ -26,9 +26,10 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };
 
-    /// Shows and starts nothing.
+    /// Neither shows nor starts anything yet.
     static std::shared_ptr<AppDelegate> make();
-    /// Lets go of what it owns in the order of the members: the ways in first, what they lead to after them.
+    /// Releases the members in their order: first those through which events come in, then those that handle
+    /// the events.
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
@@ -47,19 +48,20 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
 
     std::shared_ptr<platform::NSStatusItem> statusItem;
     std::shared_ptr<platform::NSMenuItem> monitoringMenuItem; ///< Its title shows whether monitoring is on.
-    std::shared_ptr<platform::NSWindow> settingsWindow;       ///< Made on first use, then kept.
+    std::shared_ptr<platform::NSWindow> settingsWindow;       ///< Created on first use, then kept.
     std::shared_ptr<WindowMonitor> windowMonitor;
     std::shared_ptr<HotkeyManager> hotkeyManager;
     std::shared_ptr<PromptPanel> promptPanel; ///< While a prompt is shown.
-    std::shared_ptr<PiPController>
-        pipController; ///< The current session, stopped by its close button or not.
+    /// The current session. Stays set after the close button has stopped the session.
+    std::shared_ptr<PiPController> pipController;
     platform::AnyCancellable settingsSubscription;
-    // What was last taken over from the settings.
+    // The settings as they were last applied.
     Shortcut appliedShortcut;
     Shortcut appliedPipFrontmostShortcut;
     double appliedPollInterval = 0;
     bool appliedAlwaysOnTop = true;
-    bool activeSession = false; ///< From the showing of a prompt, or the start of a mirror, to its end.
+    bool activeSession =
+        false; ///< True from the prompt, or the start of a mirror, to the end of the session.
 
   private:
     AppDelegate();

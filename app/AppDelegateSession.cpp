@@ -1,5 +1,5 @@
-// The session's half of AppDelegate: from the moment something asks for a mirror to the moment it is on
-// screen, or the request is dropped.
+// The part of AppDelegate that handles a session, from the request for a mirror until the mirror is on screen
+// or the request is dropped.
 
 #include "app/AppDelegate.h"
 #include "platform/appkit/NSAlert.h"
@@ -13,14 +13,13 @@ using namespace platform;
 
 namespace {
 
-/// The desktop's settings for who may record the screen.
+/// Opens the desktop's settings at the list of programs that may record the screen.
 constexpr const char* screenRecordingLink =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_ScreenCapture";
 
 } // namespace
 
-/// A detection during a prompt or a session is dropped: there is no queue, and a second call never replaces
-/// the first.
+/// A detection during a prompt or a session is dropped, so a second call never replaces the first one.
 void AppDelegate::callDetected(const DetectedWindowInfo& info) {
     if (!activeSession)
         showPrompt(info);
@@ -33,7 +32,7 @@ void AppDelegate::showPrompt(const DetectedWindowInfo& info) {
         const auto delegate = weak.lock();
         if (!delegate)
             return;
-        const DetectedWindowInfo accepted = info; // This closure goes with the prompt.
+        const DetectedWindowInfo accepted = info; // This closure is destroyed with the prompt.
         delegate->promptPanel = nullptr;
         delegate->startSession(accepted);
     };
@@ -112,7 +111,7 @@ void AppDelegate::toggleFrontmost() {
     }
     const auto found = WindowMonitor::largestFrontmostWindow(WindowMonitor::currentWindows());
     if (!found)
-        return; // Silence: a shortcut pressed by chance should not bring up an alert.
+        return; // Without an alert, because the shortcut may have been pressed by mistake.
     activeSession = true;
     startSession(*found);
 }

@@ -5,7 +5,7 @@
 
 namespace mirrolet {
 
-/// The application object: owns the one delegate, and opens no window at launch.
+/// The application object. It owns the one delegate and opens no window at launch.
 struct MirroletApp {
     platform::NSApplicationDelegateAdaptor<AppDelegate> appDelegate;
 

@@ -12,10 +12,11 @@ namespace mirrolet {
 struct DetectedWindowInfo {
     platform::CGWindowID windowID = 0;
     platform::CGRect bounds; ///< Points, from the top-left of the desktop.
-    std::string windowName;  ///< Empty without a title.
+    std::string windowName;  ///< The title, or empty.
     std::string ownerName;
     std::optional<std::string> bundleIdentifier;
-    bool isLikelyCall = false; ///< The call rule chose it, by its title or as the second-largest window.
+    /// The call rule chose this window, by its title or as the second-largest one.
+    bool isLikelyCall = false;
 
     friend bool operator==(const DetectedWindowInfo&, const DetectedWindowInfo&) = default;
 };

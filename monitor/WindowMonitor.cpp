@@ -63,7 +63,7 @@ void WindowMonitor::poll() {
     auto candidate = settings.scope == MonitoringScope::specificApps
                          ? candidateForSpecificApps(settings.selectedAppIdentifiers)
                          : candidateForAllWindows();
-    // Only a change is reported: a call that moves to another window between two polls goes on.
+    // Only a change is reported. A call that has moved to another window since the last poll goes on.
     if (isCallActive.exchange(candidate.has_value()) == candidate.has_value())
         return;
     if (candidate) {

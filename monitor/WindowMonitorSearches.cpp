@@ -23,7 +23,7 @@ namespace {
 using Windows = std::vector<WindowMonitor::InternalWindowInfo>;
 using BundleIdentifiers = std::map<std::int32_t, std::optional<std::string>>;
 
-constexpr double minimumSide = 100; // Points, for width and height.
+constexpr double minimumSide = 100; // In points, for width and height.
 
 const std::string whatsAppBundleIdentifier = "net.whatsapp.WhatsApp";
 
@@ -36,7 +36,7 @@ const std::set<std::string>& whatsAppOwnerNames() {
     return names;
 }
 
-// Parts of the desktop itself, by the names that their windows' owners give.
+// The owner names of windows that are parts of the desktop itself.
 const std::set<std::string>& excludedOwnerNames() {
     static const std::set<std::string> names = {"Window Server",      "Dock",
                                                 "Control Center",     "NotificationCenter",
@@ -69,7 +69,8 @@ const PropertyList& valueOf(const PropertyList::Dictionary& entry, const char* k
     return found == entry.end() ? missing : found->second;
 }
 
-/// The row of a dictionary, without its bundle identifier; none for a window that is not to be considered.
+/// The window that a dictionary describes, still without its bundle identifier. None for a window that is
+/// never offered.
 std::optional<WindowMonitor::InternalWindowInfo> rowFrom(const PropertyList::Dictionary& entry,
                                                          std::int32_t ownProcess) {
     if (valueOf(entry, platform::kCGWindowLayer).asInt32() != 0)
@@ -114,7 +115,7 @@ Windows WindowMonitor::currentWindows() {
     if (!entries)
         return {};
     const auto ownProcess = platform::NSProcessInfo::processInfo().processIdentifier();
-    BundleIdentifiers cache; // One look-up for each process, those without an identifier included.
+    BundleIdentifiers cache; // A process without an identifier is looked up only once as well.
     Windows windows;
     for (const auto& entry : *entries) {
         const auto* dictionary = entry.asDictionary();
@@ -128,7 +129,7 @@ Windows WindowMonitor::currentWindows() {
 }
 
 std::optional<DetectedWindowInfo> WindowMonitor::largestWindow(const Windows& windows) {
-    // The first of equals: the one nearer to the front.
+    // The first of several largest windows is the one nearest to the front.
     const auto largest = std::max_element(windows.begin(), windows.end(),
                                           [](const auto& a, const auto& b) { return area(a) < area(b); });
     if (largest == windows.end())
@@ -154,7 +155,7 @@ std::optional<DetectedWindowInfo> WindowMonitor::likelyCallWindow(const Windows&
     }
     if (windows.size() < 2)
         return std::nullopt;
-    // The second-largest on purpose: the largest is the main window with the chats, the next one is the call.
+    // The second-largest window, because the largest one is the main window with the chats.
     auto sorted = windows;
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return area(a) > area(b); });

@@ -8,7 +8,7 @@ namespace mirrolet::platform::desktop {
 
 namespace {
 
-/// The most that the kernel lets its highest PID be raised to.
+/// The highest process number that any Linux kernel can be set to give.
 constexpr std::int32_t highestPid = 4194304;
 
 } // namespace
@@ -19,7 +19,7 @@ ApplicationRegistry::ProcessKey ApplicationRegistry::keyOf(const WindowOwner& ow
 
 std::vector<Application> ApplicationRegistry::applicationsOf(const std::vector<WindowOwner>& windows,
                                                              bool complete) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(registryMutex);
     readEntriesAnew();
     if (complete) {
         for (auto& [window, known] : windowsKnown)
@@ -86,7 +86,7 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
     if (process.facts)
         return process;
     const auto startTime = processes.startTime(owner.pid).value_or(0);
-    // Another process has got the number of one that ended.
+    // The kernel has given the number of a process that ended to another process.
     if (!added && process.startTime != startTime)
         process = {};
     process.startTime = startTime;
@@ -96,7 +96,7 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
 std::int32_t ApplicationRegistry::numberFor(const Process& process, std::int32_t pid) {
     if (pid != 0 && process.applications.empty())
         return pid;
-    // Never given twice in the life of the program, short of two thousand million applications.
+    // A number is given again only after two thousand million applications.
     constexpr std::uint32_t most = 2'000'000'000;
     return highestPid + 1 + static_cast<std::int32_t>(numbersGiven++ % most);
 }
@@ -118,7 +118,7 @@ bool ApplicationRegistry::lives(const ProcessKey& key, const Process& process) c
 }
 
 std::optional<Application> ApplicationRegistry::running(std::int32_t number) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(registryMutex);
     for (const auto& [key, process] : processesKnown) {
         for (const auto& [entryId, application] : process.applications) {
             if (application.pid == number)

@@ -17,33 +17,33 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Which application each window belongs to, and the applications' numbers, which stay while the process
-/// lives. What was found out once is remembered as long as the window is listed, so that an unchanged desktop
-/// costs no look at processes. Any thread.
+/// Knows the application of each window, and gives each application a number that stays while its process
+/// lives. A window's application is remembered while the window is listed, so that no process has to be read
+/// on an unchanged desktop. Any thread.
 class ApplicationRegistry {
   public:
-    /// All windows of `ownPid` are one application of that number.
+    /// The windows of process `ownPid` are one application, whose number is `ownPid`.
     ApplicationRegistry(std::int32_t ownPid, ProcFolder processes, DesktopEntryIndex entryIndex)
         : ownPid(ownPid), processes(std::move(processes)), index(std::move(entryIndex)) {}
 
-    /// The application of each of the windows, in their order. `complete` says that these are all windows on
-    /// screen: what is known of others is forgotten.
+    /// The application of each of the windows, in their order. If the list is `complete`, other windows are
+    /// no longer on screen and are forgotten.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows, bool complete);
-    /// None once no window of it is listed and its process has ended.
+    /// The application of this number. None once none of its windows is listed and its process has ended.
     std::optional<Application> running(std::int32_t number);
 
   private:
     struct Numbered {
-        std::string entryId; ///< Empty without an entry.
+        std::string entryId; ///< Empty for an application without a desktop entry.
         Application application;
     };
     struct Process {
         std::uint64_t startTime = 0;
-        bool listed = true; ///< One of its windows was listed last time, so that it lives.
+        bool listed = true; ///< The last complete list had a window of the process, which therefore lives.
         std::vector<Numbered> applications;
-        std::optional<ProcessFacts> facts; ///< Only during one call.
+        std::optional<ProcessFacts> facts; ///< Set only during a call of applicationsOf().
     };
-    /// The process; for a client whose process is unknown, (0, client).
+    /// (pid, 0), or (0, client) for a client whose process is unknown.
     using ProcessKey = std::pair<std::int32_t, std::uint32_t>;
     struct Known {
         WindowOwner owner;
@@ -63,12 +63,12 @@ class ApplicationRegistry {
     const std::int32_t ownPid;
     const ProcFolder processes;
 
-    std::mutex lock; ///< Guards all below.
+    std::mutex registryMutex; ///< Guards the members below.
     DesktopEntryIndex index;
     std::unordered_map<WindowNumber, Known> windowsKnown;
     std::map<ProcessKey, Process> processesKnown;
     std::uint32_t numbersGiven = 0;
-    bool changed = false; ///< A window was new to the book since it forgot the unlisted ones.
+    bool changed = false; ///< A window was added since forgetUnlisted() last forgot processes.
 };
 
 } // namespace mirrolet::platform::desktop

@@ -22,7 +22,7 @@ bool sameText(std::string_view one, std::string_view other) {
     return !one.empty() && asciiLowercase(one) == asciiLowercase(other);
 }
 
-/// systemd writes what its names cannot hold as \xNN.
+/// systemd writes a byte that its names cannot hold as \xNN.
 std::string unescaped(std::string_view name) {
     std::string text;
     while (!name.empty()) {
@@ -61,16 +61,16 @@ std::string_view variable(std::string_view environment, std::string_view nameAnd
     return {};
 }
 
-/// Looks for the entry of one window. The questions are asked from the surest to the vaguest.
+/// Looks for the entry of one window, by the surest sign first.
 class Search {
   public:
     Search(const WindowClass& window, const ProcessFacts& process, const DesktopEntries& entries)
         : window(window), process(process), entries(entries) {}
 
     const DesktopEntry* run() const {
-        // A browser runs its web applications in its own process, so what is known of the process (a sandbox,
-        // a launcher) would give all of them to whichever was started first: the window's own name goes
-        // before.
+        // The window's own name goes before the facts about its process, because a browser runs all its web
+        // applications in one process. The sandbox or launcher of that process belongs to the one that was
+        // started first.
         if (const auto* entry = webApplication())
             return entry;
         if (const auto id = flatpakOf(process); !id.empty())
@@ -88,7 +88,7 @@ class Search {
         List found;
         for (const auto& name : {window.instance, window.name}) {
             append(found, entries.withStartupWmClass(name));
-            // Some browsers write one underscore more.
+            // Some browsers write "crx__" with two underscores.
             if (name.starts_with(chromium))
                 append(found, entries.withWebApplicationId(withoutUnderscores(name.substr(chromium.size()))));
         }
@@ -103,7 +103,8 @@ class Search {
         return text.substr(std::min(text.find_first_not_of('_'), text.size()));
     }
 
-    /// An application can have several entries (the parts of an office suite): the window says which.
+    /// An application can have several entries, as an office suite has for its parts. The window's name tells
+    /// which entry is meant.
     const DesktopEntry* inFamily(const std::string& id, char separator) const {
         const auto family = entries.family(id, separator);
         for (const auto& name : {window.name, window.instance}) {
@@ -116,8 +117,8 @@ class Search {
     }
 
     const DesktopEntry* inSnap(const SnapApplication& snap) const {
-        // What was started from within an unconfined snap (a terminal in an editor) stays in its control
-        // group.
+        // A program that was started from within an unconfined snap, such as from the terminal of an editor,
+        // stays in the snap's control group.
         const bool foreign =
             !process.executable.empty() && process.executable.find("/snap/") == std::string::npos;
         if (foreign) {
@@ -135,8 +136,8 @@ class Search {
         return family.size() == 1 ? family.front() : nullptr;
     }
 
-    /// The launcher's note in the environment is inherited by whatever the program starts; it counts only for
-    /// the process that it names.
+    /// Child processes inherit the launcher's note in the environment, so the note counts only for the
+    /// process that it names.
     const DesktopEntry* launched() const {
         const auto file = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE=");
         const auto pid = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE_PID=");
@@ -146,7 +147,7 @@ class Search {
         return entry && contradicted(*entry) ? nullptr : entry;
     }
 
-    /// A browser started by the launcher of a web application opens ordinary windows too.
+    /// A browser that the launcher of a web application started opens ordinary windows too.
     bool contradicted(const DesktopEntry& entry) const {
         if (entry.startupWmClass.empty() || sameText(entry.startupWmClass, window.name) ||
             sameText(entry.startupWmClass, window.instance))
@@ -172,7 +173,7 @@ class Search {
         return nullptr;
     }
 
-    /// An entry that runs in a terminal never owns a window by the name of its program: the terminal does.
+    /// Leaves out programs that run in a terminal, because the window then is the terminal's.
     const DesktopEntry* byProgram(const std::string& program) const {
         List list = entries.withProgram(program);
         std::erase_if(list, [](const auto* entry) { return entry->inTerminal; });
@@ -187,13 +188,14 @@ class Search {
         });
     }
 
-    /// The entry of a sandboxed copy is not that of a program which is known to run outside.
+    /// A process whose executable can be read runs outside of any sandbox, so the entry of a sandboxed copy
+    /// does not fit.
     bool mayRunHere(const DesktopEntry& entry) const {
         return entry.sandbox == Sandbox::none || process.executable.empty();
     }
 
-    /// Of entries that fit alike: one that menus show before one that they hide (a handler of links), then
-    /// one that is preferred, then the first.
+    /// The best of several entries that fit. An entry that menus show goes before one that they hide, such as
+    /// a handler of links. Among those, a preferred entry goes first, then the earlier one.
     template <typename Preferred> static const DesktopEntry* best(const List& list, Preferred preferred) {
         const auto rank = [&](const DesktopEntry* entry) {
             return (entry->shown ? 2 : 0) + (preferred(*entry) ? 1 : 0);
@@ -214,7 +216,8 @@ class Search {
 } // namespace
 
 std::string flatpakOf(const ProcessFacts& process) {
-    // Not a key file of ours: only the first "name=" of the group that says it is an application.
+    // The file is not parsed as a whole, because a process can put any file there. Only the first
+    // "name=" of the application's group counts.
     const std::string_view info = process.flatpakInfo;
     const auto groupStart = info.find("[Application]\n");
     const auto group = groupStart == std::string_view::npos ? std::string_view() : info.substr(groupStart);
@@ -242,7 +245,7 @@ SnapApplication snapOf(const ProcessFacts& process) {
         constexpr std::string_view prefix = "snap.";
         if (!name.starts_with(prefix))
             return false;
-        // snap.NAME.APP.service, snap.NAME.APP.UUID.scope and, of late, snap.NAME.APP-UUID.scope.
+        // snap.NAME.APP.service, snap.NAME.APP.UUID.scope, and in newer versions snap.NAME.APP-UUID.scope.
         name.remove_prefix(prefix.size());
         const auto dot = name.find('.');
         const auto rest = dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);

@@ -8,18 +8,19 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The desktop entry whose application a window belongs to; nullptr where none fits. Pure.
+/// The desktop entry whose application a window belongs to, or nullptr if no entry fits. Pure.
 const DesktopEntry* entryOfWindow(const WindowClass& window, const ProcessFacts& process,
                                   const DesktopEntries& entries);
 
-/// Identifier of the Flatpak that a process runs in; empty for none. Pure, as the next.
+/// The identifier of the Flatpak that a process runs in, or empty. Pure.
 std::string flatpakOf(const ProcessFacts& process);
 
-/// The snap and its application that a process was started as; both empty for none.
+/// A snap and the application in it that a process was started as. Both are empty for any other process.
 struct SnapApplication {
     std::string snap;
     std::string application;
 };
+/// Pure.
 SnapApplication snapOf(const ProcessFacts& process);
 
 } // namespace mirrolet::platform::desktop

@@ -6,27 +6,27 @@
 
 namespace mirrolet::platform::desktop {
 
-/// What a desktop entry says that helps to recognise its windows.
+/// The part of a desktop entry that helps to recognise the windows of its application.
 struct DesktopEntry {
-    /// In what its process runs, where that is not the plain system.
+    /// The sandbox that the application's process runs in.
     enum class Sandbox { none, flatpak, snap };
 
     std::string id;   ///< File ID without ".desktop".
-    std::string path; ///< Of the file.
+    std::string path; ///< Path of the file.
     std::string name; ///< In the user's language.
     std::string startupWmClass;
-    /// Base name of the program; empty for one that runs anything (a shell, an interpreter, a sandbox).
+    /// Base name of the program. Empty for a program that runs others: a shell, an interpreter, a sandbox.
     std::string program;
-    /// The browser's identifier of a web application (`--app-id`), else empty.
+    /// The browser's identifier of the web application (`--app-id`). Empty for any other application.
     std::string webApplicationId;
     Sandbox sandbox = Sandbox::none;
-    bool isWebApplication = false; ///< A window of a browser under a name of its own.
-    bool shown = true;             ///< In menus.
+    bool isWebApplication = false; ///< A browser shows the application in a window under the entry's name.
+    bool shown = true;             ///< Menus show the entry.
     bool inTerminal = false;
 };
 
-/// Reads the content of an entry. None if it is broken, hidden, or no application. Pure but for the user's
-/// language and desktop, which come from the environment.
+/// Reads an entry from the content of its file. None if the entry is broken, hidden, or no application. The
+/// result depends on the user's language and desktop, which the environment names.
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view content, const std::string& id,
                                               const std::string& path);
 

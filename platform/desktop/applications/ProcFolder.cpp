@@ -16,8 +16,8 @@ constexpr std::size_t mostBytes = 1 << 20;
 } // namespace
 
 std::optional<std::uint64_t> startTimeIn(std::string_view stat) {
-    // The name may hold spaces and parentheses, so fields are counted from the last one; the start is field
-    // 22, and the first after the name is field 3.
+    // The name can hold spaces and parentheses, so fields are counted from the last parenthesis. The first
+    // field behind it is field 3, and the start is field 22.
     const auto nameEnd = stat.rfind(')');
     if (nameEnd == std::string_view::npos)
         return std::nullopt;

@@ -7,7 +7,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// How a window names its application. Written by the client; believed only where nothing better is known.
+/// The names that a window gives its application. The client writes them, so they count only where nothing
+/// better is known.
 struct WindowClass {
     std::string instance;         ///< First part of WM_CLASS.
     std::string name;             ///< Second part of WM_CLASS, the class.
@@ -15,11 +16,12 @@ struct WindowClass {
     friend bool operator==(const WindowClass&, const WindowClass&) = default;
 };
 
-/// What a window tells of whose it is.
+/// The client and process that a window belongs to, as far as the display server tells, and the window's
+/// names.
 struct WindowOwner {
     WindowNumber window = 0;
-    std::uint32_t client = 0; ///< Identifies the display server's client, where it tells.
-    std::int32_t pid = 0;     ///< 0 where it is not known, as for a client on another machine.
+    std::uint32_t client = 0; ///< The display server's number of the client. 0 where the server has none.
+    std::int32_t pid = 0;     ///< 0 where the process is unknown, as for a client on another machine.
     WindowClass windowClass;
     friend bool operator==(const WindowOwner&, const WindowOwner&) = default;
 };

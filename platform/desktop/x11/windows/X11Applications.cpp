@@ -14,7 +14,7 @@ X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan)
     : X11Applications(connection, loan, DesktopEntryIndex(userApplicationFolders())) {}
 
 X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries)
-    : connection(connection), loan(loan), book(getpid(), ProcFolder(), std::move(entries)) {}
+    : connection(connection), loan(loan), registry(getpid(), ProcFolder(), std::move(entries)) {}
 
 std::optional<Application> X11Applications::frontmost() {
     const xcb_window_t lender = loan.window();
@@ -31,7 +31,7 @@ std::optional<Application> X11Applications::frontmost() {
     const auto owner = request.take(clients);
     if (!geometry)
         return std::nullopt;
-    return book.applicationsOf({owner}, false).front();
+    return registry.applicationsOf({owner}, false).front();
 }
 
 std::optional<xcb_window_t> X11Applications::activeWindow() {

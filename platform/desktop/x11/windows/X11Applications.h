@@ -17,11 +17,11 @@ class X11Applications final : public Applications {
     X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries);
 
     std::optional<Application> frontmost() override;
-    std::optional<Application> running(std::int32_t pid) override { return book.running(pid); }
+    std::optional<Application> running(std::int32_t pid) override { return registry.running(pid); }
 
     /// For the window list: the applications of all windows on screen, in their order.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows) {
-        return book.applicationsOf(windows, true);
+        return registry.applicationsOf(windows, true);
     }
 
   private:
@@ -32,7 +32,7 @@ class X11Applications final : public Applications {
 
     X11Connection& connection;
     PreviousFocus& loan;
-    ApplicationRegistry book;
+    ApplicationRegistry registry;
 };
 
 } // namespace mirrolet::platform::desktop::x11
