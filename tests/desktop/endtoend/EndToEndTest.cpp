@@ -1,4 +1,5 @@
 #include "tests/desktop/endtoend/EndToEndTest.h"
+
 #include "tests/desktop/harness/HarnessError.h"
 
 #include <array>
