@@ -73,7 +73,7 @@ void NSWindow::close() {
 
 void NSWindow::makeKey() {
     if (host && canBecomeKeyWindow())
-        host->takeKeyboard();
+        host->takeFocus();
 }
 
 void NSWindow::makeKeyAndOrderFront() {

@@ -194,10 +194,10 @@ void ViewWindowHost::hide() {
     tree.pointerLeft();
 }
 
-void ViewWindowHost::takeKeyboard() {
-    keyboardWanted = announceShown;
-    if (!keyboardWanted && panel)
-        panel->takeKeyboard();
+void ViewWindowHost::takeFocus() {
+    focusWanted = announceShown;
+    if (!focusWanted && panel)
+        panel->takeFocus();
 }
 
 QRect ViewWindowHost::geometry() const {
@@ -225,8 +225,8 @@ void ViewWindowHost::exposed() {
         panel->didShow();
         if (stacking == desktop::PanelStacking::amongNormal)
             window->setGeometry(shownAt); // i3 moves what it maps by the height of a title, each time.
-        if (std::exchange(keyboardWanted, false))
-            panel->takeKeyboard();
+        if (std::exchange(focusWanted, false))
+            panel->takeFocus();
     }
     draw();
     if (presenter) {

@@ -25,7 +25,7 @@ class ViewWindowHost final : public WindowHost {
     void setLevel(int level) override;
     void show() override;
     void hide() override;
-    void takeKeyboard() override;
+    void takeFocus() override;
     [[nodiscard]] bool isVisible() const override;
     [[nodiscard]] QRect geometry() const override;
 
@@ -60,7 +60,7 @@ class ViewWindowHost final : public WindowHost {
     desktop::PixelSize presentedSize;
     QRect shownAt; ///< What was asked for at the last showing.
     bool announceShown = false;
-    bool keyboardWanted = false;
+    bool focusWanted = false;
     bool drawingScheduled = false;
     bool overlayDirty = true;
     bool pictureDirty = true;

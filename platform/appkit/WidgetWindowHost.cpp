@@ -126,32 +126,32 @@ void WidgetWindowHost::mapped() {
     if (!panel || !std::exchange(announceShown, false))
         return;
     panel->didShow();
-    if (std::exchange(keyboardWanted, false))
-        panel->takeKeyboard();
+    if (std::exchange(focusWanted, false))
+        panel->takeFocus();
 }
 
 void WidgetWindowHost::hide() {
     if (!isVisible())
         return;
     if (panel) {
-        panel->returnKeyboard();
+        panel->returnFocus();
         panel->willHide();
     }
-    announceShown = keyboardWanted = false;
+    announceShown = focusWanted = false;
     container->hide();
     if (panel)
         panel->didHide();
 }
 
-void WidgetWindowHost::takeKeyboard() {
+void WidgetWindowHost::takeFocus() {
     if (!panel) {
         container->raise();
         container->activateWindow();
         return;
     }
-    keyboardWanted = announceShown;
-    if (!keyboardWanted)
-        panel->takeKeyboard();
+    focusWanted = announceShown;
+    if (!focusWanted)
+        panel->takeFocus();
 }
 
 QRect WidgetWindowHost::geometry() const {

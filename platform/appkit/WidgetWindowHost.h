@@ -21,7 +21,7 @@ class WidgetWindowHost final : public WindowHost {
     void setLevel(int level) override;
     void show() override;
     void hide() override;
-    void takeKeyboard() override;
+    void takeFocus() override;
     [[nodiscard]] bool isVisible() const override;
     [[nodiscard]] QRect geometry() const override;
 
@@ -36,7 +36,7 @@ class WidgetWindowHost final : public WindowHost {
     std::unique_ptr<desktop::PanelWindow>
         panel; ///< Of panels only; points at the native window and goes before it.
     bool announceShown = false;
-    bool keyboardWanted = false;
+    bool focusWanted = false;
 };
 
 } // namespace mirrolet::platform

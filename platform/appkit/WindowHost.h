@@ -32,7 +32,7 @@ class WindowHost {
     virtual void setLevel(int level) = 0;
     virtual void show() = 0;
     virtual void hide() = 0;
-    virtual void takeKeyboard() = 0;
+    virtual void takeFocus() = 0;
     [[nodiscard]] virtual bool isVisible() const = 0;
     [[nodiscard]] virtual QRect geometry() const = 0;
 

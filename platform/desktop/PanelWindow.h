@@ -7,14 +7,14 @@
 
 namespace mirrolet::platform::desktop {
 
-/// How a panel's native window stands among the others.
+/// Where a panel's native window is stacked among the other windows.
 enum class PanelStacking {
-    amongNormal, ///< Managed by the window manager: raised and lowered like any window.
-    floating,    ///< Above everything, full-screen windows too; the window manager has no part in it.
+    amongNormal, ///< Managed by the window manager, which raises and lowers it like any window.
+    floating,    ///< Above all application windows, full-screen ones too. Not managed by the window manager.
 };
 
-/// A soft black shadow around a panel and a little below it. Lengths in device pixels; an opacity of 0 is
-/// none.
+/// A soft black shadow around a panel and a little below it. Lengths in device pixels. An opacity of 0 means
+/// no shadow.
 struct PanelShadow {
     double opacity = 0;
     double blur = 0;   ///< Twice the standard deviation.
@@ -22,33 +22,36 @@ struct PanelShadow {
     friend bool operator==(const PanelShadow&, const PanelShadow&) = default;
 };
 
-/// The desktop's side of one panel: stacking, all desktops, no task list, the keyboard, the corners. Made
-/// after the native window exists and before it is first shown; destroyed before the native window is. Main
-/// thread only.
+/// What the desktop has to do for a mirror panel or a prompt: stacking, all desktops, no task list, the
+/// focus, the corners. Made after the native window exists and before it is first shown; destroyed before the
+/// native window is. Main thread only.
 class PanelWindow {
   public:
     virtual ~PanelWindow() = default;
-    /// Just before the native window is mapped: properties that a window manager reads once. Waits, at most
-    /// half a second, for the window manager to have let go of it after the last hiding; the server must have
-    /// seen that.
+    /// To be called just before the native window is mapped; writes the properties that a window manager
+    /// reads once. Waits, at most half a second, until the window manager has done its part of the last
+    /// unmap. The server must have that unmap already.
     virtual void willShow() = 0;
-    /// Just after it was mapped: requests that a window manager takes only then. Floating: to the front of
-    /// its level, and kept above every other application's windows but menus and tooltips until didHide().
+    /// To be called just after the native window was mapped, or to bring a mapped one to the front; sends the
+    /// requests that a window manager takes only then. A managed window comes in front of the others without
+    /// the focus. A floating one comes to the front of its level, and stays above every application's windows
+    /// but menus and tooltips until didHide().
     virtual void didShow() = 0;
-    /// Just before it is unmapped: waits in the same way for the window manager to have shown it.
+    /// To be called just before the native window is unmapped. Waits, at most half a second, until the window
+    /// manager has done its part of the map.
     virtual void willHide() = 0;
     virtual void didHide() = 0;
     /// Among panels of this process, the higher level is in front.
     virtual void setLevel(int level) = 0;
-    /// Gives this window the keyboard, once, and remembers who had it. A window that the user then chooses
-    /// keeps it.
-    virtual void takeKeyboard() = 0;
-    /// If this window still has the keyboard, gives it back to the window that had it.
-    virtual void returnKeyboard() = 0;
-    /// Size and corner radius in device pixels: where no compositing manager runs, the corners are cut by
-    /// shape.
+    /// Gives this window the focus, once, and remembers which window had it before. If the user then chooses
+    /// another window, that window keeps the focus.
+    virtual void takeFocus() = 0;
+    /// If this window still has the focus, gives the focus back to the window that had it before.
+    virtual void returnFocus() = 0;
+    /// Size and corner radius in device pixels. While no compositing manager runs, the window's shape makes
+    /// the corners round.
     virtual void setCorners(PixelSize size, double radius) = 0;
-    /// Floating panels only, where a compositing manager runs. None at first.
+    /// The shadow of a floating panel while a compositing manager runs. None at first.
     virtual void setShadow(const PanelShadow& shadow) = 0;
 };
 

@@ -43,7 +43,7 @@ struct Backend {
 
     std::string problem;
     std::unique_ptr<X11Connection> connection;
-    PreviousFocus loan;
+    PreviousFocus previousFocus;
     CompositingManager compositingManager{*connection};
     PanelStack stack{*connection};
 };
@@ -65,8 +65,8 @@ class TestPanel {
         xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, window, client.atom("WM_PROTOCOLS"),
                             XCB_ATOM_ATOM, 32, 1, &protocol);
         client.sync();
-        desktop.emplace(*backend.connection, backend.stack, backend.compositingManager, backend.loan, window,
-                        stacking);
+        desktop.emplace(*backend.connection, backend.stack, backend.compositingManager, backend.previousFocus,
+                        window, stacking);
         desktop->setLevel(level);
     }
     ~TestPanel() {
@@ -303,16 +303,16 @@ TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
     for (int round = 1; round <= 2; ++round) {
         prompt.show();
-        prompt.desktop->takeKeyboard();
+        prompt.desktop->takeFocus();
         ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
-        EXPECT_EQ(backend.loan.window(), owner->window());
+        EXPECT_EQ(backend.previousFocus.window(), owner->window());
         Keyboard(client).stroke({round == 1 ? key::returnKey : key::escape});
         EXPECT_TRUE(waitUntil([&] { return prompt.events().size() == 2U * static_cast<unsigned>(round); }));
         if (round == 1)
-            prompt.desktop->returnKeyboard();
+            prompt.desktop->returnFocus();
         prompt.hide(); // The second time the focus falls away with the window.
         EXPECT_TRUE(waitUntil([&] { return facts.focus() == owner->window(); }));
-        EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == XCB_WINDOW_NONE; }));
+        EXPECT_TRUE(waitUntil([&] { return backend.previousFocus.window() == XCB_WINDOW_NONE; }));
         EXPECT_TRUE(GetParam() == WindowManagerKind::none ||
                     waitUntil([&] { return facts.active() == owner->window(); }));
     }
@@ -327,19 +327,26 @@ TEST_P(PanelTest, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
     const auto owner = focusedWindow({.place = {60, 300, 640, 400}});
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
     prompt.show();
-    prompt.desktop->takeKeyboard();
+    prompt.desktop->takeFocus();
     ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
-    if (GetParam() == WindowManagerKind::none) {
-        xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, chosen->window(), XCB_CURRENT_TIME);
-    } else {
-        const Box box = facts.box(chosen->window());
-        Pointer(client).click(box.x + box.width / 2, box.y + box.height / 2);
-    }
-    EXPECT_TRUE(waitUntil([&] { return facts.focus() == chosen->window(); }));
-    EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == XCB_WINDOW_NONE; }));
+    const auto choose = [this](const CallWindow& wanted) {
+        if (GetParam() == WindowManagerKind::none) {
+            xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, wanted.window(), XCB_CURRENT_TIME);
+        } else {
+            const Box box = facts.box(wanted.window());
+            Pointer(client).click(box.x + box.width / 2, box.y + box.height / 2);
+        }
+        EXPECT_TRUE(waitUntil([&] { return facts.focus() == wanted.window(); }));
+        EXPECT_TRUE(waitUntil([&] { return backend.previousFocus.window() == XCB_WINDOW_NONE; }));
+    };
+    choose(*chosen);
+    prompt.desktop->takeFocus();
+    EXPECT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; })) << "asked for once more";
+    EXPECT_EQ(backend.previousFocus.window(), chosen->window());
+    choose(*owner);
     prompt.hide();
     EXPECT_TRUE(waitUntil([&] { return !facts.viewable(prompt.window); }));
-    EXPECT_TRUE(holdsFor([&] { return facts.focus() == chosen->window(); }, std::chrono::milliseconds(100)));
+    EXPECT_TRUE(holdsFor([&] { return facts.focus() == owner->window(); }, std::chrono::milliseconds(100)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Panels, PanelTest,
@@ -462,20 +469,20 @@ TEST_F(PanelAloneTest, KeyboardGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
     xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, owner->window(), XCB_CURRENT_TIME);
     client.sync();
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
-    prompt.desktop->takeKeyboard();
-    EXPECT_TRUE(waitUntil([&] { return backend.loan.window() == owner->window(); }));
-    prompt.desktop->returnKeyboard();
-    EXPECT_EQ(backend.loan.window(), XCB_WINDOW_NONE);
+    prompt.desktop->takeFocus();
+    EXPECT_TRUE(waitUntil([&] { return backend.previousFocus.window() == owner->window(); }));
+    prompt.desktop->returnFocus();
+    EXPECT_EQ(backend.previousFocus.window(), XCB_WINDOW_NONE);
     prompt.show();
     EXPECT_TRUE(waitUntil([&] { return facts.viewable(prompt.window); }));
     EXPECT_EQ(facts.focus(), owner->window());
 
-    prompt.desktop->takeKeyboard();
+    prompt.desktop->takeFocus();
     ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
     const xcb_window_t dead = owner->window();
     owner.reset();
     ASSERT_TRUE(waitUntil([&] { return !facts.exists(dead); }));
-    prompt.desktop->returnKeyboard();
+    prompt.desktop->returnFocus();
     EXPECT_TRUE(waitUntil([&] { return facts.focus() == XCB_INPUT_FOCUS_POINTER_ROOT; }));
 }
 

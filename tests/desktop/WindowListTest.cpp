@@ -28,7 +28,7 @@ class WindowListTest : public testing::Test {
         sandbox.write("data/applications/net.whatsapp.WhatsApp.desktop",
                       "[Desktop Entry]\nType=Application\nName=Chats\nExec=chats\nStartupWMClass=WhatsApp\n");
         applications = std::make_unique<X11Applications>(
-            *connection, loan, DesktopEntryIndex({(sandbox.dataHome() / "applications").string()}));
+            *connection, previousFocus, DesktopEntryIndex({(sandbox.dataHome() / "applications").string()}));
         list = std::make_unique<X11WindowList>(*connection, *applications,
                                                [this](xcb_window_t window) { return isMirrored(window); });
     }
@@ -84,7 +84,7 @@ class WindowListTest : public testing::Test {
     XClient client{server};
     Sandbox sandbox;
     std::unique_ptr<X11Connection> connection;
-    PreviousFocus loan;
+    PreviousFocus previousFocus;
     std::unique_ptr<X11Applications> applications;
     std::unique_ptr<X11WindowList> list;
     X11WindowList::IsMirrored isMirrored = [](xcb_window_t) { return false; };
@@ -125,11 +125,11 @@ TEST_F(WindowListTest, KnowsTheFrontmostApplicationAndThatOfABorrowedKeyboard) {
     const CallWindow other(server, {.title = "Notes", .wmClass = "Notes"});
     WindowCommands(client).activate(other.window());
     EXPECT_TRUE(waitUntil([&] { return frontmost() == other.pid(); }));
-    loan.begin(call.window(), 1);
+    previousFocus.begin(call.window(), 1);
     EXPECT_EQ(applications->frontmost()->identifier, "net.whatsapp.WhatsApp");
-    loan.begin(0x7FFFFFF, 1);
+    previousFocus.begin(0x7FFFFFF, 1);
     EXPECT_EQ(frontmost(), 0) << "the lender died";
-    loan.end(1);
+    previousFocus.end(1);
     EXPECT_EQ(frontmost(), other.pid());
 }
 

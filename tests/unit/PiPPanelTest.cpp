@@ -192,7 +192,7 @@ TEST_F(PiPPanelTest, ALevelOnTheOtherSideOfNormalGetsAWindowOfTheOtherKind) {
     EXPECT_FALSE(desktop.panelWindows().front()->alive);
     EXPECT_EQ(desktop.panelWindows().back()->stacking, desktop::PanelStacking::amongNormal);
     EXPECT_TRUE(panel->isVisible());
-    EXPECT_EQ(desktop.panelWindows().back()->keyboardsTaken, 0);
+    EXPECT_EQ(desktop.panelWindows().back()->timesFocused, 0);
 }
 
 TEST_F(PiPPanelTest, AWindowManagerThatResizesItMovesTheControlsToo) {

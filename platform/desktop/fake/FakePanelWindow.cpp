@@ -14,11 +14,11 @@ void FakePanelWindow::didShow() {
     ++record->timesShown;
 }
 
-void FakePanelWindow::takeKeyboard() {
+void FakePanelWindow::takeFocus() {
     if (!record->shown)
-        misuses->add("PanelWindow::takeKeyboard while hidden");
-    record->hasKeyboard = true;
-    ++record->keyboardsTaken;
+        misuses->add("PanelWindow::takeFocus while hidden");
+    record->hasFocus = true;
+    ++record->timesFocused;
 }
 
 void FakePanelWindow::setCorners(PixelSize size, double radius) {

@@ -17,15 +17,15 @@ struct PanelWindowRecord {
     bool shown = false;
     int timesShown = 0;
     int level = 0;
-    bool hasKeyboard = false;
-    int keyboardsTaken = 0;
+    bool hasFocus = false;
+    int timesFocused = 0;
     PixelSize corners;
     double cornerRadius = 0;
     PanelShadow shadow;
 };
 
-/// Records instead of stacking. Notices a show that was not announced, and a keyboard taken by a hidden
-/// panel.
+/// Records instead of stacking. Notices a show that was not announced, and a hidden panel that takes the
+/// focus.
 class FakePanelWindow final : public PanelWindow {
   public:
     FakePanelWindow(std::shared_ptr<PanelWindowRecord> record, std::shared_ptr<Misuses> misuses)
@@ -39,8 +39,8 @@ class FakePanelWindow final : public PanelWindow {
     void willHide() override {}
     void didHide() override { record->shown = false; }
     void setLevel(int level) override { record->level = level; }
-    void takeKeyboard() override;
-    void returnKeyboard() override { record->hasKeyboard = false; }
+    void takeFocus() override;
+    void returnFocus() override { record->hasFocus = false; }
     void setCorners(PixelSize size, double radius) override;
     void setShadow(const PanelShadow& shadow) override { record->shadow = shadow; }
 

@@ -23,7 +23,7 @@ class X11Desktop final : public Desktop {
   public:
     explicit X11Desktop(std::unique_ptr<X11Connection> opened)
         : connection(std::move(opened)), compositingManager(*connection), panelStack(*connection),
-          theApplications(*connection, loan),
+          theApplications(*connection, previousFocus),
           theWindowList(*connection, theApplications,
                         [this](xcb_window_t window) { return theCapture.isCaptured(window); }),
           theCapture(*connection), theHotKeys(*connection), theTrayHosts(*connection),
@@ -44,14 +44,14 @@ class X11Desktop final : public Desktop {
     }
 
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override {
-        return std::make_unique<X11PanelWindow>(*connection, panelStack, compositingManager, loan, window,
-                                                stacking);
+        return std::make_unique<X11PanelWindow>(*connection, panelStack, compositingManager, previousFocus,
+                                                window, stacking);
     }
 
   private:
     // Destroyed from the bottom up: the connection, on whose thread the others' handlers run, last.
     std::unique_ptr<X11Connection> connection;
-    PreviousFocus loan;
+    PreviousFocus previousFocus;
     CompositingManager compositingManager;
     PanelStack panelStack;
     X11Applications theApplications;

@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t guardedSteps = 2; ///< Of a window that is read directly.
 
-/// The pixels of a step's result that read any of pixels `from` to `to` of the step before. One more on each
-/// side than the filter reaches, for the server's rounding.
+/// The range of a step's result that reads any of the pixels `from` to `to` of the step before. One pixel
+/// wider on each side than the filter reaches, because of the server's rounding.
 std::pair<int, int> reached(int from, int to, double scale) {
     return {static_cast<int>(std::floor((from - 1) / scale)) - 1,
             static_cast<int>(std::ceil((to + 1) / scale)) + 1};
@@ -32,8 +32,8 @@ xcb_render_fixed_t fixed(double value) {
     return static_cast<xcb_render_fixed_t>(std::lround(value * 65536));
 }
 
-/// The destination's place is also the place in the source's scaled coordinates, so that a part comes out
-/// just as it does in the whole.
+/// A part is read at the same scaled coordinates as in a drawing of the whole, so that it gets the same
+/// pixels.
 void scale(X11Connection& connection, xcb_render_picture_t from, xcb_render_picture_t to, int left, int top,
            const PixelRect& part) {
     xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_SRC, from, XCB_RENDER_PICTURE_NONE, to,

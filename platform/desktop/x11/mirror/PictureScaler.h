@@ -20,17 +20,17 @@ class PictureScaler {
     PictureScaler(X11Connection& connection, const RenderFormats& formats)
         : connection(connection), formats(formats) {}
 
-    /// The image to scale from now on (may be null), and the size to scale it to. Returns which part of the
-    /// result is another one than before.
+    /// Sets the image to scale from now on (may be null) and the size to scale it to. Returns the part of the
+    /// result that has changed.
     PixelRect setImage(std::shared_ptr<const X11WindowImage> image, PixelSize size);
     /// Draws `part` of the result to a picture. The result's top-left corner lies at (left, top) there.
     void draw(xcb_render_picture_t destination, int left, int top, PixelRect part);
 
   private:
-    /// The result of one step but the last.
+    /// The result of one step. The last step has none, because it draws to the destination.
     struct Level {
         Surface surface;
-        PixelRect stale; ///< What has to be scaled anew before it is read.
+        PixelRect stale; ///< The part to scale anew before the level is read.
     };
 
     void rebuild();

@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/mirror/RoundedRegion.h"
 
-#include "platform/desktop/x11/mirror/Coverage.h"
+#include "platform/desktop/x11/mirror/CornerCoverage.h"
 
 #include <algorithm>
 
@@ -8,13 +8,14 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// A pixel that is covered in part is painted for what lies behind it, which is not there: it would be dark.
+// A partly covered pixel is blended with transparent black and looks dark, so pixels with less coverage than
+// this are left out.
 constexpr double leastCoverage = 0.8;
 
-/// How many pixels at either end of a row are not in.
+/// The number of pixels at either end of a row that are outside.
 int insetOfRow(int row, PixelSize size, double radius) {
     int inset = 0;
-    while (inset < size.width / 2 && roundedCoverage(inset, row, size, radius) < leastCoverage)
+    while (inset < size.width / 2 && cornerCoverage(inset, row, size, radius) < leastCoverage)
         ++inset;
     return inset;
 }

@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// A rectangle with round corners as rectangles without overlap, top to bottom. The radius is cut to half the
-/// shorter side. Empty for an empty size.
+/// Divides a rectangle with round corners into rectangles that do not overlap, top to bottom. A radius above
+/// half of the shorter side counts as that half. Empty for an empty size.
 std::vector<PixelRect> roundedRegion(PixelSize size, double radius);
 
 } // namespace mirrolet::platform::desktop::x11

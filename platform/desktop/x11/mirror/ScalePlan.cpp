@@ -9,18 +9,18 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr int largestPixmap = 32767;
-// Largest ratios at which the uneven step still loses little, by where it goes.
+// The largest ratios at which the uneven step still loses little, by the size that it makes.
 constexpr double toTarget = 1.5;
 constexpr double toDouble = 3.3;
 constexpr double halvedToDouble = 6.5;
 constexpr double toFourfold = 6.8;
 
-struct Course {
-    int halvings; ///< Exact ones, at the start.
-    int multiple; ///< Of the target, where the uneven step goes.
+struct AxisPlan {
+    int halvings; ///< Exact halvings before the uneven step.
+    int multiple; ///< The uneven step makes this multiple of the target.
 };
 
-Course courseFor(double ratio) {
+AxisPlan planFor(double ratio) {
     if (ratio <= toTarget)
         return {0, 1};
     if (ratio <= toDouble)
@@ -33,12 +33,12 @@ Course courseFor(double ratio) {
 } // namespace
 
 std::vector<AxisStep> planAxis(int from, int to) {
-    auto [halvings, multiple] = courseFor(static_cast<double>(from) / to);
+    auto [halvings, multiple] = planFor(static_cast<double>(from) / to);
     while (multiple > 1 && to > largestPixmap / multiple)
         multiple /= 2;
     std::vector<AxisStep> steps;
     int pixels = from;
-    double covered = from; // What of them is picture: an odd row more makes half a pixel too many.
+    double covered = from; // The part of `pixels` that is picture. Halving an odd number adds half a pixel.
     for (int i = 0; i < halvings; ++i) {
         pixels = (pixels + 1) / 2;
         covered /= 2;

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// One step of a scaling on one axis: makes `pixels` pixels of which each covers `scale` pixels of the step
+/// One step of a scaling on one axis. Each of its `pixels` pixels is made from `scale` pixels of the step
 /// before.
 struct AxisStep {
     int pixels = 0;
@@ -14,13 +14,14 @@ struct AxisStep {
     friend bool operator==(const AxisStep&, const AxisStep&) = default;
 };
 
-/// The steps that scale `from` pixels to `to` (both above 0) with a bilinear filter, which by itself reads
-/// two neighbours only and would skip the rest below one half. The last step makes `to` pixels. Never empty.
+/// The steps that scale `from` pixels to `to` pixels (both above 0) with a bilinear filter. One bilinear step
+/// reads only two neighbours and would skip pixels below one half. The last step makes `to` pixels. Never
+/// empty.
 ///
-/// Halving is an exact average. So the picture is halved while it is large, then brought to 2 or 4 times the
-/// target in one uneven step, and halved from there: what the uneven step gets wrong is averaged away. Where
-/// to switch was measured on pages of small text (SSIM against area averaging at least 0.965 at every ratio,
-/// fewest pixels written).
+/// Halving is an exact average. So a large picture is halved first, then brought to 2 or 4 times the target
+/// in one uneven step, and halved from there, which averages the error of the uneven step away. The ratios at
+/// which the plan changes were measured on pages of small text: the fewest pixels written with an SSIM
+/// against area averaging of at least 0.965 at every ratio.
 std::vector<AxisStep> planAxis(int from, int to);
 
 struct ScaleStep {
@@ -28,7 +29,8 @@ struct ScaleStep {
     AxisStep y;
 };
 
-/// Both axes; the one with fewer steps rests at its target, which makes the other's later steps cheaper.
+/// The steps for both axes. The axis with fewer steps comes first to its target and stays there, which makes
+/// the later steps cheaper.
 std::vector<ScaleStep> planScaling(PixelSize from, PixelSize to);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -55,7 +55,7 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
     canvas = makeSurface(connection, size, target.depth, target.format);
     if (target.translucent)
         corners.emplace(connection, formats, size, cornerRadius);
-    // On the pixmap that it copies from: the window may be gone at any time, and would take it along.
+    // Made on the canvas and not on the window, because the window may be destroyed at any time.
     const std::uint32_t noExposures = 0;
     context = {connection, xcb_generate_id(connection.xcb())};
     xcb_create_gc(connection.xcb(), context.id(), canvas.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
@@ -89,7 +89,8 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
 }
 
 void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
-    // What the main thread is at, or has begun, it presents itself, all in one: a capture never waits for it.
+    // A main thread that is drawing, or has something to draw, presents this image as well. A capture never
+    // waits for it.
     const std::unique_lock guard(lock, std::try_to_lock);
     if (!guard || !isEmpty(stale) || isEmpty(pictureRect))
         return;
@@ -100,7 +101,7 @@ void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image
 
 void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {
     const bool moved = std::exchange(pictureRect, rect) != rect;
-    // A newer one may have been shown while this one was on its way.
+    // A newer image may have been shown while this one was on its way.
     const bool isKnown = image == picture || (image && picture && image->precedes(*picture));
     if (isKnown && !moved)
         return;
@@ -140,7 +141,7 @@ void X11WindowPresenter::draw() {
     copyToWindow(part);
 }
 
-/// Every pixel of the part anew, and opaque: what was cut off the corners is there again.
+/// Draws every pixel of the part anew and opaque, so the corners are square again afterwards.
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
     if (!picture || !contains(pictureRect, part)) {
         const auto area = toRectangle(part);
@@ -173,7 +174,7 @@ void X11WindowPresenter::copyToWindow(const PixelRect& part) {
 
 void X11WindowPresenter::repair(PixelRect area) {
     const std::lock_guard guard(lock);
-    // What is about to be drawn anew anyway, or was never drawn, is not worth copying.
+    // A part that will be drawn anew, or was never drawn, need not be copied.
     const auto part = intersection(area, whole());
     if (canvas.pixmap && !isEmpty(part) && stale != whole())
         copyToWindow(part);

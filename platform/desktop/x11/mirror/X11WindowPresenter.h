@@ -3,7 +3,7 @@
 #include "platform/desktop/WindowPresenter.h"
 #include "platform/desktop/x11/capture/ImageViewer.h"
 #include "platform/desktop/x11/mirror/PictureScaler.h"
-#include "platform/desktop/x11/mirror/RoundedCorners.h"
+#include "platform/desktop/x11/mirror/TranslucentCorners.h"
 #include "platform/desktop/x11/server/RenderFormats.h"
 #include "platform/desktop/x11/server/RenderResources.h"
 
@@ -13,10 +13,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Composes with RENDER: a canvas of background, picture and overlay, whose corners are then cut where the
-/// window can be translucent; from it the window. It stays on the server from frame to frame, only what
-/// changed is drawn again, and nothing waits for a reply. A window that died in between makes it all go
-/// nowhere. What a capture finds to have changed in the picture is drawn there and then, unless the main
+/// Puts a mirror together with RENDER. Background, picture and overlay are drawn to a canvas. The canvas's
+/// corners are made round where the window can be translucent, and the canvas is copied to the window. The
+/// canvas stays on the server from frame to frame, only what has changed is drawn again, and no request waits
+/// for a reply. If the window has been destroyed in between, the requests have no effect.
+///
+/// A change that a capture finds in the picture is drawn at once on the capturing thread, unless the main
 /// thread is about to draw anyway.
 class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
   public:
@@ -59,13 +61,13 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     std::mutex lock; ///< Guards what follows. Not held while `watched` changes.
     ServerContext context;
     PictureScaler scaler;
-    Surface canvas;  ///< Background, picture, overlay, with the window's depth and cut corners.
-    Surface overlay; ///< Premultiplied. None before the first setOverlay().
-    std::optional<RoundedCorners> corners;
+    Surface canvas;  ///< Background, picture, overlay and round corners, with the window's depth.
+    Surface overlay; ///< Premultiplied colours. Empty before the first setOverlay().
+    std::optional<TranslucentCorners> corners;
     std::uint32_t background = 0xff000000;
     std::shared_ptr<const X11WindowImage> picture;
     PixelRect pictureRect;
-    PixelRect stale; ///< What present() has to draw.
+    PixelRect stale; ///< The part that present() has to draw.
 };
 
 } // namespace mirrolet::platform::desktop::x11

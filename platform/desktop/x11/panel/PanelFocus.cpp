@@ -8,16 +8,16 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// None and PointerRoot are no windows.
+/// False for None and PointerRoot, which are modes and not windows.
 bool isWindow(xcb_window_t focus) {
     return focus != XCB_INPUT_FOCUS_NONE && focus != XCB_INPUT_FOCUS_POINTER_ROOT;
 }
 
 } // namespace
 
-PanelFocus::PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& loan,
+PanelFocus::PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& previousFocus,
                        xcb_window_t panel)
-    : connection(connection), loan(loan), panel(panel) {
+    : connection(connection), previousFocus(previousFocus), panel(panel) {
     subscriptions[0] =
         connection.subscribe<xcb_property_notify_event_t>(connection.ownWindow(), [this](const auto& event) {
             if (event.atom == this->connection.atoms()._MIRROLET_TIME)
@@ -40,7 +40,7 @@ void PanelFocus::take() {
     if (state != State::without)
         return;
     state = State::awaitingTime;
-    // Only an event tells the server's time: an empty change of a property of ours makes one.
+    // Only an event tells the server's time, and an empty change of our own property causes one.
     const auto& atoms = connection.atoms();
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, connection.ownWindow(), atoms._MIRROLET_TIME,
                         XCB_ATOM_INTEGER, 32, 0, nullptr);
@@ -51,7 +51,7 @@ void PanelFocus::giveBack() {
     const std::lock_guard guard(lock);
     if (std::exchange(state, State::without) == State::held)
         restore();
-    loan.end(panel);
+    previousFocus.end(panel);
 }
 
 void PanelFocus::timeKnown(xcb_timestamp_t time) {
@@ -71,26 +71,26 @@ void PanelFocus::mapped() {
 }
 
 void PanelFocus::unmapped() {
-    // Not left to the caller's giveBack(): a window manager that sees the focus fall to nobody picks a window
-    // itself.
+    // The focus is given back here and not only in giveBack(), because a window manager that sees the focus
+    // fall to nobody picks a window itself.
     const std::lock_guard guard(lock);
     if (state != State::held)
         return;
     state = State::without;
     restore();
-    loan.end(panel);
+    previousFocus.end(panel);
 }
 
 void PanelFocus::focusLeft(const xcb_focus_out_event_t& event) {
     if (event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB)
-        return; // A hot key's grab borrows the keyboard from us for a moment.
+        return; // A hot key's grab has the keyboard for a moment.
     if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER)
         return;
     const std::lock_guard guard(lock);
     if (state != State::held || focusIsOurs())
         return;
     state = State::without;
-    loan.end(panel);
+    previousFocus.end(panel);
 }
 
 void PanelFocus::rememberOwner() {
@@ -102,28 +102,28 @@ void PanelFocus::rememberOwner() {
     owner = focused ? focused->focus : static_cast<xcb_window_t>(XCB_INPUT_FOCUS_POINTER_ROOT);
     ownerRevertTo = focused ? focused->revert_to : static_cast<std::uint8_t>(XCB_INPUT_FOCUS_POINTER_ROOT);
     active = actives.empty() ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : actives.front();
-    xcb_window_t lender = active;
-    if (lender == XCB_WINDOW_NONE)
-        lender = loan.window(); // It was borrowed already, by another panel of ours.
-    if (lender == XCB_WINDOW_NONE && isWindow(owner))
-        lender = owner; // No window manager.
-    loan.begin(lender, panel);
+    xcb_window_t before = active;
+    if (before == XCB_WINDOW_NONE)
+        before = previousFocus.window(); // Another of our panels has the focus.
+    if (before == XCB_WINDOW_NONE && isWindow(owner))
+        before = owner; // No window manager.
+    previousFocus.begin(before, panel);
 }
 
 void PanelFocus::tryFocus() {
     if (!focus(panel, XCB_INPUT_FOCUS_POINTER_ROOT, since))
-        return; // Not viewable yet: the next map or visibility event comes here again.
+        return; // Not viewable yet. The next map or visibility event tries again.
     state = State::held;
     if (focusIsOurs())
         return;
     state = State::without; // The user chose another window in the meantime, and keeps it.
-    loan.end(panel);
+    previousFocus.end(panel);
 }
 
 void PanelFocus::restore() {
     if (!focusIsOurs())
         return;
-    // With the time of our own taking: refused by the server if anyone has moved the focus since then.
+    // The time is that of our own taking, so the server refuses this if anyone has moved the focus since.
     bool restored = focus(owner, ownerRevertTo, since);
     if (!restored && isWindow(active) && active != owner)
         restored = focus(active, XCB_INPUT_FOCUS_PARENT, since);

@@ -9,19 +9,20 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Borrows the keyboard for one panel and gives it back. Every change of focus carries the time at which we
-/// wanted it, so that the server itself refuses it once the user has chosen another window after that.
+/// Takes the focus for one panel and gives it back. Each change of the focus carries the time at which the
+/// panel asked for it, so the server itself refuses the change once the user has chosen another window after
+/// that time.
 class PanelFocus {
   public:
-    PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& loan, xcb_window_t panel);
+    PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& previousFocus,
+               xcb_window_t panel);
     ~PanelFocus();
     PanelFocus(const PanelFocus&) = delete;
     PanelFocus& operator=(const PanelFocus&) = delete;
 
-    /// Returns at once; the focus follows as soon as the panel can be seen.
+    /// Returns at once; the focus follows as soon as the panel is viewable.
     void take();
-    /// Gives the focus back if the panel has it, or has just lost it by vanishing. Otherwise only ends the
-    /// loan.
+    /// Gives the focus back if the panel has it, or has just lost it by being unmapped.
     void giveBack();
 
   private:
@@ -39,14 +40,13 @@ class PanelFocus {
     [[nodiscard]] bool focusIsOurs() const;
 
     X11Connection& connection;
-    PreviousFocus& loan;
+    PreviousFocus& previousFocus;
     xcb_window_t panel;
 
     std::mutex lock; ///< Guards what follows; the connection's thread and the main thread both come here.
     State state = State::without;
     xcb_timestamp_t since = XCB_CURRENT_TIME;
-    xcb_window_t owner =
-        XCB_WINDOW_NONE; ///< What had the focus; also None and PointerRoot, as the server says it.
+    xcb_window_t owner = XCB_WINDOW_NONE; ///< What had the focus; None and PointerRoot are possible.
     std::uint8_t ownerRevertTo = XCB_INPUT_FOCUS_POINTER_ROOT;
     xcb_window_t active = XCB_WINDOW_NONE; ///< The window manager's active window of that time.
 

@@ -45,9 +45,9 @@ void PanelProperties::writeBeforeMap(bool modal) const {
     write(connection, panel, atoms._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, std::array{type});
     write(connection, panel, atoms._MOTIF_WM_HINTS, atoms._MOTIF_WM_HINTS, noDecorations);
     write(connection, panel, atoms._NET_WM_DESKTOP, XCB_ATOM_CARDINAL, std::array{everyDesktop});
-    if (stacking == PanelStacking::floating) // It has one of ours, round as it is.
+    if (stacking == PanelStacking::floating) // The panel has a shadow of ours, with round corners.
         write(connection, panel, atoms._COMPTON_SHADOW, XCB_ATOM_CARDINAL, std::array{0U});
-    const std::uint32_t neverUsed = 0; // Does not take the focus when it appears.
+    const std::uint32_t neverUsed = 0; // Asks for no focus at the map.
     connection.succeeds(xcb_change_property_checked(connection.xcb(), XCB_PROP_MODE_REPLACE, panel,
                                                     atoms._NET_WM_USER_TIME, XCB_ATOM_CARDINAL, 32, 1,
                                                     &neverUsed));

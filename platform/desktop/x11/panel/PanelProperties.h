@@ -8,17 +8,17 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What a window manager, task list or compositor is told about one panel. Any thread.
+/// Tells the window manager, task lists and the compositing manager about one panel. Any thread.
 class PanelProperties {
   public:
     PanelProperties(X11Connection& connection, xcb_window_t panel, PanelStacking stacking)
         : connection(connection), panel(panel), stacking(stacking) {}
 
-    /// Writes what is read once, at the map; it is with the server when this returns, so that a map over
-    /// another connection comes after it. `modal`: a panel that asks something.
+    /// Writes the properties that are read once, at the map. The server has them when this returns, so they
+    /// come before a map on another connection. `modal`: the panel asks the user something.
     void writeBeforeMap(bool modal) const;
-    /// Asks the window manager for what some take only by message, and forget with every unmap. Only for a
-    /// managed panel that is mapped; otherwise nothing.
+    /// Sends the requests that some window managers take only as messages, and forget with every unmap. Only
+    /// for a managed panel that is mapped; without effect on a floating one.
     void requestAfterMap() const;
 
   private:

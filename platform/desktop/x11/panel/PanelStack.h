@@ -1,20 +1,18 @@
 #pragma once
 
+#include "platform/desktop/x11/panel/PanelOrder.h"
+#include "platform/desktop/x11/panel/RaiseLimit.h"
+#include "platform/desktop/x11/panel/SiblingsBelow.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
-#include <chrono>
-#include <cstdint>
-#include <map>
 #include <mutex>
-#include <optional>
 #include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
 
 /// Keeps this process's floating panels above every application's windows, full-screen ones too, and below
-/// menus and tooltips: no window manager does that for all of them. The panels are override-redirect children
-/// of the root window. Watches the stacking only while a panel is shown, and works on the connection's
-/// thread.
+/// menus and tooltips. No window manager does that for override-redirect windows, which the panels are.
+/// Watches the stacking only while a panel is shown, and works on the connection's thread.
 class PanelStack {
   public:
     explicit PanelStack(X11Connection& connection);
@@ -27,46 +25,26 @@ class PanelStack {
     void hide(xcb_window_t panel);
     /// Without effect on a panel that is not shown.
     void setLevel(xcb_window_t panel, int level);
-    /// A window that belongs right below a panel, from now on; XCB_WINDOW_NONE: none any more. Any thread.
+    /// The window that belongs right below a panel from now on; XCB_WINDOW_NONE for none. Any thread.
     void setShadow(xcb_window_t panel, xcb_window_t shadow);
 
   private:
-    struct Panel {
-        xcb_window_t window;
-        int level;
-    };
-    using Clock = std::chrono::steady_clock;
-    /// How often we were raised above one window within the current second.
-    struct Contest {
-        Clock::time_point began;
-        int raises = 0;
-    };
-
-    void insert(Panel panel);
     void requestCheck();
     void configured(const xcb_configure_notify_event_t& event);
-    bool noteBelow(xcb_window_t topLevel, xcb_window_t sibling);
     void forget(xcb_window_t topLevel);
     void checkRequested();
-    void check(const std::vector<Panel>& shown);
-    [[nodiscard]] std::optional<xcb_window_t> topmostOpponent(const std::vector<xcb_window_t>& above);
-    bool mayRaiseAbove(xcb_window_t opponent);
-    void arrange(const std::vector<Panel>& shown, std::vector<xcb_window_t> order,
-                 std::optional<xcb_window_t> opponent);
-    bool placeAbove(xcb_window_t panel, xcb_window_t sibling);
-    void placeBelow(xcb_window_t shadow, xcb_window_t panel) const;
-    void arrangeShadows(const std::vector<Panel>& shown, const std::vector<xcb_window_t>& order);
+    void check(const PanelOrder& shown);
+    bool carryOut(const PanelOrder::Move& move);
 
     X11Connection& connection;
 
-    std::mutex lock;           ///< Guards the panels, their shadows and whether a check is on its way.
-    std::vector<Panel> panels; ///< The shown ones, bottom to top.
-    std::map<xcb_window_t, xcb_window_t> shadows; ///< Of each panel that has one.
+    std::mutex panelsMutex; ///< Guards the panels and whether a check has been requested.
+    PanelOrder panels;
     bool checkPending = false;
 
-    // Of the connection's thread only.
-    std::map<xcb_window_t, xcb_window_t> siblingBelow; ///< As last reported, for each top level.
-    std::map<xcb_window_t, Contest> contests;
+    // Used by the connection's thread only.
+    SiblingsBelow siblings;
+    RaiseLimit limit;
 
     std::vector<X11Connection::Subscription> subscriptions;
 };

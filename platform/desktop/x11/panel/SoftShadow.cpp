@@ -1,6 +1,6 @@
 #include "platform/desktop/x11/panel/SoftShadow.h"
 
-#include "platform/desktop/x11/mirror/Coverage.h"
+#include "platform/desktop/x11/mirror/CornerCoverage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,7 +27,7 @@ Mask roundedMask(PixelSize rectangle, double radius, int margin) {
     Mask mask(rectangle.width + 2 * margin, rectangle.height + 2 * margin);
     for (int y = 0; y < rectangle.height; ++y)
         for (int x = 0; x < rectangle.width; ++x)
-            mask.at(x + margin, y + margin) = static_cast<float>(roundedCoverage(x, y, rectangle, radius));
+            mask.at(x + margin, y + margin) = static_cast<float>(cornerCoverage(x, y, rectangle, radius));
     return mask;
 }
 
@@ -41,7 +41,7 @@ std::vector<float> gaussian(double sigma, int reach) {
     return weights;
 }
 
-/// Blurs along the rows and turns rows into columns, so that twice of it blurs both ways.
+/// Blurs along the rows and turns rows into columns. Done twice, it blurs in both directions.
 Mask blurredAndTurned(Mask& mask, const std::vector<float>& weights) {
     const int reach = static_cast<int>(weights.size()) / 2;
     Mask turned(mask.height, mask.width);

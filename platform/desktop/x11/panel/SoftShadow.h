@@ -5,11 +5,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// How far a shadow reaches beyond what throws it, and just as far into it, until nothing changes any more.
+/// The distance from the edge of a panel within which the blur of its shadow can be seen, outside and inside.
 int reachOf(const PanelShadow& shadow);
 
-/// The shadow that a rectangle with round corners throws: black, its alpha blurred by a Gaussian. As large as
-/// the rectangle with the shadow's reach on each side; the offset is not in it.
+/// The shadow of a rectangle with round corners: black, with an alpha that a Gaussian has blurred. As large
+/// as the rectangle plus the shadow's reach on each side, without the offset.
 Bitmap softShadow(PixelSize rectangle, double radius, const PanelShadow& shadow);
 
 } // namespace mirrolet::platform::desktop::x11

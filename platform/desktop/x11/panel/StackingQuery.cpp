@@ -26,7 +26,8 @@ std::vector<xcb_window_t> childrenFrom(const X11Connection& connection, xcb_quer
     return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
-/// All questions first, then all answers: one round trip, however many windows there are.
+/// Sends all requests before it waits for the first reply, so this costs one round trip for any number of
+/// windows.
 std::vector<Candidate> viewableOf(const X11Connection& connection,
                                   const std::vector<xcb_window_t>& topLevels) {
     std::vector<xcb_get_window_attributes_cookie_t> attributeCookies;
@@ -48,8 +49,9 @@ std::vector<Candidate> viewableOf(const X11Connection& connection,
     return found;
 }
 
-/// A frame is the window manager's, and what is in it is another client's; the number of a window tells whose
-/// it is. (Some time after the map also WM_STATE tells; the map event comes too early for that.)
+/// Finds the client's window inside a window manager's frame. The number of a window tells which client made
+/// it, so a child that another client made is the one. WM_STATE would tell as well, but only some time after
+/// the map event.
 class FrameReader {
   public:
     explicit FrameReader(const X11Connection& connection)
@@ -66,7 +68,7 @@ class FrameReader {
     void findClient(Candidate& candidate) const {
         const auto owner = ownerOf(candidate.topLevel);
         if (owner == 0)
-            return; // The server's own: a compositing manager draws in it.
+            return; // The server's overlay window, in which a compositing manager draws.
         if (takeForeign(candidate, owner, candidate.children))
             return;
         std::vector<xcb_query_tree_cookie_t> cookies;
@@ -106,7 +108,7 @@ bool isApplication(const Atoms& atoms, const Candidate& candidate, std::span<con
         return false;
     if (candidate.client != candidate.topLevel || !candidate.overrideRedirect)
         return true;
-    // Toolkits call any window "normal", their pop-ups and screen lockers too.
+    // Many programs call every window "normal", even pop-ups and screen lockers.
     return type != XCB_ATOM_NONE && type != atoms._NET_WM_WINDOW_TYPE_NORMAL;
 }
 

@@ -18,7 +18,7 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr std::uint8_t argbDepth = 32;
-constexpr int largestSide = 16384; // Of a panel; far from what 16 bits of the protocol hold.
+constexpr int largestSide = 16384; // Of a panel. A shadow around it still fits the protocol's 16 bits.
 
 /// XCB_NONE on a server without translucent windows.
 xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
@@ -32,56 +32,12 @@ xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
     return XCB_NONE;
 }
 
-ServerPixmap makePixmap(X11Connection& connection, PixelSize size) {
-    const auto id = xcb_generate_id(connection.xcb());
-    xcb_create_pixmap(connection.xcb(), argbDepth, id, connection.root(),
-                      static_cast<std::uint16_t>(size.width), static_cast<std::uint16_t>(size.height));
-    return {connection, id};
-}
-
-/// Makes a pixmap wider or higher by repeating the line in its middle, all on the server.
-class Lengthening {
-  public:
-    enum class Way { wider, higher };
-
-    /// `breadth`: the side that both pixmaps share.
-    Lengthening(xcb_connection_t* xcb, xcb_gcontext_t context, Way way, int breadth)
-        : xcb(xcb), context(context), way(way), breadth(breadth) {}
-
-    void run(xcb_pixmap_t from, int fromLength, xcb_pixmap_t to, int toLength) const {
-        const int middle = fromLength / 2;
-        const int rest = fromLength - middle - 1;
-        copy(from, to, 0, 0, middle + 1);
-        copy(from, to, middle + 1, toLength - rest, rest);
-        // Each time as much as stands there already.
-        const int wanted = toLength - rest - middle;
-        for (int done = 1; done < wanted; done *= 2)
-            copy(to, to, middle, middle + done, std::min(done, wanted - done));
-    }
-
-  private:
-    void copy(xcb_pixmap_t from, xcb_pixmap_t to, int source, int target, int length) const {
-        const auto at = static_cast<std::int16_t>(source);
-        const auto there = static_cast<std::int16_t>(target);
-        const auto along = static_cast<std::uint16_t>(length);
-        const auto across = static_cast<std::uint16_t>(breadth);
-        if (way == Way::wider)
-            xcb_copy_area(xcb, from, to, context, at, 0, there, 0, along, across);
-        else
-            xcb_copy_area(xcb, from, to, context, 0, at, 0, there, across, along);
-    }
-
-    xcb_connection_t* xcb;
-    xcb_gcontext_t context;
-    Way way;
-    int breadth;
-};
-
 } // namespace
 
 WindowShadow::WindowShadow(X11Connection& connection, const PanelEvents& events,
                            CompositingManager& compositingManager, PanelStack& stack, xcb_window_t panel)
-    : connection(connection), compositingManager(compositingManager), stack(stack), panel(panel) {
+    : connection(connection), compositingManager(compositingManager), stack(stack), panel(panel),
+      pixmap(connection) {
     subscriptions[0] = events.subscribe<xcb_map_notify_event_t>([this](const auto&) { panelMapped(); });
     subscriptions[1] = events.subscribe<xcb_unmap_notify_event_t>([this](const auto&) { panelUnmapped(); });
     subscriptions[2] = events.subscribe<xcb_configure_notify_event_t>([this](const auto& event) {
@@ -103,8 +59,7 @@ void WindowShadow::set(const PanelShadow& newShadow) {
     const std::lock_guard guard(lock);
     if (std::exchange(shadow, newShadow) == newShadow)
         return;
-    core = {};
-    coreFor = paintedFor = {};
+    painted = {};
     update();
 }
 
@@ -115,7 +70,7 @@ void WindowShadow::setRadius(double newRadius) {
 }
 
 void WindowShadow::panelMapped() {
-    // Asked for once: what the panel was made with, nothing has told.
+    // No event has told the place that the panel was made with.
     const auto geometry =
         connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(connection.xcb(), panel), windowGone);
     const std::lock_guard guard(lock);
@@ -188,10 +143,10 @@ void WindowShadow::make() {
     writeProperties();
     xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window.id(),
                          0, 0, 0, nullptr);
-    paintedFor = {};
+    painted = {};
 }
 
-/// Of a type that compositing managers neither animate nor give a shadow of their own.
+/// Compositing managers neither animate a window of this type nor give it a shadow of their own.
 void WindowShadow::writeProperties() const {
     const auto& atoms = connection.atoms();
     const std::uint32_t none = 0;
@@ -211,49 +166,18 @@ void WindowShadow::remove() {
 }
 
 void WindowShadow::paint() {
-    const PixelSize size{panelRect.width, panelRect.height};
-    if (std::exchange(paintedFor, size) == size && paintedRadius == radius)
+    const Painted wanted{{panelRect.width, panelRect.height}, radius};
+    if (std::exchange(painted, wanted) == wanted)
         return;
-    paintedRadius = radius;
-    renewCore();
-    xcb_connection_t* xcb = connection.xcb();
-    const int reach = 2 * reachOf(shadow);
-    const PixelSize from{coreFor.width + reach, coreFor.height + reach};
-    const PixelSize to{size.width + reach, size.height + reach};
-    const auto wide = makePixmap(connection, {to.width, from.height});
-    const auto picture = makePixmap(connection, to);
-    Lengthening(xcb, context.id(), Lengthening::Way::wider, from.height)
-        .run(core.id(), from.width, wide.id(), to.width);
-    Lengthening(xcb, context.id(), Lengthening::Way::higher, to.width)
-        .run(wide.id(), from.height, picture.id(), to.height);
-    const std::uint32_t background = picture.id(); // The window keeps it; our name for it can go.
-    xcb_change_window_attributes(xcb, window.id(), XCB_CW_BACK_PIXMAP, &background);
+    const auto full = pixmap.make(wanted.panel, radius, shadow);
+    const std::uint32_t background = full.id(); // The window keeps it, so our name for it can go.
+    xcb_change_window_attributes(connection.xcb(), window.id(), XCB_CW_BACK_PIXMAP, &background);
     cutOut();
-    xcb_clear_area(xcb, 0, window.id(), 0, 0, 0, 0);
+    xcb_clear_area(connection.xcb(), 0, window.id(), 0, 0, 0, 0);
 }
 
-void WindowShadow::renewCore() {
-    const double cut = std::min(radius, std::min(panelRect.width, panelRect.height) / 2.0);
-    const int corners = 2 * (reachOf(shadow) + static_cast<int>(std::ceil(cut))) + 1;
-    const PixelSize size{std::min(panelRect.width, corners), std::min(panelRect.height, corners)};
-    if (core && size == coreFor && cut == coreRadius)
-        return;
-    const auto bitmap = softShadow(size, cut, shadow);
-    Surface surface{makePixmap(connection, bitmap.size), {}, bitmap.size};
-    upload(connection, surface, bitmap);
-    if (!context) {
-        const std::uint32_t noExposures = 0;
-        context = {connection, xcb_generate_id(connection.xcb())};
-        xcb_create_gc(connection.xcb(), context.id(), surface.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
-                      &noExposures);
-    }
-    core = std::move(surface.pixmap);
-    coreFor = size;
-    coreRadius = cut;
-}
-
-/// What the panel covers anyway is cut out, so that a compositing manager has nothing to blend there with
-/// every frame of the mirror.
+/// Cuts the part that lies under the panel out of the shadow, because a compositing manager would blend it
+/// anew with every frame of the mirror.
 void WindowShadow::cutOut() const {
     const auto outer = place();
     const int inset = static_cast<int>(std::ceil(radius * 0.3)) + 1; // Clear of the round corners.

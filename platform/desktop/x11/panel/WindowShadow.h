@@ -3,6 +3,7 @@
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/Pixels.h"
 #include "platform/desktop/x11/panel/PanelEvents.h"
+#include "platform/desktop/x11/panel/ShadowPixmap.h"
 #include "platform/desktop/x11/server/RenderResources.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 
@@ -13,9 +14,10 @@ namespace mirrolet::platform::desktop::x11 {
 class CompositingManager;
 class PanelStack;
 
-/// The shadow of one floating panel: a translucent window of its own right below it, there as long as the
-/// panel is mapped and a compositing manager runs. It follows what the server says of the panel, and is
-/// painted only when the size changes: the server keeps the picture as the window's background.
+/// The shadow of one floating panel: a translucent window right below the panel, which exists while the panel
+/// is mapped and a compositing manager runs. The shadow follows the panel's place as the server reports it.
+/// It is painted only when the panel's size changes, because the server keeps the image as the window's
+/// background.
 class WindowShadow {
   public:
     WindowShadow(X11Connection& connection, const PanelEvents& events, CompositingManager& compositingManager,
@@ -31,6 +33,13 @@ class WindowShadow {
     using ServerWindow = ServerResource<&xcb_destroy_window>;
     using ServerColourMap = ServerResource<&xcb_free_colormap>;
 
+    /// What the window's background was last made for.
+    struct Painted {
+        PixelSize panel;
+        double radius = 0;
+        friend bool operator==(const Painted&, const Painted&) = default;
+    };
+
     void panelMapped();
     void panelUnmapped();
     void panelConfigured(const PixelRect& newRect);
@@ -42,7 +51,6 @@ class WindowShadow {
     void writeProperties() const;
     void paint();
     void cutOut() const;
-    void renewCore();
 
     X11Connection& connection;
     CompositingManager& compositingManager;
@@ -56,13 +64,8 @@ class WindowShadow {
     PixelRect panelRect;
     ServerWindow window;
     ServerColourMap colours;
-    ServerContext context;
-    PixelSize paintedFor; ///< The panel's size.
-    double paintedRadius = 0;
-    /// The shadow of a panel that is just as large as its four corners need; lengthened for larger ones.
-    ServerPixmap core;
-    PixelSize coreFor;
-    double coreRadius = 0;
+    ShadowPixmap pixmap;
+    Painted painted;
 
     X11Connection::Subscription subscriptions[4];
 };

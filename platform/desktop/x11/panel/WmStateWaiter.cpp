@@ -27,7 +27,7 @@ WmStateWaiter::WmStateWaiter(X11Connection& connection, const PanelEvents& event
 }
 
 void WmStateWaiter::awaitMapped() {
-    // Iconic: the manager was asked to show it and keeps it away, as on another desktop.
+    // Iconic: the window manager keeps the window hidden, for example on another workspace.
     await([this](const State& now) {
         return now.managed == iconic || (now.mapped && (now.managed != withdrawn || !managerLives()));
     });
@@ -54,7 +54,7 @@ WmStateWaiter::State WmStateWaiter::state() const {
             items.empty() ? withdrawn : items.front()};
 }
 
-/// One that ended leaves its word behind.
+/// A window manager that has ended leaves the windows' WM_STATE behind.
 bool WmStateWaiter::managerLives() const {
     WindowManagerCheck check(connection);
     return check.askManager() && check.managerLives();

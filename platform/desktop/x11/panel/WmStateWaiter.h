@@ -10,27 +10,26 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Waits for the window manager to have done its part of a map or an unmap of one window. One that is asked
-/// for the next before it has done the last takes one for the other, and the window stays away or on the
-/// screen. Without a window manager there is nothing to wait for. Not to be called from the connection's
-/// thread.
+/// Waits until the window manager has done its part of a map or an unmap of one window. A window manager that
+/// gets the next request too early mistakes it for the last one, and the window stays hidden or shown.
+/// Without a window manager there is nothing to wait for. Not to be called from the connection's thread.
 class WmStateWaiter {
   public:
     WmStateWaiter(X11Connection& connection, const PanelEvents& events, xcb_window_t window);
     WmStateWaiter(const WmStateWaiter&) = delete;
     WmStateWaiter& operator=(const WmStateWaiter&) = delete;
 
-    /// Returns when the window is mapped and managed; half a second later also if it never is, because a
-    /// window manager that hangs must not hold us up for longer.
+    /// Returns when the window is mapped and managed, or after half a second, because a window manager that
+    /// hangs must not block us for longer.
     void awaitMapped();
-    /// The same for a window that was unmapped: until the window manager has let go of it.
+    /// Returns when the window manager no longer manages the unmapped window, or after half a second.
     void awaitWithdrawn();
 
   private:
     struct State {
-        bool known = false; ///< Not if the window is gone.
+        bool known = false; ///< False if the window is gone.
         bool mapped = false;
-        std::uint32_t managed = 0; ///< The manager's word: withdrawn, normal or iconic.
+        std::uint32_t managed = 0; ///< The window's WM_STATE: withdrawn, normal or iconic.
     };
 
     void await(const std::function<bool(const State&)>& wanted);
@@ -40,7 +39,7 @@ class WmStateWaiter {
 
     X11Connection& connection;
     xcb_window_t window;
-    std::mutex lock; ///< Held while the server is asked: a change that comes meanwhile is not missed.
+    std::mutex lock; ///< Held while the server is asked, so that no change in between is missed.
     std::condition_variable change;
     X11Connection::Subscription subscriptions[3];
 };

@@ -6,16 +6,16 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int modalLevel = 8; // A panel at or above it asks something.
+constexpr int modalLevel = 8; // A panel at or above this level asks the user something.
 
 } // namespace
 
 X11PanelWindow::X11PanelWindow(X11Connection& connection, PanelStack& stack,
-                               CompositingManager& compositingManager, PreviousFocus& loan,
+                               CompositingManager& compositingManager, PreviousFocus& previousFocus,
                                WindowNumber window, PanelStacking stacking)
     : connection(connection), stack(stack), window(window), stacking(stacking), events(connection, window),
-      properties(connection, window, stacking), managerTurn(connection, events, window),
-      keyboard(connection, events, loan, window), corners(connection, compositingManager, window),
+      properties(connection, window, stacking), wmState(connection, events, window),
+      focus(connection, events, previousFocus, window), corners(connection, compositingManager, window),
       shadow(connection, events, compositingManager, stack, window) {
     if (stacking == PanelStacking::amongNormal)
         followWindowManager();
@@ -27,7 +27,8 @@ X11PanelWindow::~X11PanelWindow() {
     stack.hide(window);
 }
 
-/// A window manager forgets the requests with every unmap, and another one that takes over never heard them.
+/// A window manager forgets the requests with every unmap, and another window manager that takes over has
+/// never received them.
 void X11PanelWindow::followWindowManager() {
     connection.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     mapSubscription =
@@ -41,7 +42,7 @@ void X11PanelWindow::followWindowManager() {
 
 void X11PanelWindow::willShow() {
     if (stacking == PanelStacking::amongNormal)
-        managerTurn.awaitWithdrawn();
+        wmState.awaitWithdrawn();
     shown = true;
     properties.writeBeforeMap(level >= modalLevel);
 }
@@ -55,13 +56,13 @@ void X11PanelWindow::didShow() {
 
 void X11PanelWindow::willHide() {
     if (stacking == PanelStacking::amongNormal)
-        managerTurn.awaitMapped();
+        wmState.awaitMapped();
 }
 
 void X11PanelWindow::didHide() {
     shown = false;
     stack.hide(window);
-    keyboard.giveBack();
+    focus.giveBack();
 }
 
 void X11PanelWindow::setLevel(int newLevel) {

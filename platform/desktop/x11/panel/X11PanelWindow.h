@@ -2,10 +2,10 @@
 
 #include "platform/desktop/PanelWindow.h"
 #include "platform/desktop/WindowList.h"
-#include "platform/desktop/x11/panel/CornerMask.h"
 #include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/panel/PanelFocus.h"
 #include "platform/desktop/x11/panel/PanelProperties.h"
+#include "platform/desktop/x11/panel/ShapedCorners.h"
 #include "platform/desktop/x11/panel/WindowShadow.h"
 #include "platform/desktop/x11/panel/WmStateWaiter.h"
 #include "platform/desktop/x11/server/X11Connection.h"
@@ -18,12 +18,12 @@ class CompositingManager;
 class PreviousFocus;
 class PanelStack;
 
-/// One panel. A floating one has to be an override-redirect window: a managed one stays below other programs'
-/// full-screen windows under most window managers.
+/// One mirror panel or prompt. A floating one has to be an override-redirect window, because most window
+/// managers keep a managed window below other programs' full-screen windows.
 class X11PanelWindow final : public PanelWindow {
   public:
     X11PanelWindow(X11Connection& connection, PanelStack& stack, CompositingManager& compositingManager,
-                   PreviousFocus& loan, WindowNumber window, PanelStacking stacking);
+                   PreviousFocus& previousFocus, WindowNumber window, PanelStacking stacking);
     ~X11PanelWindow() override;
     X11PanelWindow(const X11PanelWindow&) = delete;
     X11PanelWindow& operator=(const X11PanelWindow&) = delete;
@@ -33,8 +33,8 @@ class X11PanelWindow final : public PanelWindow {
     void willHide() override;
     void didHide() override;
     void setLevel(int newLevel) override;
-    void takeKeyboard() override { keyboard.take(); }
-    void returnKeyboard() override { keyboard.giveBack(); }
+    void takeFocus() override { focus.take(); }
+    void returnFocus() override { focus.giveBack(); }
     void setCorners(PixelSize size, double radius) override;
     void setShadow(const PanelShadow& newShadow) override;
 
@@ -46,13 +46,13 @@ class X11PanelWindow final : public PanelWindow {
     xcb_window_t window;
     PanelStacking stacking;
     int level = 0;
-    std::atomic<bool> shown = false; ///< Or about to be.
+    std::atomic<bool> shown = false; ///< True from just before the map.
 
     PanelEvents events;
     PanelProperties properties;
-    WmStateWaiter managerTurn;
-    PanelFocus keyboard;
-    CornerMask corners;
+    WmStateWaiter wmState;
+    PanelFocus focus;
+    ShapedCorners corners;
     WindowShadow shadow;
     X11Connection::Subscription mapSubscription;
     X11Connection::Subscription propertySubscription;

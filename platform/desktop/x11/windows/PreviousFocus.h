@@ -7,25 +7,25 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Which application window had the keyboard before a panel of ours took it: that window's application stays
-/// the frontmost one while the panel has it. Any thread.
+/// The application window that had the focus before one of our panels took it. While a panel has the focus,
+/// that window's application is still the frontmost one. Any thread.
 class PreviousFocus {
   public:
-    /// A panel that takes the keyboard from another panel takes over its loan.
-    void begin(xcb_window_t activeWindow, xcb_window_t panel) {
-        state = std::uint64_t{activeWindow} << 32U | panel;
+    /// A panel that takes the focus from another of our panels replaces that panel's entry.
+    void begin(xcb_window_t focusedBefore, xcb_window_t panel) {
+        state = std::uint64_t{focusedBefore} << 32U | panel;
     }
-    /// Without effect if another panel has taken over meanwhile.
+    /// Without effect if another panel has replaced the entry meanwhile.
     void end(xcb_window_t panel) {
         auto current = state.load();
         while ((current & 0xffffffffU) == panel && !state.compare_exchange_weak(current, 0)) {
         }
     }
-    /// XCB_WINDOW_NONE while no panel has the keyboard.
+    /// XCB_WINDOW_NONE while no panel has the focus.
     [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(state >> 32U); }
 
   private:
-    std::atomic<std::uint64_t> state = 0; ///< Lending window and borrowing panel, as one value.
+    std::atomic<std::uint64_t> state = 0; ///< The window and the panel, as one value.
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -10,15 +10,17 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan)
-    : X11Applications(connection, loan, DesktopEntryIndex(userApplicationFolders())) {}
+X11Applications::X11Applications(X11Connection& connection, PreviousFocus& previousFocus)
+    : X11Applications(connection, previousFocus, DesktopEntryIndex(userApplicationFolders())) {}
 
-X11Applications::X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries)
-    : connection(connection), loan(loan), registry(getpid(), ProcFolder(), std::move(entries)) {}
+X11Applications::X11Applications(X11Connection& connection, PreviousFocus& previousFocus,
+                                 DesktopEntryIndex entries)
+    : connection(connection), previousFocus(previousFocus),
+      registry(getpid(), ProcFolder(), std::move(entries)) {}
 
 std::optional<Application> X11Applications::frontmost() {
-    const xcb_window_t lender = loan.window();
-    const auto window = lender == XCB_WINDOW_NONE ? activeWindow() : std::optional(lender);
+    const xcb_window_t focusedBefore = previousFocus.window();
+    const auto window = focusedBefore == XCB_WINDOW_NONE ? activeWindow() : std::optional(focusedBefore);
     if (!window)
         return std::nullopt;
     ClientProcesses clients(connection);

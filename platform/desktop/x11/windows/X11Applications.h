@@ -13,8 +13,8 @@ namespace mirrolet::platform::desktop::x11 {
 /// The applications behind the windows of an X server. Any thread.
 class X11Applications final : public Applications {
   public:
-    X11Applications(X11Connection& connection, PreviousFocus& loan);
-    X11Applications(X11Connection& connection, PreviousFocus& loan, DesktopEntryIndex entries);
+    X11Applications(X11Connection& connection, PreviousFocus& previousFocus);
+    X11Applications(X11Connection& connection, PreviousFocus& previousFocus, DesktopEntryIndex entries);
 
     std::optional<Application> frontmost() override;
     std::optional<Application> running(std::int32_t pid) override { return registry.running(pid); }
@@ -31,7 +31,7 @@ class X11Applications final : public Applications {
     [[nodiscard]] bool isOrdinary(xcb_window_t topLevel) const;
 
     X11Connection& connection;
-    PreviousFocus& loan;
+    PreviousFocus& previousFocus;
     ApplicationRegistry registry;
 };
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/x11/panel/CornerMask.h"
+#include "platform/desktop/x11/panel/ShapedCorners.h"
 
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/mirror/RoundedRegion.h"
@@ -11,7 +11,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-CornerMask::CornerMask(X11Connection& connection, CompositingManager& compositingManager, xcb_window_t window)
+ShapedCorners::ShapedCorners(X11Connection& connection, CompositingManager& compositingManager,
+                             xcb_window_t window)
     : connection(connection), compositingManager(compositingManager), window(window) {
     subscription = compositingManager.onChange([this] {
         const std::lock_guard guard(lock);
@@ -19,14 +20,14 @@ CornerMask::CornerMask(X11Connection& connection, CompositingManager& compositin
     });
 }
 
-void CornerMask::set(PixelSize newSize, double newRadius) {
+void ShapedCorners::set(PixelSize newSize, double newRadius) {
     const std::lock_guard guard(lock);
     size = newSize;
     radius = newRadius;
     apply();
 }
 
-void CornerMask::apply() {
+void ShapedCorners::apply() {
     if (!connection.extensions().shape || size == PixelSize{})
         return;
     if (compositingManager.running() || radius <= 0) {

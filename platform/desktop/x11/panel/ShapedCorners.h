@@ -9,13 +9,13 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CompositingManager;
 
-/// Cuts a window's corners round by its shape as long as no compositing manager runs, for then its alpha
-/// counts for nothing. Main thread.
-class CornerMask {
+/// Makes a window's corners round by the window's shape while no compositing manager runs, because the
+/// window's alpha has no effect then. Main thread.
+class ShapedCorners {
   public:
-    CornerMask(X11Connection& connection, CompositingManager& compositingManager, xcb_window_t window);
-    CornerMask(const CornerMask&) = delete;
-    CornerMask& operator=(const CornerMask&) = delete;
+    ShapedCorners(X11Connection& connection, CompositingManager& compositingManager, xcb_window_t window);
+    ShapedCorners(const ShapedCorners&) = delete;
+    ShapedCorners& operator=(const ShapedCorners&) = delete;
 
     void set(PixelSize size, double radius);
 

@@ -1,7 +1,7 @@
-#include "platform/desktop/x11/mirror/RoundedCorners.h"
+#include "platform/desktop/x11/mirror/TranslucentCorners.h"
 
 #include "platform/desktop/PixelRects.h"
-#include "platform/desktop/x11/mirror/Coverage.h"
+#include "platform/desktop/x11/mirror/CornerCoverage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,13 +11,13 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// The four corners as a picture of 2 × 2 squares; premultiplied, of which only the alpha counts.
+/// The four corners as 2 × 2 squares. The colours are premultiplied, and only the alpha is used.
 Bitmap cornerMask(int side, double radius) {
     const int edge = 2 * side;
     Bitmap bitmap{{edge, edge}, std::vector<std::uint32_t>(static_cast<std::size_t>(edge) * edge)};
     for (int y = 0; y < edge; ++y)
         for (int x = 0; x < edge; ++x) {
-            const double inside = roundedCoverage(x, y, {edge, edge}, radius);
+            const double inside = cornerCoverage(x, y, {edge, edge}, radius);
             const auto alpha = static_cast<std::uint32_t>(std::lround(inside * 255));
             bitmap.pixels[static_cast<std::size_t>(y) * edge + x] = alpha * 0x01010101U;
         }
@@ -26,8 +26,8 @@ Bitmap cornerMask(int side, double radius) {
 
 } // namespace
 
-RoundedCorners::RoundedCorners(X11Connection& connection, const RenderFormats& formats, PixelSize size,
-                               double wantedRadius)
+TranslucentCorners::TranslucentCorners(X11Connection& connection, const RenderFormats& formats,
+                                       PixelSize size, double wantedRadius)
     : connection(connection) {
     const double radius = std::min(wantedRadius, std::min(size.width, size.height) / 2.0);
     side = static_cast<int>(std::floor(radius + 0.5));
@@ -44,7 +44,7 @@ RoundedCorners::RoundedCorners(X11Connection& connection, const RenderFormats& f
               {right, bottom, side, side}};
 }
 
-void RoundedCorners::cut(xcb_render_picture_t destination, PixelRect part) const {
+void TranslucentCorners::cut(xcb_render_picture_t destination, PixelRect part) const {
     for (std::size_t i = 0; i < places.size(); ++i) {
         const auto area = intersection(places[i], part);
         if (isEmpty(area))

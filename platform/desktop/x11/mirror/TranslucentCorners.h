@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/server/RenderFormats.h"
+#include "platform/desktop/x11/server/RenderResources.h"
+
+#include <array>
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// Makes the four corners of a picture with alpha round, with smooth edges. One thread at a time.
+class TranslucentCorners {
+  public:
+    /// For a picture of this size. The radius is in pixels; with 0 the corners stay square.
+    TranslucentCorners(X11Connection& connection, const RenderFormats& formats, PixelSize size,
+                       double radius);
+
+    /// Rounds the corners as far as they lie in `part`. To be called once each time that `part` was drawn.
+    void cut(xcb_render_picture_t destination, PixelRect part) const;
+
+  private:
+    X11Connection& connection;
+    int side = 0;                    ///< Of the square around one corner.
+    Surface mask;                    ///< The four squares, side by side in two rows.
+    std::array<PixelRect, 4> places; ///< The four squares in the picture.
+};
+
+} // namespace mirrolet::platform::desktop::x11

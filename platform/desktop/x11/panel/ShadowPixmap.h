@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/desktop/PanelWindow.h"
+#include "platform/desktop/Pixels.h"
+#include "platform/desktop/x11/server/RenderResources.h"
+
+namespace mirrolet::platform::desktop::x11 {
+
+/// Makes the image of a panel's shadow on the server. The blur is computed once, for the smallest panel that
+/// has all four corners; for larger panels the server repeats the middle of that image. One thread at a time.
+class ShadowPixmap {
+  public:
+    explicit ShadowPixmap(X11Connection& connection) : connection(connection) {}
+
+    /// As large as the panel with the shadow's reach on each side; 32 bits deep. Lengths in pixels.
+    ServerPixmap make(PixelSize panel, double cornerRadius, const PanelShadow& shadow);
+
+  private:
+    /// What the kept image was computed for.
+    struct Key {
+        PixelSize panel;
+        double cornerRadius = 0;
+        PanelShadow shadow;
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+
+    void computeCore(const Key& key);
+
+    X11Connection& connection;
+    ServerPixmap core; ///< The shadow of the smallest panel.
+    Key coreKey;
+    ServerContext context;
+};
+
+} // namespace mirrolet::platform::desktop::x11
