@@ -106,7 +106,7 @@ void NSView::refreshCursorRects() {
 void NSView::addTrackingArea(const std::shared_ptr<NSTrackingArea>& area) {
     areas.push_back(area);
     if (auto* host = tree())
-        host->trackingAreaAdded(*this, area);
+        host->trackingAreaAdded(area);
 }
 
 void NSView::removeTrackingArea(const std::shared_ptr<NSTrackingArea>& area) {

@@ -179,7 +179,9 @@ void ViewTree::mousePressed(QPointF position, QPointF onScreen) {
 void ViewTree::mouseMoved(QPointF position, QPointF onScreen, bool pressed) {
     pointer = toTree(position);
     eventPosition = onScreen;
-    if (const auto view = pressedView.lock(); view && pressed) {
+    if (!pressed)
+        pressLost(); // Another client has got the release.
+    if (const auto view = pressedView.lock()) {
         view->mouseDragged(mouseEvent(NSEventType::leftMouseDragged, position, onScreen));
         return;
     }
@@ -198,7 +200,14 @@ void ViewTree::mouseReleased(QPointF position, QPointF onScreen) {
     updateCursor();
 }
 
+void ViewTree::pointerEntered(QPointF position, QPointF onScreen) {
+    if (!isPressed())
+        mouseMoved(position, onScreen, false);
+}
+
 void ViewTree::pointerLeft() {
+    if (isPressed())
+        return;
     pointer.reset();
     updateTracking();
     updateCursor();
@@ -212,6 +221,7 @@ void ViewTree::pressLost() {
     event.type = NSEventType::leftMouseUp;
     event.locationInWindow = overNothing; // A button takes it for a change of mind.
     view->mouseUp(event);
+    updateTracking();
 }
 
 bool ViewTree::keyPressed(const QKeyEvent& event) {
@@ -251,9 +261,14 @@ bool ViewTree::isFirstResponder(const NSView* view) const {
     return firstResponder.lock().get() == view;
 }
 
-void ViewTree::trackingAreaAdded(const NSView& view, const std::shared_ptr<NSTrackingArea>& area) {
-    if (pointerIsIn(view, *area))
-        entered.insert(area);
+void ViewTree::trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area) {
+    const auto isReplaced = [&area](const auto& before) {
+        const bool sameOwner =
+            !before.second.owner_before(area->owner) && !area->owner.owner_before(before.second);
+        return before.first.expired() && sameOwner;
+    };
+    if (std::erase_if(entered, isReplaced) > 0)
+        entered.emplace(area, area->owner);
 }
 
 bool ViewTree::pointerIsIn(const NSView& view, const NSTrackingArea& area) const {
@@ -265,7 +280,7 @@ bool ViewTree::pointerIsIn(const NSView& view, const NSTrackingArea& area) const
 }
 
 void ViewTree::updateTracking() {
-    std::erase_if(entered, [](const auto& area) { return area.expired(); });
+    std::erase_if(entered, [](const auto& area) { return area.first.expired(); });
     if (const auto view = rootView)
         trackIn(*view);
 }
@@ -284,7 +299,7 @@ void ViewTree::track(const NSView& view, const std::shared_ptr<NSTrackingArea>& 
     if (inside == entered.contains(area))
         return;
     if (inside)
-        entered.insert(area);
+        entered.emplace(area, area->owner);
     else
         entered.erase(area);
     const auto owner = area->owner.lock();

@@ -8,9 +8,9 @@
 #include <QPointF>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 
 class QKeyEvent;
 
@@ -46,9 +46,11 @@ class ViewTree {
     /// The visible image view that shows a window's picture, if there is one.
     [[nodiscard]] NSImageView* pictureView() const;
 
+    /// Between a press and its release no view is told that the pointer comes or goes.
     void mousePressed(QPointF position, QPointF onScreen);
     void mouseMoved(QPointF position, QPointF onScreen, bool pressed);
     void mouseReleased(QPointF position, QPointF onScreen);
+    void pointerEntered(QPointF position, QPointF onScreen);
     void pointerLeft();
     /// The window goes away under the pointer: a press that was not released is released, over nothing.
     void pressLost();
@@ -62,9 +64,8 @@ class ViewTree {
     [[nodiscard]] bool isFirstResponder(const NSView* view) const;
     void viewChanged() { host.contentChanged(); }
     void pictureChanged() { host.pictureChanged(); }
-    /// An area that appears under the pointer counts as entered already: its owner has been told of the one
-    /// before.
-    void trackingAreaAdded(const NSView& view, const std::shared_ptr<NSTrackingArea>& area);
+    /// An area that replaces an entered one counts as entered, because its owner has been told already.
+    void trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area);
 
   private:
     enum class Content { all, overlay };
@@ -85,7 +86,8 @@ class ViewTree {
     std::weak_ptr<NSView> pressedView;
     std::weak_ptr<NSView> firstResponder;
     std::optional<NSPoint> pointer; ///< In tree coordinates, y upwards; none while it is elsewhere.
-    std::set<std::weak_ptr<NSTrackingArea>, std::owner_less<std::weak_ptr<NSTrackingArea>>> entered;
+    /// The areas whose owners were told that the pointer is inside, each with its owner.
+    std::map<std::weak_ptr<NSTrackingArea>, std::weak_ptr<NSWindow>, std::owner_less<>> entered;
     NSCursor cursor = NSCursor::arrow;
 };
 

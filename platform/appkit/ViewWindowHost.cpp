@@ -63,14 +63,16 @@ class ViewWindowHost::Window final : public QWindow {
         host.tree.mouseMoved(event->position(), event->globalPosition(), event->buttons() & Qt::LeftButton);
     }
     void mouseReleaseEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton)
-            host.tree.mouseReleased(event->position(), event->globalPosition());
+        if (event->button() != Qt::LeftButton)
+            return;
+        host.tree.mouseReleased(event->position(), event->globalPosition());
+        host.takeGeometry();
     }
 
     bool event(QEvent* event) override {
         if (event->type() == QEvent::Enter) {
             const auto* enter = static_cast<QEnterEvent*>(event);
-            host.tree.mouseMoved(enter->position(), enter->globalPosition(), false);
+            host.tree.pointerEntered(enter->position(), enter->globalPosition());
         } else if (event->type() == QEvent::Leave) {
             host.tree.pointerLeft();
         }
@@ -241,8 +243,8 @@ void ViewWindowHost::resized() {
     draw();
 }
 
-/// Only a window manager moves the window besides us; and what the server reports in the middle of a drag is
-/// behind.
+/// Takes over where the window manager has put the window. A floating window is moved by nobody but us. In
+/// the middle of a drag the server's reports are behind, so the place is taken over at the release.
 void ViewWindowHost::takeGeometry() {
     if (stacking == desktop::PanelStacking::amongNormal && !tree.isPressed())
         moved(window->geometry());

@@ -21,6 +21,7 @@ class Pointer {
   public:
     explicit Pointer(QWindow& target) : window(target) {}
 
+    void move(QPointF at) { send(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton); }
     void press(QPointF at) { send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton); }
     void drag(QPointF at) { send(QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton); }
     void release(QPointF at) { send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton); }
@@ -204,6 +205,101 @@ TEST_F(PiPPanelTest, AWindowManagerThatResizesItMovesTheControlsToo) {
     EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
     EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
     EXPECT_EQ(window.size(), QSize(160, 120));
+}
+
+TEST_F(PiPPanelTest, AMirrorThatTheWindowManagerStopsAtAnEdgeIsWhereTheWindowManagerPutIt) {
+    panel->setLevel(NSWindowLevel::normal);
+    settle();
+    auto& window = native();
+    const QPointF start = window.position() + QPoint(50, 40);
+    Pointer pointer(window);
+    pointer.press(start);
+    pointer.drag(start - QPointF(5000, 0));
+    window.setPosition(0, window.y());
+    settle();
+    pointer.release(start - QPointF(5000, 0));
+    EXPECT_EQ(panel->frame(), (NSRect{{0, 300}, {100, 80}}));
+}
+
+/// Writes down when the pointer comes and goes.
+class HoverLog final : public NSPanel {
+  public:
+    HoverLog() : NSPanel({{200, 300}, {100, 80}}, NSWindowStyleMask::nonactivatingPanel) {}
+
+    void replaceArea() {
+        contentView()->removeTrackingArea(area);
+        area = std::make_shared<NSTrackingArea>(NSTrackingArea{{},
+                                                               NSTrackingAreaOptions::mouseEnteredAndExited |
+                                                                   NSTrackingAreaOptions::inVisibleRect,
+                                                               weak_from_this()});
+        contentView()->addTrackingArea(area);
+    }
+    void mouseEntered(const NSEvent& /*event*/) override { log += "in;"; }
+    void mouseExited(const NSEvent& /*event*/) override { log += "out;"; }
+
+    std::string log;
+
+  private:
+    std::shared_ptr<NSTrackingArea> area;
+};
+
+class TrackingAreaTest : public DesktopTest {};
+
+TEST_F(TrackingAreaTest, SaysNothingWhileAButtonIsHeldAndTheTruthAfterTheRelease) {
+    const QPointF inside(40, 30);
+    const QPointF outside(300, 30);
+    struct Row {
+        const char* what;
+        std::function<void(Pointer&, HoverLog&)> drag;
+        const char* after;
+    };
+    const auto panel = std::make_shared<HoverLog>();
+    panel->setContentView(std::make_shared<NSView>());
+    panel->orderFrontRegardless();
+    QCoreApplication::processEvents();
+    auto& window = *QGuiApplication::topLevelWindows().first();
+    Pointer pointer(window);
+    const auto at = [&window](QPointF place) { return window.position() + place; };
+    const Row rows[] = {
+        {"out and back in",
+         [&](Pointer& p, HoverLog&) {
+             p.enter(at(inside));
+             p.drag(at(inside));
+             p.release(at(inside));
+         },
+         "in;"},
+        {"released outside", [&](Pointer& p, HoverLog&) { p.release(at(outside)); }, "in;out;"},
+        {"the release went to another client", [&](Pointer& p, HoverLog&) { p.move(at(outside)); },
+         "in;out;"},
+        {"the area replaced on the way",
+         [&](Pointer& p, HoverLog& log) {
+             log.replaceArea();
+             log.replaceArea();
+             p.release(at(outside));
+         },
+         "in;out;"},
+        {"the area replaced before the way back",
+         [&](Pointer& p, HoverLog& log) {
+             log.replaceArea();
+             p.drag(at(inside));
+             p.release(at(inside));
+         },
+         "in;"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        pointer.leave();
+        panel->log.clear();
+        panel->replaceArea();
+        pointer.enter(at(inside));
+        pointer.press(at(inside));
+        pointer.drag(at(outside));
+        pointer.leave();
+        EXPECT_EQ(panel->log, "in;");
+        row.drag(pointer, *panel);
+        EXPECT_EQ(panel->log, row.after);
+    }
+    panel->close();
 }
 
 class PiPControllerTest : public DesktopTest {
