@@ -60,6 +60,13 @@ class WidgetWindowHost::Container final : public QWidget {
         return handled;
     }
 
+    /// A click on an override-redirect window moves the focus only if the window asks for it.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonPress)
+            host.owner.makeKey();
+        return QWidget::eventFilter(watched, event);
+    }
+
   private:
     WidgetWindowHost& host;
     QWidget& hosted;
@@ -85,6 +92,7 @@ void WidgetWindowHost::createPanel() {
     if (panel || isTitled(owner))
         return;
     const auto number = static_cast<desktop::WindowNumber>(container->winId());
+    container->windowHandle()->installEventFilter(container.get());
     awaitToolkit();
     panel = desktop::Desktop::current().makePanelWindow(number, desktop::PanelStacking::floating);
     panel->setLevel(owner.level());

@@ -40,6 +40,21 @@ TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     awaitPrompt();
 }
 
+TEST_F(APrompt, HasTheKeysAgainAfterAClickOnIt) {
+    start();
+    const auto notes = showWindow({.title = "Notes", .wmClass = "Editor", .place = {60, 450, 300, 200}});
+    const auto call = showCall();
+    const Box box = facts.box(awaitPrompt());
+    pointer.click(200, 550);
+    require("the other window has the focus", [&] { return facts.focus() == notes->window(); });
+    pointer.click(box.x + box.width / 2, box.y + 30);
+    require("the prompt has the focus", [this] { return facts.focus() == program->prompt(facts); });
+    keyboard.stroke({key::returnKey});
+    awaitColour(awaitPanel(), blue);
+    EXPECT_TRUE(waitUntil([&] { return facts.focus() == notes->window(); }));
+    EXPECT_THAT(notes->keys(), testing::IsEmpty());
+}
+
 TEST_F(APrompt, IsDeclinedByItsTimeOut) {
     start(R"("promptTimeout": 0.5)");
     const auto call = showCall();
