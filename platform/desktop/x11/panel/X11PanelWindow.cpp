@@ -14,8 +14,9 @@ X11PanelWindow::X11PanelWindow(X11Connection& connection, PanelStack& stack,
                                CompositingManager& compositingManager, PreviousFocus& previousFocus,
                                WindowNumber window, PanelStacking stacking)
     : connection(connection), stack(stack), window(window), stacking(stacking), events(connection, window),
-      properties(connection, window, stacking), wmState(connection, events, window),
-      focus(connection, events, previousFocus, window), corners(connection, compositingManager, window),
+      properties(connection, window, stacking), raise(connection, window),
+      wmState(connection, events, window), focus(connection, events, previousFocus, window),
+      corners(connection, compositingManager, window),
       shadow(connection, events, compositingManager, stack, window) {
     if (stacking == PanelStacking::amongNormal)
         followWindowManager();
@@ -49,9 +50,9 @@ void X11PanelWindow::willShow() {
 
 void X11PanelWindow::didShow() {
     if (stacking == PanelStacking::floating)
-        stack.show(window, level);
-    else
-        properties.requestAfterMap();
+        return stack.show(window, level);
+    properties.requestAfterMap();
+    raise.send();
 }
 
 void X11PanelWindow::willHide() {

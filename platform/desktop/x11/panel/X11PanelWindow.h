@@ -5,6 +5,7 @@
 #include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/panel/PanelFocus.h"
 #include "platform/desktop/x11/panel/PanelProperties.h"
+#include "platform/desktop/x11/panel/RaiseRequest.h"
 #include "platform/desktop/x11/panel/ShapedCorners.h"
 #include "platform/desktop/x11/panel/WindowShadow.h"
 #include "platform/desktop/x11/panel/WmStateWaiter.h"
@@ -50,6 +51,7 @@ class X11PanelWindow final : public PanelWindow {
 
     PanelEvents events;
     PanelProperties properties;
+    RaiseRequest raise;
     WmStateWaiter wmState;
     PanelFocus focus;
     ShapedCorners corners;

@@ -41,6 +41,8 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(_NET_WM_DESKTOP),
         ATOM(_NET_CURRENT_DESKTOP),
         ATOM(_NET_WM_USER_TIME),
+        ATOM(_NET_WM_USER_TIME_WINDOW),
+        ATOM(_NET_RESTACK_WINDOW),
         ATOM(_NET_WM_WINDOW_TYPE),
         ATOM(_NET_WM_WINDOW_TYPE_DOCK),
         ATOM(_NET_WM_WINDOW_TYPE_DESKTOP),

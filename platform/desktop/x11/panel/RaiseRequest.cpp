@@ -1,0 +1,78 @@
+#include "platform/desktop/x11/panel/RaiseRequest.h"
+
+#include "platform/desktop/x11/server/Property.h"
+
+#include <algorithm>
+
+namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+constexpr std::uint32_t mostSupportedBytes = 8192;
+constexpr std::uint32_t sourcePager = 2; // The source of requests that the user made.
+
+} // namespace
+
+RaiseRequest::RaiseRequest(X11Connection& connection, xcb_window_t panel)
+    : connection(connection), panel(panel) {
+    subscription =
+        connection.subscribe<xcb_property_notify_event_t>(connection.ownWindow(), [this](const auto& event) {
+            if (event.atom == this->connection.atoms()._MIRROLET_TIME)
+                timeKnown(event.time);
+        });
+}
+
+void RaiseRequest::send() {
+    pending = true;
+    // Only an event tells the server's time, and an empty change of our own property causes one.
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, connection.ownWindow(),
+                        connection.atoms()._MIRROLET_TIME, XCB_ATOM_INTEGER, 32, 0, nullptr);
+    connection.flush();
+}
+
+void RaiseRequest::timeKnown(xcb_timestamp_t time) {
+    if (!pending.exchange(false))
+        return;
+    if (managerTakesRestackMessages())
+        sendRestackMessage();
+    else
+        raiseAsJustUsed(time);
+    connection.flush();
+}
+
+bool RaiseRequest::managerTakesRestackMessages() const {
+    const auto& atoms = connection.atoms();
+    const auto cookie =
+        requestProperty(connection, connection.root(), atoms._NET_SUPPORTED, mostSupportedBytes);
+    const auto supported = takeProperty(connection, cookie).items(XCB_ATOM_ATOM);
+    return std::ranges::find(supported, atoms._NET_RESTACK_WINDOW) != supported.end();
+}
+
+void RaiseRequest::sendRestackMessage() const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = panel;
+    message.type = connection.atoms()._NET_RESTACK_WINDOW;
+    message.data.data32[0] = sourcePager;
+    message.data.data32[1] = XCB_WINDOW_NONE; // No sibling: above all.
+    message.data.data32[2] = XCB_STACK_MODE_ABOVE;
+    xcb_send_event(connection.xcb(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+}
+
+/// The time of the last use can stand on a window of its own, because Qt makes one where the window manager
+/// supports that.
+void RaiseRequest::raiseAsJustUsed(xcb_timestamp_t time) const {
+    const auto& atoms = connection.atoms();
+    const auto cookie = requestProperty(connection, panel, atoms._NET_WM_USER_TIME_WINDOW, 4);
+    const auto timeWindow = takeProperty(connection, cookie).items(XCB_ATOM_WINDOW);
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE,
+                        timeWindow.empty() ? panel : timeWindow.front(), atoms._NET_WM_USER_TIME,
+                        XCB_ATOM_CARDINAL, 32, 1, &time);
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection.xcb(), panel, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+} // namespace mirrolet::platform::desktop::x11
