@@ -1,6 +1,7 @@
 #include "platform/appkit/ApplicationService.h"
 
 #include "platform/dispatch/DispatchQueue.h"
+#include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/SessionBus.h"
 
 #include <string_view>
@@ -54,12 +55,11 @@ void ApplicationService::Service::begin(GDBusConnection* bus) {
         return;
     connection = bus;
     static const GDBusInterfaceVTable handlers = {onCall, nullptr, nullptr, {}};
-    GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(description, nullptr);
+    const GLibPointer<GDBusNodeInfo> node(g_dbus_node_info_new_for_xml(description, nullptr));
     // The object before the name: who waits for the name calls at once.
     object = g_dbus_connection_register_object(
         bus, path, node->interfaces[0], &handlers, new std::weak_ptr<Service>(weak_from_this()),
         [](gpointer data) { delete static_cast<std::weak_ptr<Service>*>(data); }, nullptr);
-    g_dbus_node_info_unref(node);
     ownedName = g_bus_own_name_on_connection(bus, name, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr,
                                              nullptr, nullptr);
 }

@@ -1,6 +1,7 @@
 #include "platform/appkit/DesktopAppearance.h"
 
 #include "platform/dispatch/DispatchQueue.h"
+#include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/SessionBus.h"
 
 #include <QApplication>
@@ -22,27 +23,22 @@ constexpr guint32 prefersDark = 1;
 /// The value comes wrapped once or twice, depending on the portal's age. Anything else but a number is
 /// ignored.
 void take(GVariant* value) {
-    GVariant* inner = g_variant_ref(value);
-    while (g_variant_is_of_type(inner, G_VARIANT_TYPE_VARIANT)) {
-        GVariant* next = g_variant_get_variant(inner);
-        g_variant_unref(inner);
-        inner = next;
-    }
-    if (g_variant_is_of_type(inner, G_VARIANT_TYPE_UINT32)) {
-        const bool dark = g_variant_get_uint32(inner) == prefersDark;
-        DispatchQueue::main().async([dark] { DesktopAppearance::setDark(dark); });
-    }
-    g_variant_unref(inner);
+    GLibPointer<GVariant> inner(g_variant_ref(value));
+    while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT))
+        inner.reset(g_variant_get_variant(inner.get()));
+    if (!g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_UINT32))
+        return;
+    const bool dark = g_variant_get_uint32(inner.get()) == prefersDark;
+    DispatchQueue::main().async([dark] { DesktopAppearance::setDark(dark); });
 }
 
 void answered(GObject* connection, GAsyncResult* result, gpointer /*data*/) {
-    GVariant* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr);
+    const GLibPointer<GVariant> reply(
+        g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
     if (!reply)
-        return; // no portal here: the toolkit's palette stays
-    GVariant* value = g_variant_get_child_value(reply, 0);
-    take(value);
-    g_variant_unref(value);
-    g_variant_unref(reply);
+        return; // There is no portal here, and Qt's palette stays.
+    const GLibPointer<GVariant> value(g_variant_get_child_value(reply.get(), 0));
+    take(value.get());
 }
 
 void changed(GDBusConnection* /*connection*/, const gchar* /*sender*/, const gchar* /*path*/,
@@ -51,11 +47,11 @@ void changed(GDBusConnection* /*connection*/, const gchar* /*sender*/, const gch
         return;
     const gchar* group = nullptr;
     const gchar* key = nullptr;
-    GVariant* value = nullptr;
-    g_variant_get(parameters, "(&s&s@v)", &group, &key, &value);
+    GVariant* setting = nullptr;
+    g_variant_get(parameters, "(&s&s@v)", &group, &key, &setting);
+    const GLibPointer<GVariant> value(setting);
     if (std::strcmp(key, colorScheme) == 0)
-        take(value);
-    g_variant_unref(value);
+        take(value.get());
 }
 
 void ask(GDBusConnection* connection) {

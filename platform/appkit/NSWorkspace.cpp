@@ -2,10 +2,10 @@
 
 #include "platform/desktop/Desktop.h"
 #include "platform/foundation/Bundle.h"
+#include "platform/foundation/GLibPointer.h"
 
 #include <QDesktopServices>
 #include <QUrl>
-#include <gio/gio.h>
 
 #include <utility>
 
@@ -28,11 +28,9 @@ bool NSWorkspace::open(const URL& link) const {
     if (!url.isValid() || url.scheme().isEmpty())
         return false;
     // Asked first, as the opener itself says yes to everything and complains later, in a window of its own.
-    GAppInfo* opener = g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData());
-    if (!opener)
-        return false;
-    g_object_unref(opener);
-    return QDesktopServices::openUrl(url);
+    const GLibPointer<GAppInfo> opener(
+        g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
+    return opener && QDesktopServices::openUrl(url);
 }
 
 std::shared_ptr<NSImage> NSWorkspace::iconForFile(const std::string& path) const {

@@ -1,6 +1,7 @@
 #include "platform/appkit/StatusNotifierHosts.h"
 
 #include "platform/dispatch/DispatchQueue.h"
+#include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/SessionBus.h"
 
 #include <utility>
@@ -85,16 +86,14 @@ void StatusNotifierHosts::Watch::ask() {
 }
 
 void StatusNotifierHosts::Watch::onAnswer(GObject* connection, GAsyncResult* result, gpointer data) {
-    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr);
-    GVariant* value = nullptr;
+    const GLibPointer<GVariant> answer(
+        g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
+    GVariant* wrapped = nullptr;
     if (answer)
-        g_variant_get(answer, "(v)", &value);
-    const bool present =
-        value && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) && g_variant_get_boolean(value);
-    if (value)
-        g_variant_unref(value);
-    if (answer)
-        g_variant_unref(answer);
+        g_variant_get(answer.get(), "(v)", &wrapped);
+    const GLibPointer<GVariant> value(wrapped);
+    const bool present = value && g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) &&
+                         g_variant_get_boolean(value.get());
     if (const auto self = held(data))
         self->report(present);
     drop(data);

@@ -2,30 +2,20 @@
 
 #include "platform/foundation/ApplicationFolders.h"
 #include "platform/foundation/DesktopEntryFiles.h"
-
-#include <gio/gdesktopappinfo.h>
-
-#include <memory>
+#include "platform/foundation/GLibPointer.h"
 
 namespace mirrolet::platform {
 
 namespace {
 
-struct Release {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
-    void operator()(char* text) const { g_free(text); }
-};
-template <typename T> using Owned = std::unique_ptr<T, Release>;
-
-Owned<GDesktopAppInfo> readEntry(const std::string& path) {
+GLibPointer<GDesktopAppInfo> readEntry(const std::string& path) {
     const auto content = readDesktopEntry(path);
-    const Owned<GKeyFile> keys(g_key_file_new());
+    const GLibPointer<GKeyFile> keys(g_key_file_new());
     if (!content || content->empty() ||
         !g_key_file_load_from_data(keys.get(), content->data(), content->size(), G_KEY_FILE_NONE, nullptr))
         return nullptr;
     // Nothing for what is no application, or whose program is not installed.
-    return Owned<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(keys.get()));
+    return GLibPointer<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(keys.get()));
 }
 
 bool isInMenus(GDesktopAppInfo* info) {
@@ -56,7 +46,8 @@ std::optional<Bundle> Bundle::open(const URL& application) {
     bundle.identifier = file->id;
     if (g_desktop_app_info_has_key(info.get(), G_KEY_FILE_DESKTOP_KEY_NAME))
         bundle.name = g_app_info_get_name(G_APP_INFO(info.get()));
-    const Owned<char> icon(g_desktop_app_info_get_locale_string(info.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
+    const GLibPointer<char> icon(
+        g_desktop_app_info_get_locale_string(info.get(), G_KEY_FILE_DESKTOP_KEY_ICON));
     bundle.iconName = icon ? icon.get() : "";
     return bundle;
 }

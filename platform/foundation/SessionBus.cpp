@@ -1,5 +1,6 @@
 #include "platform/foundation/SessionBus.h"
 
+#include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/NSLog.h"
 
 #include <algorithm>
@@ -21,11 +22,13 @@ constexpr guint longestPause = 32;
 constexpr auto asClient = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
 
-/// nullptr as well if it has closed again already.
-GDBusConnection* opened(GAsyncResult* result) {
-    auto* connection = g_dbus_connection_new_for_address_finish(result, nullptr);
-    if (connection && g_dbus_connection_is_closed(connection))
-        g_clear_object(&connection);
+using Connection = GLibPointer<GDBusConnection>;
+
+/// nullptr as well for a connection that has closed again already.
+Connection opened(GAsyncResult* result) {
+    Connection connection(g_dbus_connection_new_for_address_finish(result, nullptr));
+    if (connection && g_dbus_connection_is_closed(connection.get()))
+        return nullptr;
     return connection;
 }
 
@@ -35,7 +38,7 @@ GDBusConnection* opened(GAsyncResult* result) {
 struct SessionBus::State {
     GMainContext* context = g_main_context_new();
     const char* address = nullptr; ///< None: there is no bus.
-    GDBusConnection* connection = nullptr;
+    Connection connection;
     std::vector<Task> followers;
     guint pause = firstPause;
 
@@ -45,11 +48,11 @@ struct SessionBus::State {
     std::vector<std::function<void()>> posted;
 
     void post(std::function<void()> task);
-    void attach(GSource* source, GSourceFunc task);
+    void attach(GLibPointer<GSource> source, GSourceFunc task);
     void runPosted();
     void beginAt(const char* place);
-    void begin(GDBusConnection* first);
-    void use(GDBusConnection* next);
+    void begin(Connection first);
+    void use(Connection next);
     void connect(GAsyncReadyCallback done);
     void connectLater();
     static void connectedAgain(GObject*, GAsyncResult* result, gpointer data);
@@ -62,17 +65,16 @@ void SessionBus::State::post(std::function<void()> task) {
         const std::lock_guard guard(lock);
         posted.push_back(std::move(task));
     }
-    attach(g_idle_source_new(), [](gpointer data) -> gboolean {
+    attach(GLibPointer<GSource>(g_idle_source_new()), [](gpointer data) -> gboolean {
         from(data)->runPosted();
         return G_SOURCE_REMOVE;
     });
 }
 
-void SessionBus::State::attach(GSource* source, GSourceFunc task) {
-    g_source_set_priority(source, G_PRIORITY_DEFAULT);
-    g_source_set_callback(source, task, this, nullptr);
-    g_source_attach(source, context);
-    g_source_unref(source);
+void SessionBus::State::attach(GLibPointer<GSource> source, GSourceFunc task) {
+    g_source_set_priority(source.get(), G_PRIORITY_DEFAULT);
+    g_source_set_callback(source.get(), task, this, nullptr);
+    g_source_attach(source.get(), context);
 }
 
 void SessionBus::State::runPosted() {
@@ -94,51 +96,50 @@ void SessionBus::State::beginAt(const char* place) {
 }
 
 /// The first answer counts: a bus that answers after it was given up is not used.
-void SessionBus::State::begin(GDBusConnection* first) {
+void SessionBus::State::begin(Connection first) {
     {
         const std::lock_guard guard(lock);
-        if (std::exchange(known, true)) {
-            g_clear_object(&first);
+        if (std::exchange(known, true))
             return;
-        }
     }
     answered.notify_all();
-    use(first);
+    use(std::move(first));
 }
 
-void SessionBus::State::use(GDBusConnection* next) {
-    auto* before = std::exchange(connection, next);
-    if (next)
-        g_signal_connect(next, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer data) {
+void SessionBus::State::use(Connection next) {
+    // The connection before lives until the followers have ended what they had on it.
+    const auto before = std::exchange(connection, std::move(next));
+    if (connection)
+        g_signal_connect(connection.get(), "closed",
+                         G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer data) {
                              from(data)->connectLater();
                          }),
                          this);
     for (const auto& task : followers)
-        task(next);
-    g_clear_object(&before); // Not sooner: followers end what they had there.
+        task(connection.get());
 }
 
 void SessionBus::State::connect(GAsyncReadyCallback done) {
     g_dbus_connection_new_for_address(address, asClient, nullptr, nullptr, done, this);
 }
 
-/// Who restarts the bus starts it at the same place. Nothing tells when.
+/// A restarted bus has the same address. There is no notice of the restart, so the address is tried again.
 void SessionBus::State::connectLater() {
     const auto seconds = std::exchange(pause, std::min(2 * pause, longestPause));
-    attach(g_timeout_source_new_seconds(seconds), [](gpointer data) -> gboolean {
+    attach(GLibPointer<GSource>(g_timeout_source_new_seconds(seconds)), [](gpointer data) -> gboolean {
         from(data)->connect(connectedAgain);
         return G_SOURCE_REMOVE;
     });
 }
 
 void SessionBus::State::connectedAgain(GObject*, GAsyncResult* result, gpointer data) {
-    auto* next = opened(result);
+    auto next = opened(result);
     if (!next) {
         from(data)->connectLater();
         return;
     }
     from(data)->pause = firstPause;
-    from(data)->use(next);
+    from(data)->use(std::move(next));
 }
 
 SessionBus& SessionBus::shared() {
@@ -163,7 +164,7 @@ void SessionBus::follow(Task task) {
     state->post([state = state, task = std::move(task)] {
         state->followers.push_back(task);
         if (state->known)
-            task(state->connection);
+            task(state->connection.get());
     });
 }
 

@@ -1,13 +1,11 @@
 #include "platform/servicemanagement/AutostartEntry.h"
 
+#include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/RegularFile.h"
-
-#include <gio/gdesktopappinfo.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,24 +19,15 @@ constexpr auto* group = G_KEY_FILE_DESKTOP_GROUP;
 constexpr auto enabledKey = "X-GNOME-Autostart-enabled";
 constexpr std::size_t mostBytes = 1 << 20;
 
-struct Release {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GDesktopAppInfo* info) const { g_object_unref(info); }
-    void operator()(char** list) const { g_strfreev(list); }
-    void operator()(char* text) const { g_free(text); }
-    void operator()(GError* error) const { g_error_free(error); }
-};
-template <typename T> using Owned = std::unique_ptr<T, Release>;
-
 std::string environment(const char* name, const std::string& otherwise) {
     const char* value = std::getenv(name);
     return value && *value ? value : otherwise;
 }
 
 /// nullptr if there is no such file, or if it is no desktop entry.
-Owned<GKeyFile> readKeys(const std::string& path) {
+GLibPointer<GKeyFile> readKeys(const std::string& path) {
     const auto content = readRegularFile(path, mostBytes);
-    Owned<GKeyFile> keys(g_key_file_new());
+    GLibPointer<GKeyFile> keys(g_key_file_new());
     constexpr auto keepAll =
         static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (!content || content->empty() ||
@@ -62,14 +51,14 @@ std::optional<NSError> replaceFile(const std::string& path, GKeyFile* keys) {
     if (g_mkdir_with_parents(folder.c_str(), S_IRWXU) != 0)
         return failure(path, g_strerror(errno));
     gsize length = 0;
-    const Owned<char> content(g_key_file_to_data(keys, &length, nullptr));
+    const GLibPointer<char> content(g_key_file_to_data(keys, &length, nullptr));
     constexpr auto whole =
         static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
     GError* failed = nullptr;
     if (g_file_set_contents_full(path.c_str(), content.get(), static_cast<gssize>(length), whole, 0644,
                                  &failed))
         return std::nullopt;
-    const Owned<GError> error(failed);
+    const GLibPointer<GError> error(failed);
     return failure(path, error->message);
 }
 
@@ -84,7 +73,7 @@ AutostartEntry AutostartEntry::own() {
 }
 
 std::optional<AutostartEntry> AutostartEntry::systemWide() {
-    const Owned<char*> folders(g_strsplit(environment("XDG_CONFIG_DIRS", "/etc/xdg").c_str(), ":", -1));
+    const GLibPointer<char*> folders(g_strsplit(environment("XDG_CONFIG_DIRS", "/etc/xdg").c_str(), ":", -1));
     for (char** folder = folders.get(); *folder; ++folder)
         if (AutostartEntry entry(std::string(*folder) + fileName); **folder == '/' && entry.exists())
             return entry;
@@ -101,7 +90,7 @@ bool AutostartEntry::isOn() const {
     if (!keys || isSwitchedOff(keys.get()))
         return false;
     // GIO refuses an entry that is no application, or whose program is not installed.
-    const Owned<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(keys.get()));
+    const GLibPointer<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(keys.get()));
     return info && g_app_info_get_executable(G_APP_INFO(info.get())) &&
            g_desktop_app_info_get_show_in(info.get(), nullptr);
 }

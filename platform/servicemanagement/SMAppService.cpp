@@ -1,12 +1,10 @@
 #include "platform/servicemanagement/SMAppService.h"
 
+#include "platform/foundation/GLibPointer.h"
 #include "platform/servicemanagement/AutostartEntry.h"
-
-#include <glib.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -31,7 +29,7 @@ std::string runningProgram() {
 std::string installedProgram() {
     std::string running = runningProgram();
     const auto name = std::filesystem::path(running).filename().string();
-    const std::unique_ptr<char, decltype(&g_free)> found(g_find_program_in_path(name.c_str()), g_free);
+    const GLibPointer<char> found(g_find_program_in_path(name.c_str()));
     return found && *found.get() == '/' ? std::string(found.get()) : running;
 }
 

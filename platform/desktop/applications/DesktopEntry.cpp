@@ -1,11 +1,10 @@
 #include "platform/desktop/applications/DesktopEntry.h"
 
-#include <glib.h>
+#include "platform/foundation/GLibPointer.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <memory>
 #include <vector>
 
 namespace mirrolet::platform::desktop {
@@ -14,15 +13,8 @@ namespace {
 
 constexpr auto* group = G_KEY_FILE_DESKTOP_GROUP;
 
-struct GFree {
-    void operator()(void* memory) const { g_free(memory); }
-    void operator()(char** list) const { g_strfreev(list); }
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, GFree>;
-
 std::string orEmpty(char* allocated) {
-    const std::unique_ptr<char, GFree> owned(allocated);
+    const GLibPointer<char> owned(allocated);
     return owned ? owned.get() : std::string();
 }
 
@@ -35,7 +27,7 @@ bool isTrue(GKeyFile* file, const char* key) {
 }
 
 std::vector<std::string> splitAt(const std::string& list, const char* separator) {
-    const std::unique_ptr<char*, GFree> parts(g_strsplit(list.c_str(), separator, -1));
+    const GLibPointer<char*> parts(g_strsplit(list.c_str(), separator, -1));
     std::vector<std::string> result;
     for (char** part = parts.get(); *part; ++part)
         result.emplace_back(*part);
@@ -63,7 +55,7 @@ std::vector<std::string> argumentsIn(const std::string& command) {
     char** parsed = nullptr;
     if (!g_shell_parse_argv(command.c_str(), nullptr, &parsed, nullptr))
         return {};
-    const std::unique_ptr<char*, GFree> owned(parsed);
+    const GLibPointer<char*> owned(parsed);
     std::vector<std::string> arguments;
     for (char** argument = parsed; *argument; ++argument)
         arguments.emplace_back(*argument);
@@ -126,7 +118,7 @@ DesktopEntry::Sandbox sandboxOf(GKeyFile* file, const std::vector<std::string>& 
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view content, const std::string& id,
                                               const std::string& path) {
-    const KeyFile file(g_key_file_new());
+    const GLibPointer<GKeyFile> file(g_key_file_new());
     if (content.empty() ||
         !g_key_file_load_from_data(file.get(), content.data(), content.size(), G_KEY_FILE_NONE, nullptr))
         return std::nullopt;
