@@ -127,6 +127,10 @@ struct KeyboardState {
     std::vector<int> locks;
 };
 
+void PrintTo(const KeyboardState& state, std::ostream* out) {
+    *out << state.name;
+}
+
 class HotKeysInEveryState : public HotKeysTest, public testing::WithParamInterface<KeyboardState> {};
 
 TEST_P(HotKeysInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers) {

@@ -16,6 +16,10 @@ struct Look {
     int scale;
 };
 
+void PrintTo(const Look& look, std::ostream* out) {
+    *out << look.name;
+}
+
 /// No test, but the pictures for a reader: scripts/screenshots runs it. It fails if a step does not happen.
 class DISABLED_Screenshots : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:

@@ -11,6 +11,10 @@ struct Keys {
     const char* layout;
 };
 
+void PrintTo(const Keys& keys, std::ostream* out) {
+    *out << keys.name;
+}
+
 class Shortcuts : public EndToEndTest {};
 class ShortcutsWith : public EndToEndTest, public testing::WithParamInterface<Keys> {};
 

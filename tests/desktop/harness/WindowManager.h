@@ -3,6 +3,7 @@
 #include "tests/desktop/harness/ChildProcess.h"
 
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace mirrolet::harness {
@@ -32,5 +33,10 @@ class WindowManager {
     Sandbox sandbox;
     std::unique_ptr<ChildProcess> process;
 };
+
+/// The name, where a test's output tells its parameter.
+inline void PrintTo(WindowManagerKind kind, std::ostream* out) {
+    *out << WindowManager::name(kind);
+}
 
 } // namespace mirrolet::harness
