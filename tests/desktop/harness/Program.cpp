@@ -57,7 +57,8 @@ Program::Program(const XServer* server, const SessionBus* bus, const Options& op
 Program::~Program() {
     process.reset();
     const auto said = log();
-    if (said.find("Sanitizer") == std::string::npos && said.find("runtime error: ") == std::string::npos)
+    const auto isFault = [&said](const char* words) { return said.find(words) != std::string::npos; };
+    if (!isFault("Sanitizer") && !isFault("runtime error: ") && !isFault("X11: unexpected"))
         return;
     std::cerr << said << std::endl;
     std::abort();

@@ -25,7 +25,8 @@ class Program {
 
     /// The bus may be nullptr: a desktop without one.
     Program(const XServer* server, const SessionBus* bus, const Options& options);
-    /// Ends it. What a sanitizer has found in it ends the test, too, with all that it said.
+    /// Ends it. A finding of a sanitizer ends the test, too, as does an error of the X server that the
+    /// program did not expect; the test then shows all that the program logged.
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

@@ -3,6 +3,7 @@
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/capture/UnobscuredGuard.h"
 #include "platform/desktop/x11/capture/X11WindowImage.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 
 #include <xcb/composite.h>
 
@@ -14,9 +15,18 @@ namespace mirrolet::platform::desktop::x11 {
 
 using Clock = std::chrono::steady_clock;
 
+namespace {
+
+// BadMatch: the window is not viewable, or not redirected.
+constexpr ErrorSet notNameable = windowGone | ErrorSet{XError::match};
+
+} // namespace
+
 CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
     : connection(connection), formats(formats), window(window) {
     auto* xcb = connection.xcb();
+    // BadMatch: an InputOnly window, which draws nothing.
+    const ExpectErrors absent(connection, windowGone | ErrorSet{XError::match});
     // VisibilityNotify tells that the window becomes obscured, and also comes when a parent is mapped. A
     // redirected window counts as unobscured.
     const std::uint32_t mask =
@@ -32,6 +42,7 @@ void CaptureSource::end(bool selectedAnew) {
         damage.release();
         return;
     }
+    const ExpectErrors died(connection, windowGone);
     const std::uint32_t nothing = XCB_EVENT_MASK_NO_EVENT;
     if (!selectedAnew)
         xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &nothing);
@@ -75,6 +86,7 @@ bool CaptureSource::update() {
     const auto commands = policy.tick(changes.exchange(0), now);
     if (commands.empty())
         return false;
+    const ExpectErrors died(connection, windowAndResourcesGone);
     perform(commands);
     perform(policy.tickEnded(now));
     return true;
@@ -166,8 +178,8 @@ bool CaptureSource::hasSameGeometry(const DirectPixels& direct) const {
 /// Only a redirected window has a pixmap that can be named, and this window is not redirected from here.
 void CaptureSource::checkRedirection() {
     const auto id = xcb_generate_id(connection.xcb());
-    const bool byAnotherClient =
-        connection.succeeds(xcb_composite_name_window_pixmap_checked(connection.xcb(), window, id));
+    const bool byAnotherClient = connection.succeeds(
+        xcb_composite_name_window_pixmap_checked(connection.xcb(), window, id), notNameable);
     if (byAnotherClient) {
         xcb_free_pixmap(connection.xcb(), id);
         obscured = {};
@@ -225,7 +237,7 @@ void CaptureSource::namePixmap() {
     const auto naming = xcb_composite_name_window_pixmap_checked(xcb, window, id);
     // The window may have another size by now. The pixmap's size is the one that counts.
     const auto geometry = connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(xcb, id), windowGone);
-    if (!connection.succeeds(naming))
+    if (!connection.succeeds(naming, notNameable))
         return; // The window is hidden or gone. An event says so, and the last pixels stay until then.
     ServerPixmap pixmap(connection, id);
     const auto format = formats.opaque(source.visual);

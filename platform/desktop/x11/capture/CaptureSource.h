@@ -78,7 +78,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     CapturePolicy policy;
     SourceWindow source; ///< As it was checked last.
     PixelRect obscured;  ///< The parts that the pixmap lacks when the window is redirected, in the window.
-    ServerResource<&xcb_damage_destroy> damage;
+    ServerResource<&xcb_damage_destroy, XError::damage> damage;
     PixelRect takenDamage;
     std::shared_ptr<WindowContent> content;
     std::shared_ptr<WindowContent> waitingContent; ///< The named pixmap until it is shown.

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/capture/DirectPixels.h"
 
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
 
 namespace mirrolet::platform::desktop::x11 {
@@ -24,6 +25,7 @@ DirectPixels::DirectPixels(X11Connection& connection, xcb_window_t window, Pixel
 
 void DirectPixels::updateCopy() const {
     auto* xcb = connection.xcb();
+    const ExpectErrors died(connection, windowGone);
     const ServerContext context(connection, xcb_generate_id(xcb));
     const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS, 0};
     xcb_create_gc(xcb, context.id(), stored.pixmap.id(), XCB_GC_SUBWINDOW_MODE | XCB_GC_GRAPHICS_EXPOSURES,

@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/capture/UnobscuredGuard.h"
 
 #include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
 
 #include <xcb/composite.h>
@@ -39,6 +40,7 @@ std::optional<PixelRect> boundsOf(const X11Connection& connection, xcb_xfixes_fe
 std::optional<ObscuredParts> obscuredParts(X11Connection& connection, xcb_window_t window,
                                            PixelRect picture) {
     auto* xcb = connection.xcb();
+    const ExpectErrors gone(connection, windowAndResourcesGone);
     const auto wanted = makeRegion(connection, picture);
     const auto visible = visibleRegion(connection, window);
     const ServerRegion shape{connection, xcb_generate_id(xcb)};

@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-using ServerRegion = ServerResource<&xcb_xfixes_destroy_region>;
+using ServerRegion = ServerResource<&xcb_xfixes_destroy_region, XError::region>;
 
 /// The parts of a window that cannot be read directly, in the window. Both are bounding boxes.
 struct ObscuredParts {

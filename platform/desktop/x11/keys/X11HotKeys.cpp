@@ -146,15 +146,15 @@ GrabResult X11HotKeys::acquire(Combination& combination) {
     for (const auto variant : variantsOf(*combination.bits, modifierMap->lockBits))
         cookies.push_back(xcb_grab_key_checked(connection.xcb(), 0, connection.root(), variant,
                                                combination.key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    std::uint8_t error = 0;
+    XError error{};
     bool all = true;
     for (const auto cookie : cookies)
-        all = connection.succeeds(cookie, &error) && all;
+        all = connection.succeeds(cookie, {XError::access}, &error) && all;
     combination.grabbed = true;
     if (all)
         return GrabResult::held;
     ungrab(combination);
-    return error == XCB_ACCESS ? GrabResult::taken : GrabResult::invalid;
+    return error == XError::access ? GrabResult::taken : GrabResult::invalid;
 }
 
 void X11HotKeys::ungrab(Combination& combination) const {

@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/mirror/X11WindowPresenter.h"
 
 #include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
 
 #include <utility>
@@ -135,6 +136,7 @@ void X11WindowPresenter::draw() {
     const auto part = std::exchange(stale, {});
     if (isEmpty(part))
         return;
+    const ExpectErrors gone(connection, windowAndResourcesGone); // The source window, or the panel.
     drawCanvas(part);
     if (corners)
         corners->cut(canvas.picture.id(), part);
@@ -176,8 +178,10 @@ void X11WindowPresenter::repair(PixelRect area) {
     const std::lock_guard guard(lock);
     // A part that will be drawn anew, or was never drawn, need not be copied.
     const auto part = intersection(area, whole());
-    if (canvas.pixmap && !isEmpty(part) && stale != whole())
-        copyToWindow(part);
+    if (!canvas.pixmap || isEmpty(part) || stale == whole())
+        return;
+    const ExpectErrors gone(connection, windowGone);
+    copyToWindow(part);
 }
 
 } // namespace mirrolet::platform::desktop::x11

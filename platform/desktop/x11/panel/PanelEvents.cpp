@@ -1,5 +1,7 @@
 #include "platform/desktop/x11/panel/PanelEvents.h"
 
+#include "platform/desktop/x11/server/ExpectErrors.h"
+
 namespace mirrolet::platform::desktop::x11 {
 
 PanelEvents::PanelEvents(X11Connection& connection, xcb_window_t panel)
@@ -13,6 +15,7 @@ PanelEvents::~PanelEvents() {
 }
 
 void PanelEvents::select(std::uint32_t mask) const {
+    const ExpectErrors gone(connection, windowGone); // Qt may have destroyed its window.
     xcb_change_window_attributes(connection.xcb(), panel, XCB_CW_EVENT_MASK, &mask);
     connection.flush();
 }

@@ -132,7 +132,9 @@ void PanelFocus::restore() {
 }
 
 bool PanelFocus::focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time) {
-    return connection.succeeds(xcb_set_input_focus_checked(connection.xcb(), revertTo, window, time));
+    // BadMatch: the window cannot be seen.
+    return connection.succeeds(xcb_set_input_focus_checked(connection.xcb(), revertTo, window, time),
+                               windowGone | ErrorSet{XError::match});
 }
 
 bool PanelFocus::focusIsOurs() const {

@@ -50,7 +50,8 @@ void PanelProperties::writeBeforeMap(bool modal) const {
     const std::uint32_t neverUsed = 0; // Asks for no focus at the map.
     connection.succeeds(xcb_change_property_checked(connection.xcb(), XCB_PROP_MODE_REPLACE, panel,
                                                     atoms._NET_WM_USER_TIME, XCB_ATOM_CARDINAL, 32, 1,
-                                                    &neverUsed));
+                                                    &neverUsed),
+                        {});
 }
 
 void PanelProperties::writeStates(std::vector<std::uint32_t> states) const {

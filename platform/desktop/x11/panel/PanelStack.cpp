@@ -1,10 +1,18 @@
 #include "platform/desktop/x11/panel/PanelStack.h"
 
 #include "platform/desktop/x11/panel/StackingQuery.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
+
+namespace {
+
+// BadMatch: the window lives, but in another parent.
+constexpr ErrorSet siblingGone = windowGone | ErrorSet{XError::match};
+
+} // namespace
 
 PanelStack::PanelStack(X11Connection& connection) : connection(connection) {
     const auto root = connection.root();
@@ -111,13 +119,15 @@ void PanelStack::check(const PanelOrder& shown) {
 bool PanelStack::carryOut(const PanelOrder::Move& move) {
     constexpr std::uint16_t mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
     if (move.place == PanelOrder::Place::below) {
+        const ExpectErrors gone(connection, siblingGone);
         const std::uint32_t values[] = {move.sibling, XCB_STACK_MODE_BELOW};
         xcb_configure_window(connection.xcb(), move.window, mask, values);
         return true;
     }
     siblings.note(move.window, move.sibling); // The report of our own move is no news.
     const std::uint32_t values[] = {move.sibling, XCB_STACK_MODE_ABOVE};
-    return connection.succeeds(xcb_configure_window_checked(connection.xcb(), move.window, mask, values));
+    return connection.succeeds(xcb_configure_window_checked(connection.xcb(), move.window, mask, values),
+                               siblingGone);
 }
 
 } // namespace mirrolet::platform::desktop::x11

@@ -3,6 +3,7 @@
 #include "platform/desktop/PixelRects.h"
 #include "platform/desktop/x11/mirror/RoundedRegion.h"
 #include "platform/desktop/x11/server/CompositingManager.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
 
 #include <xcb/shape.h>
@@ -30,6 +31,7 @@ void ShapedCorners::set(PixelSize newSize, double newRadius) {
 void ShapedCorners::apply() {
     if (!connection.extensions().shape || size == PixelSize{})
         return;
+    const ExpectErrors gone(connection, windowGone); // Qt may have destroyed its window.
     if (compositingManager.running() || radius <= 0) {
         xcb_shape_mask(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0,
                        XCB_PIXMAP_NONE);

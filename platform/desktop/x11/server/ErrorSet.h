@@ -54,5 +54,8 @@ class ErrorSet {
 
 /// A window of another program, or of the toolkit, can disappear between any two requests.
 constexpr ErrorSet windowGone{XError::window, XError::drawable};
+/// With the window go the resources that were made from it.
+constexpr ErrorSet windowAndResourcesGone =
+    windowGone | ErrorSet{XError::damage, XError::picture, XError::region};
 
 } // namespace mirrolet::platform::desktop::x11

@@ -12,7 +12,7 @@
 namespace mirrolet::platform::desktop::x11 {
 
 using ServerPixmap = ServerResource<&xcb_free_pixmap>;
-using ServerPicture = ServerResource<&xcb_render_free_picture>;
+using ServerPicture = ServerResource<&xcb_render_free_picture, XError::picture>;
 using ServerContext = ServerResource<&xcb_free_gc>;
 
 /// A pixmap and the RENDER picture on it.

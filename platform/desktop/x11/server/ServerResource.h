@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 
 #include <cstdint>
 #include <utility>
@@ -10,7 +10,9 @@ namespace mirrolet::platform::desktop::x11 {
 /// Owner of something that a request made on the server: gives it back with `Free` when destroyed. Empty when
 /// moved from. The connection must outlive it. The server keeps requests in order, so what was asked for
 /// before stays whole.
-template <auto Free> class ServerResource {
+/// Given with an error, the resource can vanish on the server together with a window of another program, or
+/// may never have been made there; freeing it may then meet this error.
+template <auto Free, XError... Vanished> class ServerResource {
   public:
     ServerResource() = default;
     ServerResource(X11Connection& connection, std::uint32_t id) : connection(&connection), number(id) {}
@@ -22,8 +24,14 @@ template <auto Free> class ServerResource {
         return *this;
     }
     ~ServerResource() {
-        if (number != 0)
+        if (number == 0)
+            return;
+        if constexpr (sizeof...(Vanished) > 0) {
+            const ExpectErrors vanished(*connection, {Vanished...});
             Free(connection->xcb(), number);
+        } else {
+            Free(connection->xcb(), number);
+        }
     }
 
     [[nodiscard]] std::uint32_t id() const { return number; }

@@ -1,11 +1,5 @@
 #include "platform/desktop/x11/server/X11Connection.h"
 
-#include "platform/foundation/NSLog.h"
-
-#include <xcb/damage.h>
-#include <xcb/render.h>
-#include <xcb/xfixes.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <pthread.h>
@@ -14,8 +8,6 @@
 namespace mirrolet::platform::desktop::x11 {
 
 namespace {
-
-constexpr std::uint32_t mostErrorsLogged = 8;
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -61,6 +53,7 @@ X11Connection::X11Connection(xcb_connection_t* connection, int screenNumber)
       defaultScreen(screenOf(connection, screenNumber)) {
     interned = std::make_unique<Atoms>(connection, screenNumber);
     available = Extensions(connection);
+    errors = std::make_unique<ErrorLog>(available);
     hidden = xcb_generate_id(connection);
     const std::uint32_t values[] = {1, XCB_EVENT_MASK_PROPERTY_CHANGE};
     xcb_create_window(connection, 0, hidden, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
@@ -128,8 +121,9 @@ void X11Connection::readEvents() {
     while (const XcbReply<xcb_generic_event_t> event{xcb_wait_for_event(connection)}) {
         if (ending)
             return;
+        errors->noteAnswered(event->full_sequence);
         if (event->response_type == 0) {
-            noteError(reinterpret_cast<const xcb_generic_error_t&>(*event));
+            errors->note(reinterpret_cast<const xcb_generic_error_t&>(*event));
             continue;
         }
         dispatch(*event);
@@ -151,41 +145,14 @@ void X11Connection::dispatch(const xcb_generic_event_t& event) {
         (*entry.handler)(event);
 }
 
-XError X11Connection::kindOf(const xcb_generic_error_t& error) const {
-    const auto isOf = [code = error.error_code](const Extension& extension, std::uint8_t number) {
-        return extension && code == extension.firstError + number;
-    };
-    if (error.error_code <= XCB_IMPLEMENTATION)
-        return static_cast<XError>(error.error_code);
-    if (isOf(available.damage, XCB_DAMAGE_BAD_DAMAGE))
-        return XError::damage;
-    if (isOf(available.render, XCB_RENDER_PICT_FORMAT))
-        return XError::pictureFormat;
-    if (isOf(available.render, XCB_RENDER_PICTURE))
-        return XError::picture;
-    return isOf(available.xfixes, XCB_XFIXES_BAD_REGION) ? XError::region : XError::unknown;
-}
-
-void X11Connection::noteError(const xcb_generic_error_t& error, ErrorSet expectedHere) const {
-    if (expectedHere.holds(kindOf(error)))
-        return;
-    // Windows and what hangs on them die between any two requests; that is the daily round, not a fault.
-    const bool expected = error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE ||
-                          error.error_code == XCB_PIXMAP || error.error_code == XCB_MATCH ||
-                          error.error_code >= 128;
-    if (expected || errorsLogged >= mostErrorsLogged)
-        return;
-    ++errorsLogged;
-    NSLog("X11: unexpected error " + std::to_string(error.error_code) + " for request " +
-          std::to_string(error.major_code) + "." + std::to_string(error.minor_code) + " on resource " +
-          std::to_string(error.resource_id));
-}
-
-bool X11Connection::succeeds(xcb_void_cookie_t checked, std::uint8_t* errorCode) const {
+bool X11Connection::succeeds(xcb_void_cookie_t checked, ErrorSet expected, XError* met) const {
     const XcbReply<xcb_generic_error_t> error(xcb_request_check(connection, checked));
-    if (error && errorCode)
-        *errorCode = error->error_code;
-    return !error && !xcb_connection_has_error(connection);
+    if (!error)
+        return !xcb_connection_has_error(connection);
+    errors->note(*error, expected);
+    if (met)
+        *met = errors->kindOf(*error);
+    return false;
 }
 
 } // namespace mirrolet::platform::desktop::x11

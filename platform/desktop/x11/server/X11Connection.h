@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/x11/server/Atoms.h"
+#include "platform/desktop/x11/server/ErrorLog.h"
 #include "platform/desktop/x11/server/ErrorSet.h"
 #include "platform/desktop/x11/server/EventType.h"
 #include "platform/desktop/x11/server/Extensions.h"
@@ -75,16 +76,19 @@ class X11Connection {
     /// Starts reading events. Once, after the subscriptions that must not miss any.
     void start();
 
+    // Each request says where it is made which errors it may meet: in its reply() or succeeds(), or by the
+    // `ExpectErrors` around it. Any other error is logged.
+
     void flush() const { xcb_flush(connection); }
     /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Empty after an error, and when
     /// the server is lost. An error that is not expected is a fault of ours and is logged.
     template <auto Wait, typename Cookie> auto reply(Cookie cookie, ErrorSet expected = {}) const;
-    /// Waits for a checked request. True if it went well; what the error was is the caller's business. For
-    /// requests whose failure is expected (a window that died).
-    bool succeeds(xcb_void_cookie_t checked, std::uint8_t* errorCode = nullptr) const;
-    /// An unchecked request's error arrives as an event and is ignored when it only says that a window,
-    /// drawable, damage or pixmap is gone, or a match failed because of it; anything else is a bug of ours
-    /// and is logged once.
+    /// Waits for a checked request. True if it went well. Otherwise `met` tells the error, and an error that
+    /// is not expected is a fault of ours and is logged.
+    bool succeeds(xcb_void_cookie_t checked, ErrorSet expected, XError* met = nullptr) const;
+    /// For `ExpectErrors`, which announces the errors of requests that nobody waits for.
+    [[nodiscard]] ErrorLog& errorLog() const { return *errors; }
+
   private:
     using EventHandler = std::function<void(const xcb_generic_event_t&)>;
 
@@ -93,8 +97,6 @@ class X11Connection {
     void applyRootMask();
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
-    void noteError(const xcb_generic_error_t& error, ErrorSet expected = {}) const;
-    [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
     void unsubscribe(std::uint64_t number);
 
     struct Entry {
@@ -108,6 +110,7 @@ class X11Connection {
     const xcb_screen_t* defaultScreen = nullptr;
     std::unique_ptr<Atoms> interned;
     Extensions available;
+    std::unique_ptr<ErrorLog> errors;
     xcb_window_t hidden = 0;
     std::function<void()> lost;
 
@@ -119,7 +122,6 @@ class X11Connection {
     std::recursive_mutex running; ///< Held while handlers run, so that unsubscribe() can wait for them.
     std::vector<Entry> entries;
     std::uint64_t nextNumber = 1;
-    mutable std::atomic<std::uint32_t> errorsLogged = 0;
     std::atomic<bool> ending = false; ///< The reader ends with the next event.
     std::thread reader;
 };
@@ -154,7 +156,7 @@ template <auto Wait, typename Cookie> auto X11Connection::reply(Cookie cookie, E
     auto* answer = Wait(connection, cookie, &raw);
     const XcbReply<xcb_generic_error_t> error(raw);
     if (error)
-        noteError(*error, expected);
+        errors->note(*error, expected);
     return XcbReply<std::remove_pointer_t<decltype(answer)>>(answer);
 }
 
