@@ -99,6 +99,17 @@ TEST_F(WindowCaptureTest, FollowsASizeChangeAndKeepsThePictureOfAnUnmappedWindow
     EXPECT_TRUE(becomesPlain(window.window(), green, {300, 200}));
 }
 
+TEST_F(WindowCaptureTest, GivesNoImageOfAWindowThatCannotShowAny) {
+    const auto inputOnly = xcb_generate_id(client.xcb());
+    xcb_create_window(client.xcb(), 0, inputOnly, client.root(), 0, 0, 10, 10, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(client.xcb(), inputOnly);
+    client.sync();
+    EXPECT_EQ(capture->image(inputOnly), nullptr);
+    const auto unused = xcb_generate_id(client.xcb());
+    EXPECT_EQ(capture->image(unused), nullptr);
+}
+
 TEST_F(WindowCaptureTest, SurvivesACompositingManagerComingAndGoing) {
     const CallWindow window(server, plain("cc2020"));
     ASSERT_TRUE(becomesPlain(window.window(), red));

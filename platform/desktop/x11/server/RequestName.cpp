@@ -8,6 +8,7 @@
 #include <xcb/res.h>
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
+#include <xcb/xinput.h>
 
 #include <algorithm>
 #include <span>
@@ -102,6 +103,10 @@ constexpr Request xkb[] = {
     {XCB_XKB_PER_CLIENT_FLAGS, "PerClientFlags"},
 };
 
+constexpr Request xinput[] = {
+    {XCB_INPUT_XI_SELECT_EVENTS, "XISelectEvents"},
+};
+
 struct NamedExtension {
     Extension Extensions::*numbers;
     std::string_view name;
@@ -116,6 +121,7 @@ constexpr NamedExtension extensionNames[] = {
     {&Extensions::xfixes, "XFIXES ", xfixes},
     {&Extensions::xres, "X-Resource ", xres},
     {&Extensions::xkb, "XKEYBOARD ", xkb},
+    {&Extensions::xinput, "XInputExtension ", xinput},
 };
 
 std::string nameIn(std::span<const Request> requests, int opcode) {
