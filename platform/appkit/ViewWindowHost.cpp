@@ -323,8 +323,8 @@ desktop::Bitmap ViewWindowHost::renderOverlay() const {
     const auto size = pixelSize();
     desktop::Bitmap overlay{size,
                             std::vector<std::uint32_t>(static_cast<std::size_t>(size.width) * size.height)};
-    QImage image(reinterpret_cast<uchar*>(overlay.pixels.data()), size.width, size.height, size.width * 4,
-                 QImage::Format_ARGB32_Premultiplied);
+    QImage image(reinterpret_cast<uchar*>(overlay.pixels.data()), size.width, size.height,
+                 qsizetype{4} * size.width, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(window->devicePixelRatio());
     QPainter painter(&image);
     const_cast<ViewTree&>(tree).paintOverlay(painter);

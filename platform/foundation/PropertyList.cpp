@@ -32,9 +32,11 @@ std::optional<bool> PropertyList::asBool() const {
     if (const auto* boolean = std::get_if<bool>(&value))
         return *boolean;
     const auto whole = wholeNumber(value);
-    if (whole != 0 && whole != 1)
-        return std::nullopt;
-    return whole == 1;
+    if (whole == 0)
+        return false;
+    if (whole == 1)
+        return true;
+    return std::nullopt;
 }
 
 std::optional<std::int32_t> PropertyList::asInt32() const {

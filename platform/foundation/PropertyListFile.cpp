@@ -19,7 +19,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr off_t largestFile = 4 * 1024 * 1024; // Bytes. Our own files are a thousandth of it.
+constexpr off_t largestFile = off_t{4} * 1024 * 1024; // Bytes. Our own files are a thousandth of it.
 
 QString text(const std::string& utf8) {
     return QString::fromStdString(utf8);

@@ -40,7 +40,7 @@ std::string timeStamp() {
 std::string setAside(const std::string& path) {
     const auto stem = path + ".broken-" + timeStamp();
     for (int attempt = 1; attempt <= 100; ++attempt) {
-        const auto name = attempt == 1 ? stem : stem + "-" + std::to_string(attempt);
+        auto name = attempt == 1 ? stem : stem + "-" + std::to_string(attempt);
         if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0)
             return name;
         if (errno != EEXIST)

@@ -123,6 +123,7 @@ std::vector<xcb_window_t> applicationWindows(const X11Connection& connection,
     auto candidates = viewableOf(connection, topLevels);
     FrameReader(connection).findClients(candidates);
     std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(candidates.size());
     for (const auto& candidate : candidates)
         cookies.push_back(requestProperty(connection, candidate.client,
                                           connection.atoms()._NET_WM_WINDOW_TYPE, mostBytesOfTypes));

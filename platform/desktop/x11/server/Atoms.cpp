@@ -8,6 +8,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
+// NOLINTNEXTLINE(readability-function-size): a table with an entry for each atom.
 Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
     const std::string screen = std::to_string(screenNumber);
 #define ATOM(name)                                                                                           \
