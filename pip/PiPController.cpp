@@ -82,7 +82,7 @@ CGImageRef PiPController::captureFrame(const CGImageRef& last) {
     // A window that did not change gives the same image, which is shown or on its way, and what changed in
     // the panel's picture may be drawn already: no reason to wake the main thread. Nor to hold the image, as
     // nobody knows when this runs.
-    if (last && (image == last || image->isShown()))
+    if (last && (image == last || CGImageIsShown(*image)))
         DispatchQueue::main().asyncUnhurried(
             [delivery, again = std::weak_ptr(image)] { delivery(again.lock()); });
     else

@@ -1,5 +1,7 @@
 #include "platform/appkit/ImageDrawing.h"
 
+#include "platform/desktop/WindowCapture.h"
+
 #include <QFileInfo>
 #include <QPainter>
 #include <QSvgRenderer>

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "platform/coregraphics/Geometry.h"
-#include "platform/desktop/WindowCapture.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace mirrolet::platform {
+
+namespace desktop {
+class WindowImage;
+}
 
 /// A picture that views and controls show: a window's picture, a symbol, or an application's icon. Immutable,
 /// made and held on any thread; drawn on the main thread, and only then are symbols and icons looked up.

@@ -1,6 +1,7 @@
 #include "platform/coregraphics/CGImage.h"
 
 #include "platform/desktop/Desktop.h"
+#include "platform/desktop/WindowCapture.h"
 #include "platform/foundation/NSLog.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace mirrolet::platform {
 namespace {
 
 /// A window that is gone is the usual end of a mirror, and the backend itself reports a lost server.
-void logUnexpected(desktop::CaptureFailure failure, desktop::WindowNumber window) {
+void logUnexpected(desktop::CaptureFailure failure, CGWindowID window) {
     const auto log = [window](const char* reason) {
         NSLog("Window " + std::to_string(window) + " cannot be mirrored: " + reason);
     };
@@ -23,8 +24,20 @@ void logUnexpected(desktop::CaptureFailure failure, desktop::WindowNumber window
 
 } // namespace
 
-CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption,
-                                   desktop::WindowNumber window, std::uint32_t imageOption) {
+int CGImageGetWidth(const CGImage& image) {
+    return image.size().width;
+}
+
+int CGImageGetHeight(const CGImage& image) {
+    return image.size().height;
+}
+
+bool CGImageIsShown(const CGImage& image) {
+    return image.isShown();
+}
+
+CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption, CGWindowID window,
+                                   std::uint32_t imageOption) {
     constexpr auto ownPicture = kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution;
     if (screenBounds != CGRectNull || listOption != kCGWindowListOptionIncludingWindow ||
         imageOption != ownPicture)

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/coregraphics/CGWindowList.h"
 #include "platform/coregraphics/Geometry.h"
-#include "platform/desktop/WindowCapture.h"
 
 #include <cstdint>
 #include <memory>
 
 namespace mirrolet::platform {
+
+namespace desktop {
+class WindowImage;
+}
 
 /// A window's picture. Its pixels stay with the window server; it is the same object as long as the window
 /// does not change. Any thread.
@@ -14,12 +18,10 @@ using CGImage = desktop::WindowImage;
 using CGImageRef = std::shared_ptr<const CGImage>;
 
 /// In pixels.
-inline int CGImageGetWidth(const CGImage& image) {
-    return image.size().width;
-}
-inline int CGImageGetHeight(const CGImage& image) {
-    return image.size().height;
-}
+int CGImageGetWidth(const CGImage& image);
+int CGImageGetHeight(const CGImage& image);
+/// The mirror that showed the image before shows this one already. Any thread.
+bool CGImageIsShown(const CGImage& image);
 
 inline constexpr std::uint32_t kCGWindowListOptionIncludingWindow = 8;
 inline constexpr std::uint32_t kCGWindowImageBoundsIgnoreFraming = 1;
@@ -30,7 +32,7 @@ inline constexpr CGRect CGRectNull{};
 /// The picture of one window, alone, without its shadow, at full pixel resolution: the one combination of
 /// options there is a use for. nullptr once the window is gone or with any other combination. A capture that
 /// fails for another reason is logged. Any thread.
-CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption,
-                                   desktop::WindowNumber window, std::uint32_t imageOption);
+CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption, CGWindowID window,
+                                   std::uint32_t imageOption);
 
 } // namespace mirrolet::platform

@@ -10,7 +10,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 
-constexpr double cornerRadius = 6;
+constexpr double menuCornerRadius = 6;
 constexpr int textInset = 10;
 constexpr int arrowRoom = 22;
 
@@ -50,9 +50,9 @@ void MenuWidget::paintEvent(QPaintEvent* /*event*/) {
     const Theme theme(*this);
     const QColor fill =
         underMouse() ? mixed(theme.controlFill, theme.dark ? Qt::white : Qt::black, 0.05) : theme.controlFill;
-    drawBox(painter, rect(), cornerRadius, fill, theme.controlBorder);
+    drawBox(painter, rect(), menuCornerRadius, fill, theme.controlBorder);
     if (focusVisibility.shows(*this))
-        drawFocusRing(painter, rect(), cornerRadius, theme.accent);
+        drawFocusRing(painter, rect(), menuCornerRadius, theme.accent);
     painter.setFont(resolvedFont(Font::body));
     painter.setPen(theme.label);
     painter.drawText(rect().adjusted(textInset, 0, -arrowRoom, 0), Qt::AlignLeft | Qt::AlignVCenter,

@@ -10,7 +10,7 @@ namespace mirrolet::platform::swiftui {
 namespace {
 constexpr int dotSide = 16;
 constexpr int ringRoom = 2;
-constexpr int gap = 6;
+constexpr int labelGap = 6;
 } // namespace
 
 RadioWidget::RadioWidget(const QString& label) : QRadioButton(label) {
@@ -20,7 +20,7 @@ RadioWidget::RadioWidget(const QString& label) : QRadioButton(label) {
 
 QSize RadioWidget::sizeHint() const {
     const QFontMetrics metrics(resolvedFont(Font::body));
-    return {ringRoom * 2 + dotSide + gap + metrics.horizontalAdvance(text()) + 2,
+    return {ringRoom * 2 + dotSide + labelGap + metrics.horizontalAdvance(text()) + 2,
             std::max(dotSide + 2 * ringRoom, metrics.height())};
 }
 
@@ -45,7 +45,7 @@ void RadioWidget::paintEvent(QPaintEvent* /*event*/) {
         drawFocusRing(painter, dot.adjusted(-3, -3, 3, 3), dotSide / 2.0 + 3, withAlpha(theme.accent, 0.7));
     painter.setFont(resolvedFont(Font::body));
     painter.setPen(theme.label);
-    const QRectF label = QRectF(rect()).adjusted(ringRoom * 2 + dotSide + gap - ringRoom, 0, 0, 0);
+    const QRectF label = QRectF(rect()).adjusted(ringRoom * 2 + dotSide + labelGap - ringRoom, 0, 0, 0);
     painter.drawText(label, Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 

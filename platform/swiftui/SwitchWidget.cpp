@@ -5,7 +5,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 constexpr QSize switchSize{36, 20};
-constexpr int ringRoom = 2;
+constexpr int switchRingRoom = 2;
 } // namespace
 
 SwitchWidget::SwitchWidget() {
@@ -14,7 +14,7 @@ SwitchWidget::SwitchWidget() {
 }
 
 QSize SwitchWidget::sizeHint() const {
-    return switchSize.grownBy({ringRoom, ringRoom, ringRoom, ringRoom});
+    return switchSize.grownBy({switchRingRoom, switchRingRoom, switchRingRoom, switchRingRoom});
 }
 
 void SwitchWidget::focusInEvent(QFocusEvent* event) {
@@ -25,7 +25,8 @@ void SwitchWidget::focusInEvent(QFocusEvent* event) {
 void SwitchWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const Theme theme(*this);
-    const QRectF track = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const QRectF track =
+        QRectF(rect()).adjusted(switchRingRoom, switchRingRoom, -switchRingRoom, -switchRingRoom);
     const double radius = track.height() / 2;
     const QColor off = withAlpha(theme.label, theme.dark ? 0.22 : 0.2);
     QColor fill = isChecked() ? theme.accent : off;

@@ -11,7 +11,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 constexpr int symbolSide = 20;
-constexpr int inset = 6;
+constexpr int tabInset = 6;
 } // namespace
 
 TabBarWidget::TabBarWidget() {
@@ -32,7 +32,7 @@ void TabBarWidget::addSymbolTab(const std::string& label, const std::string& sys
 QSize TabBarWidget::tabSizeHint(int index) const {
     const QFontMetrics metrics(resolvedFont(Font::subheadline));
     return {std::max(64, metrics.horizontalAdvance(tabText(index)) + 28),
-            symbolSide + metrics.height() + 3 * inset};
+            symbolSide + metrics.height() + 3 * tabInset};
 }
 
 void TabBarWidget::focusInEvent(QFocusEvent* event) {
@@ -80,7 +80,7 @@ void TabBarWidget::paintTab(QPainter& painter, int index) {
         chosen ? (theme.dark ? mixed(theme.accent, Qt::white, 0.45) : theme.accent) : theme.secondaryLabel;
     if (const auto& symbol = symbols.at(static_cast<std::size_t>(index))) {
         const int pixels = static_cast<int>(symbolSide * devicePixelRatioF() + 0.5);
-        const QRect place(tab.center().x() - symbolSide / 2 + 1, tab.top() + inset - 2, symbolSide,
+        const QRect place(tab.center().x() - symbolSide / 2 + 1, tab.top() + tabInset - 2, symbolSide,
                           symbolSide);
         painter.drawImage(place, renderedImage(*symbol, {pixels, pixels}, ink));
     }

@@ -16,7 +16,7 @@ namespace {
 using namespace platform;
 using desktop::WindowRow;
 
-constexpr desktop::WindowNumber callWindow = 77;
+constexpr desktop::WindowNumber callNumber = 77;
 constexpr desktop::WindowNumber editorWindow = 78;
 constexpr std::int32_t messengerPid = 4001;
 constexpr std::int32_t editorPid = 4002;
@@ -29,7 +29,7 @@ class AppDelegateTest : public DesktopTest {
     AppDelegateTest() {
         desktop.applications().add({messengerPid, "WhatsApp", "net.whatsapp.WhatsApp"});
         desktop.applications().add({editorPid, "Editor", "org.example.Editor"});
-        desktop.capture().setPicture(callWindow, {400, 300}, 0x101010);
+        desktop.capture().setPicture(callNumber, {400, 300}, 0x101010);
         desktop.capture().setPicture(editorWindow, {800, 600}, 0x202020);
         atEnd.emplace_back([this] {
             delegate->applicationWillTerminate();
@@ -81,7 +81,7 @@ class AppDelegateTest : public DesktopTest {
 
     int argc = 0;
     NSApplication application{argc, nullptr};
-    const WindowRow call{callWindow, {10, 10, 400, 300}, 0, messengerPid, "WhatsApp", "Video Call"};
+    const WindowRow call{callNumber, {10, 10, 400, 300}, 0, messengerPid, "WhatsApp", "Video Call"};
     const WindowRow editor{editorWindow, {0, 0, 800, 600}, 0, editorPid, "Editor", "notes"};
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make();
     std::vector<std::string> alert;
@@ -211,7 +211,7 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     store.setPollInterval(5);
     time.run();
     EXPECT_EQ(desktop.windowList().reads(), reads + 1); // A new timer polls at once, and the call goes on.
-    EXPECT_EQ(mirrored(), callWindow);
+    EXPECT_EQ(mirrored(), callNumber);
     store.setPipAlwaysOnTop(false);
     time.run();
     EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::normal);

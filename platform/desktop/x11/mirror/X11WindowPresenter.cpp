@@ -10,7 +10,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int largestPixmap = 32767;
+constexpr int largestPanelSide = 32767;
 
 xcb_render_color_t toColour(std::uint32_t argb) {
     const auto channel = [argb](int shift) {
@@ -51,7 +51,8 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
     corners.reset();
     pictureRect = {};
     stale = {};
-    if (size.width <= 0 || size.height <= 0 || size.width > largestPixmap || size.height > largestPixmap)
+    if (size.width <= 0 || size.height <= 0 || size.width > largestPanelSide ||
+        size.height > largestPanelSide)
         return;
     canvas = makeSurface(connection, size, target.depth, target.format);
     if (target.translucent)
