@@ -113,8 +113,8 @@ TEST_F(ShortcutRecorderTest, LetsTheProgramsOwnHotKeysThroughOnlyWhileItRecords)
     };
     const Case cases[] = {
         {"a second click", [this] { click(widget); }},
-        {"Escape", [this] { press(1, Qt::Key_Escape, Qt::NoModifier); }},
-        {"a recorded key", [this] { press(25, Qt::Key_P, Qt::MetaModifier); }},
+        {"Escape", [] { press(1, Qt::Key_Escape, Qt::NoModifier); }},
+        {"a recorded key", [] { press(25, Qt::Key_P, Qt::MetaModifier); }},
         {"the focus going elsewhere", [this] { window.setFocus(); }},
         {"a click on the background", [this] { click(window); }},
         {"a click on a label", [this] { click(label); }},
