@@ -18,7 +18,7 @@ std::vector<WindowManagerKind> windowManagers() {
     return kinds;
 }
 
-constexpr auto severalPolls = std::chrono::milliseconds(600);
+constexpr auto restTime = std::chrono::milliseconds(600);
 
 /// Goes the whole road on one desktop and writes down what holds: the rows of the table in docs/desktops.md.
 class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<WindowManagerKind> {
@@ -209,7 +209,7 @@ TEST_P(EveryDesktop, KeepsTheMirrorOfACallWhoseWorkspaceIsLeft) {
         awaitColour(awaitPanel(), blue);
     };
     const auto isKept = [&](std::uint32_t colour) {
-        return holdsFor([&] { return panel() && !program->prompt(facts); }, severalPolls) && shows(colour);
+        return holdsFor([&] { return panel() && !program->prompt(facts); }, restTime) && shows(colour);
     };
     accept();
     for (int times = 0; times < 3; ++times) {

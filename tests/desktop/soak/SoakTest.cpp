@@ -21,7 +21,7 @@ constexpr bool sanitized = true;
 constexpr bool sanitized = false;
 #endif
 
-constexpr auto severalPolls = std::chrono::milliseconds(sanitized ? 500 : 200);
+constexpr auto quietTime = std::chrono::milliseconds(sanitized ? 500 : 200);
 constexpr int warmUp = 10; ///< Sessions until every cache of toolkit and allocator has been filled.
 constexpr int briefly = sanitized ? 14 : 40;
 // What an allocator keeps or gives back; one window's picture lost in each session would be far more.
@@ -51,7 +51,7 @@ class Soak : public EndToEndTest {
             call.tell("quit");
         awaitNothing();
         // A call that is followed by another one between two polls goes on, as the monitor sees it.
-        holdsFor([this] { return nothingShown(); }, severalPolls);
+        holdsFor([this] { return nothingShown(); }, quietTime);
     }
 
     void accept() {
