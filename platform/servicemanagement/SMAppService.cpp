@@ -30,7 +30,7 @@ std::string installedProgram() {
     std::string running = runningProgram();
     const auto name = std::filesystem::path(running).filename().string();
     const GLibPointer<char> found(g_find_program_in_path(name.c_str()));
-    return found && *found.get() == '/' ? std::string(found.get()) : running;
+    return found && *found == '/' ? std::string(found.get()) : running;
 }
 
 } // namespace
