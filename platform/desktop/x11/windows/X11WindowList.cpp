@@ -25,7 +25,7 @@ constexpr std::size_t mostListed = 16384;
 // How many windows are asked about in one round trip. All replies of a round trip, with the titles, are in
 // memory at once.
 constexpr std::size_t mostAtOnce = 512;
-constexpr std::uint32_t mostBytesOfTitle = 256;
+constexpr std::uint32_t mostBytesOfManagerName = 256;
 
 // A window manager changes the workspace in several steps. Between two of them a window can be unmapped while
 // its workspace is the current one. The steps were measured to take up to 2 ms.
@@ -123,8 +123,8 @@ class X11WindowList::Reading {
 
     /// False if the manager has died. Its list is out of date then.
     bool readManaged() {
-        const auto name =
-            requestProperty(connection, check.window(), connection.atoms()._NET_WM_NAME, mostBytesOfTitle);
+        const auto name = requestProperty(connection, check.window(), connection.atoms()._NET_WM_NAME,
+                                          mostBytesOfManagerName);
         auto shown = shownAmong(*managed, Source::manager);
         const auto nameReply = takeProperty(connection, name);
         if (!check.managerLives())
