@@ -45,9 +45,9 @@ void PiPController::showPanel() {
     auto& store = SettingsStore::shared();
     const auto shown = PiPPanel::make(initialFrame(store.pipCorner()));
     shown->setLevel(store.pipAlwaysOnTop() ? NSWindowLevel::floating : NSWindowLevel::normal);
-    // The close button stops the session and tells nobody, unlike a window that is gone: the owner keeps the
-    // stopped session as the current one, so that the same call is not offered again to a user who has just
-    // sent it away.
+    // The close button stops the session without a call of onClose, unlike a window that is gone. The owner
+    // keeps the stopped session as the current one, so that the same call is not offered again to a user who
+    // has just sent it away.
     shown->onCloseRequested = [weak = weak_from_this()] {
         if (const auto controller = weak.lock())
             controller->stop();
@@ -59,40 +59,31 @@ void PiPController::showPanel() {
 void PiPController::startTimer() {
     timer = DispatchSourceTimer::make(captureQueue);
     timer->scheduleNow(1 / framesPerSecond);
-    timer->setEventHandler([weak = weak_from_this(), last = std::weak_ptr<const CGImage>()]() mutable {
+    FrameDelivery delivery([weak = weak_from_this()](const CGImageRef& image) {
         if (const auto controller = weak.lock())
-            last = controller->captureFrame(last.lock());
+            controller->deliver(image);
+    });
+    timer->setEventHandler([weak = weak_from_this(), delivery]() mutable {
+        if (const auto controller = weak.lock())
+            controller->captureFrame(delivery);
     });
     timer->resume();
 }
 
-/// One tick, on the capture queue: touches nothing but the window's number and what the last tick gave.
-CGImageRef PiPController::captureFrame(const CGImageRef& last) {
+/// One tick, on the capture queue. Reads nothing of the controller but the window's number.
+void PiPController::captureFrame(FrameDelivery& delivery) {
     const auto image =
         CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,
                                 kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
-    if (!image) {
-        handleCaptureFailure();
-        return nullptr;
-    }
-    const auto delivery = [weak = weak_from_this()](const CGImageRef& delivered) {
-        if (const auto controller = weak.lock(); controller && delivered)
-            controller->deliver(delivered);
-    };
-    // A window that did not change gives the same image, which is shown or on its way, and what changed in
-    // the panel's picture may be drawn already: no reason to wake the main thread. Nor to hold the image, as
-    // nobody knows when this runs.
-    if (last && (image == last || CGImageIsShown(*image)))
-        DispatchQueue::main().asyncUnhurried(
-            [delivery, again = std::weak_ptr(image)] { delivery(again.lock()); });
+    if (image)
+        delivery.post(image);
     else
-        DispatchQueue::main().async([delivery, image] { delivery(image); });
-    return image;
+        handleCaptureFailure();
 }
 
 void PiPController::deliver(const CGImageRef& image) {
     if (!panel)
-        return; // A frame that was on its way when the session stopped.
+        return; // The session stopped while this image was on its way.
     const NSSize size{CGFloat(CGImageGetWidth(*image)), CGFloat(CGImageGetHeight(*image))};
     panel->imageView->setImage(std::make_shared<NSImage>(image, size));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pip/FrameDelivery.h"
 #include "pip/PiPPanel.h"
 #include "platform/coregraphics/CGImage.h"
 #include "platform/coregraphics/CGWindowList.h"
@@ -12,21 +13,21 @@
 
 namespace mirrolet {
 
-/// One picture-in-picture session: mirrors one window of another application into a panel, fifteen times a
-/// second, until it is stopped or the window is gone. Main thread, but for the capture tick. Its owner stops
-/// it before letting it go.
+/// One picture-in-picture session. Mirrors one window of another application into a panel, fifteen times a
+/// second, until the session is stopped or the window is gone. Used on the main thread; only the capture tick
+/// runs on the capture queue. The owner stops a session before letting it go.
 class PiPController : public std::enable_shared_from_this<PiPController> {
   public:
     explicit PiPController(platform::CGWindowID windowID);
     PiPController(const PiPController&) = delete;
     PiPController& operator=(const PiPController&) = delete;
 
-    /// Shows the panel and begins to capture. Nothing if it is running.
+    /// Shows the panel and begins to capture. Without effect while the session runs.
     void start();
-    /// Ends the session; never calls onClose. Nothing if it is not running.
+    /// Ends the session, and never calls onClose. Without effect while the session does not run.
     void stop();
 
-    /// Where a new panel goes, in screen coordinates.
+    /// The place of a new panel, in screen coordinates.
     [[nodiscard]] static platform::NSRect initialFrame(PiPCorner corner);
 
     /// Called once, when the window can no longer be captured.
@@ -38,7 +39,7 @@ class PiPController : public std::enable_shared_from_this<PiPController> {
   private:
     void showPanel();
     void startTimer();
-    platform::CGImageRef captureFrame(const platform::CGImageRef& last);
+    void captureFrame(FrameDelivery& delivery);
     void deliver(const platform::CGImageRef& image);
     void handleCaptureFailure();
 

@@ -32,10 +32,6 @@ int CGImageGetHeight(const CGImage& image) {
     return image.size().height;
 }
 
-bool CGImageIsShown(const CGImage& image) {
-    return image.isShown();
-}
-
 CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption, CGWindowID window,
                                    std::uint32_t imageOption) {
     constexpr auto ownPicture = kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution;

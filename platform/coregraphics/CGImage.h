@@ -20,8 +20,6 @@ using CGImageRef = std::shared_ptr<const CGImage>;
 /// In pixels.
 int CGImageGetWidth(const CGImage& image);
 int CGImageGetHeight(const CGImage& image);
-/// The mirror that showed the image before shows this one already. Any thread.
-bool CGImageIsShown(const CGImage& image);
 
 inline constexpr std::uint32_t kCGWindowListOptionIncludingWindow = 8;
 inline constexpr std::uint32_t kCGWindowImageBoundsIgnoreFraming = 1;

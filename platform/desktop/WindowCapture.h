@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The picture of a window. Any thread; the pixels stay with the window server where that is possible. An
-/// unchanged window gives the same object again.
+/// The picture of a window. Any thread. The pixels stay with the window server where that is possible, and
+/// the window may change them later.
 class WindowImage {
   public:
     virtual ~WindowImage() = default;
@@ -18,9 +18,6 @@ class WindowImage {
     /// Reads the pixels back, opaque. Slow: for servers that cannot compose, for tests and tools. Empty if
     /// the server no longer has them. Any thread.
     [[nodiscard]] virtual Bitmap readBack() const = 0;
-    /// A presenter that showed the image before has drawn this one already, by itself: it need not be handed
-    /// on in a hurry. Any thread.
-    [[nodiscard]] virtual bool isShown() const { return false; }
 };
 
 /// Why a capture gives no image.
@@ -42,6 +39,8 @@ class WindowCapture {
     /// exists but cannot be seen gives its last picture. A destroyed window stays gone, because a number that
     /// the server uses again is another window. Any thread; a capture of an unchanged window costs no
     /// request.
+    /// The last image comes back, the same object, if the window did not change since, or if the presenters
+    /// that show the image have drawn the change by themselves.
     virtual CaptureResult capture(WindowNumber window) = 0;
     /// As capture(). nullptr for any failure.
     std::shared_ptr<const WindowImage> image(WindowNumber window);

@@ -8,11 +8,11 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The main queue outlives a change of the source, which tests make: it asks for the executor each time.
+/// Asks the source for its executor at each call. The main queue lives as long as the process, while a test
+/// may put another source in place.
 class CurrentMainExecutor final : public dispatch::Executor {
   public:
     void post(dispatch::Task task) override { actual()->post(std::move(task)); }
-    void postUnhurried(dispatch::Task task) override { actual()->postUnhurried(std::move(task)); }
     [[nodiscard]] TimePoint now() const override { return actual()->now(); }
     TimerNumber callAt(TimePoint deadline, dispatch::Task task) override {
         return actual()->callAt(deadline, std::move(task));
@@ -43,10 +43,6 @@ DispatchQueue& DispatchQueue::main() {
 
 void DispatchQueue::async(std::function<void()> task) {
     runner->post(std::move(task));
-}
-
-void DispatchQueue::asyncUnhurried(std::function<void()> task) {
-    runner->postUnhurried(std::move(task));
 }
 
 } // namespace mirrolet::platform

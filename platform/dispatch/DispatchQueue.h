@@ -10,17 +10,17 @@ namespace dispatch {
 class Executor;
 }
 
-/// How much a queue's work matters. It is a name only: the kernel gives ordinary programs no higher priority,
-/// and wakes threads at most 50 µs late as it is.
+/// The importance of a queue's work. The value has no effect, because the kernel gives ordinary programs no
+/// higher priority, and wakes their threads at most 50 µs late without one.
 enum class DispatchQoS { unspecified, userInitiated, userInteractive };
 
-/// A serial queue: runs one task at a time, in the order they were posted. Every queue but main() is one
-/// thread that carries the queue's label as its name; main() is the application's event loop.
+/// A serial queue. Runs one task at a time, in the order of the posts. The queue main() is the application's
+/// event loop. Every other queue has a thread, which is named after the queue's label.
 class DispatchQueue {
   public:
-    /// Starts the queue's thread. Destroying the queue lets the running task end, drops what was not started,
-    /// and joins the thread (or leaves it to end by itself if the last owner is one of the queue's own
-    /// tasks).
+    /// Starts the queue's thread. The destructor waits for the running task and drops the others. If the
+    /// running task holds the last owner of the queue, the destructor does not wait, and the thread ends
+    /// after that task.
     explicit DispatchQueue(std::string label, DispatchQoS qos = DispatchQoS::unspecified);
     ~DispatchQueue();
     DispatchQueue(const DispatchQueue&) = delete;
@@ -28,11 +28,8 @@ class DispatchQueue {
 
     static DispatchQueue& main();
 
-    /// Posts a task; never waits for it. Any thread.
+    /// Posts a task, and never waits for the task. Any thread.
     void async(std::function<void()> task);
-    /// The same for what may wait: the main queue's thread is not woken for each such task, but runs them, in
-    /// order with all others, with the next that is posted, or when fifteen have come together.
-    void asyncUnhurried(std::function<void()> task);
     [[nodiscard]] const std::string& label() const { return name; }
     [[nodiscard]] const std::shared_ptr<dispatch::Executor>& executor() const { return runner; }
 

@@ -15,8 +15,8 @@ namespace mirrolet::platform::dispatch {
 
 using Task = std::function<void()>;
 
-/// What runs the tasks of one serial queue: one at a time, in the order they were posted. A task is released
-/// right after it ran, on the thread that ran it. Everything here may be called from any thread.
+/// Runs the tasks of one serial queue, one at a time, in the order of the posts. A task is released right
+/// after its run, on the same thread. All members may be called from any thread.
 class Executor {
   public:
     using Clock = std::chrono::steady_clock;
@@ -25,28 +25,24 @@ class Executor {
 
     virtual ~Executor() = default;
     virtual void post(Task task) = 0;
-    /// The same for a task that may wait: alone it does not wake an executor that sleeps. It runs in its
-    /// place among the others, with the next one that is posted, or when enough of its kind have come
-    /// together.
-    virtual void postUnhurried(Task task) { post(std::move(task)); }
-    /// The time that deadlines are measured against.
+    /// The clock of the deadlines.
     [[nodiscard]] virtual TimePoint now() const { return Clock::now(); }
-    /// Runs the task once, between two posted ones, when the deadline has come (at once if it has passed).
-    /// The number is never used twice; 0 if the executor was shut down.
+    /// Runs the task once, between two posted tasks, as soon as the deadline has come or passed. The number
+    /// is never used twice. After shutDown() the task is dropped and the number is 0.
     virtual TimerNumber callAt(TimePoint deadline, Task task) = 0;
-    /// Forgets a timed task that has not started. A number that ran or was cancelled is ignored.
+    /// Forgets a timed task that has not started. Without effect for a task that ran or was cancelled.
     virtual void cancel(TimerNumber number) = 0;
-    /// Drops what has not started; nothing starts afterwards. Waits for the running task, unless called by
-    /// it.
+    /// Drops all tasks that have not started, and starts none afterwards. Waits for the running task, unless
+    /// that task is the caller.
     virtual void shutDown() = 0;
 };
 
-/// Seconds as a span of the clock. What is no number, negative or longer than a clock can hold comes out as a
-/// span from none to some decades, as these numbers may come from a file.
+/// Seconds as a span of the clock. The number may come from a file, so NaN, negative numbers and numbers that
+/// the clock cannot hold are allowed. The result lies between zero and some decades.
 [[nodiscard]] Executor::Clock::duration spanOf(double seconds);
 
-/// Where queues get their executors from. The program's own gives threads, and for the main queue Qt's event
-/// loop.
+/// Makes the executors of the queues. The program's own source gives each queue a thread, and the main queue
+/// Qt's event loop.
 class ExecutorSource {
   public:
     virtual ~ExecutorSource() = default;
@@ -54,8 +50,8 @@ class ExecutorSource {
     virtual std::shared_ptr<Executor> main() = 0;
 
     static ExecutorSource& current();
-    /// Puts another source in place, nullptr for the program's own. Only while no queue but main exists: for
-    /// tests.
+    /// Puts another source in place for a test; nullptr means the program's own. Only while no queue exists
+    /// but the main queue.
     static void setCurrent(ExecutorSource* source);
 };
 

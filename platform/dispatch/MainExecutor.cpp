@@ -16,10 +16,6 @@
 
 namespace mirrolet::platform::dispatch {
 
-namespace {
-constexpr std::size_t mostUnhurried = 15; ///< A second's worth, where a mirror posts them.
-}
-
 class MainExecutor::Receiver final : public QObject {
   public:
     Receiver() : timer(this) {
@@ -31,20 +27,13 @@ class MainExecutor::Receiver final : public QObject {
     }
 
     void post(Task task) {
-        std::unique_lock lock(mutex);
+        std::unique_lock lock(taskMutex);
         tasks.push(std::move(task));
         wake(lock);
     }
 
-    void postUnhurried(Task task) {
-        std::unique_lock lock(mutex);
-        tasks.push(std::move(task));
-        if (tasks.postedCount() >= mostUnhurried)
-            wake(lock);
-    }
-
     TimerNumber callAt(TimePoint deadline, Task task) {
-        std::unique_lock lock(mutex);
+        std::unique_lock lock(taskMutex);
         const auto number = tasks.pushAt(deadline, std::move(task));
         if (tasks.firstDeadline() == deadline)
             armFromAnyThread(lock);
@@ -52,8 +41,8 @@ class MainExecutor::Receiver final : public QObject {
     }
 
     void cancel(TimerNumber number) {
-        Task dropped; // Released after the lock: it may hold the last reference of something.
-        std::unique_lock lock(mutex);
+        Task dropped; // Released after the lock, because a task's destructor may run any code.
+        std::unique_lock lock(taskMutex);
         dropped = tasks.takeOut(number);
         armFromAnyThread(lock);
     }
@@ -67,13 +56,15 @@ class MainExecutor::Receiver final : public QObject {
     }
 
   private:
-    // Under the lock that it was made under: Qt's own is one that the thread sanitizer cannot see.
+    // Locks as wake() does when it makes the event, because the thread sanitizer cannot see the lock with
+    // which Qt hands the event over.
     QEvent::Type typeOf(const QEvent& event) {
-        const std::lock_guard lock(mutex);
+        const std::lock_guard lock(taskMutex);
         return event.type();
     }
 
-    // Lets go of the lock before it posts: the main thread often runs at once, and would wait for it.
+    // Unlocks before the event is posted, because the main thread often runs at once and would wait for the
+    // lock.
     void wake(std::unique_lock<std::mutex>& lock) {
         auto event = awake ? nullptr : std::make_unique<QEvent>(QEvent::User);
         awake = true;
@@ -88,7 +79,7 @@ class MainExecutor::Receiver final : public QObject {
             return;
         }
         tasks.push([this] {
-            const std::lock_guard again(mutex);
+            const std::lock_guard again(taskMutex);
             arm();
         });
         wake(lock);
@@ -101,17 +92,17 @@ class MainExecutor::Receiver final : public QObject {
             return;
         }
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now()).count();
-        // A wait beyond the timer's range ends early, finds nothing due and waits again.
+        // A wait beyond the range of the Qt timer ends early, finds no task due and is followed by another.
         const auto bounded = std::clamp<std::int64_t>(wait, 0, std::numeric_limits<int>::max());
         timer.start(static_cast<int>(bounded));
     }
 
-    // Tasks that are posted meanwhile wait for the next turn.
+    // Tasks that are posted during this call run on the next turn.
     void runPosted() {
-        std::unique_lock lock(mutex);
+        std::unique_lock lock(taskMutex);
         awake = false;
         const auto count = tasks.postedCount();
-        // If a task opens a loop of its own, that loop has to find an event for the tasks behind it.
+        // A task may open an event loop, which needs an event to run the tasks behind that task.
         if (count > 1) {
             wake(lock);
             lock.lock();
@@ -119,16 +110,16 @@ class MainExecutor::Receiver final : public QObject {
         for (std::size_t done = 0; done < count; ++done) {
             auto task = tasks.takePosted();
             if (!task)
-                return; // A loop inside a task has run the others.
+                return; // An event loop inside a task has run the others.
             runUnlocked(lock, std::move(task));
         }
     }
 
     void runDue() {
-        std::unique_lock lock(mutex);
+        std::unique_lock lock(taskMutex);
         const auto now = Clock::now();
         while (auto task = tasks.takeDue(now)) {
-            arm(); // For a loop that the task may open.
+            arm(); // For an event loop that the task may open.
             runUnlocked(lock, std::move(task));
         }
         arm();
@@ -141,7 +132,7 @@ class MainExecutor::Receiver final : public QObject {
         lock.lock();
     }
 
-    std::mutex mutex;
+    std::mutex taskMutex;
     TaskList tasks;
     bool awake = false;
     QTimer timer;
@@ -152,10 +143,6 @@ MainExecutor::~MainExecutor() = default;
 
 void MainExecutor::post(Task task) {
     receiver->post(std::move(task));
-}
-
-void MainExecutor::postUnhurried(Task task) {
-    receiver->postUnhurried(std::move(task));
 }
 
 Executor::TimerNumber MainExecutor::callAt(TimePoint deadline, Task task) {

@@ -6,19 +6,18 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// Runs its tasks on the application's event loop. A burst of posts wakes the loop once; a task that opens a
-/// loop of its own (a modal alert) does not hold up those behind it. Tasks posted by a task run on a later
-/// turn.
+/// Runs its tasks on the application's event loop. A burst of posts wakes the loop once. A task that opens a
+/// loop of its own (a modal alert) does not hold up the tasks behind that task. Tasks that a task posts run
+/// on a later turn.
 class MainExecutor final : public Executor {
   public:
     MainExecutor();
     ~MainExecutor() override;
 
     void post(Task task) override;
-    void postUnhurried(Task task) override;
     TimerNumber callAt(TimePoint deadline, Task task) override;
     void cancel(TimerNumber number) override;
-    /// The main queue lives as long as the process: nothing to do.
+    /// Does nothing, because the main queue lives as long as the process.
     void shutDown() override {}
 
   private:

@@ -277,24 +277,6 @@ TEST(MainQueue, ALoopInsideATaskDoesNotHoldUpTheTasksBehindIt) {
     EXPECT_THAT(order, ElementsAre(1, 2, 3, 4));
 }
 
-TEST(MainQueue, SleepsOnForASecondsWorthOfUnhurriedTasksAndKeepsTheOrder) {
-    QCoreApplication::processEvents(); // What a test before has left.
-    std::vector<int> order;
-    const auto post = [&order](int number) {
-        DispatchQueue::main().asyncUnhurried([&order, number] { order.push_back(number); });
-    };
-    for (int number = 1; number < 15; ++number)
-        post(number);
-    QCoreApplication::processEvents();
-    EXPECT_THAT(order, testing::IsEmpty());
-    DispatchQueue::main().async([&order] { order.push_back(15); });
-    ASSERT_TRUE(loopUntil([&order] { return order.size() == 15; }));
-    for (int number = 16; number <= 30; ++number)
-        post(number);
-    ASSERT_TRUE(loopUntil([&order] { return order.size() == 30; }));
-    EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-}
-
 TEST(MainQueue, AOneShotTimerFiresOnceNeverEarlyAndNotAfterItsEnd) {
     std::vector<int> fired;
     const auto start = Clock::now();

@@ -1,4 +1,5 @@
-#include "pip/PiPController.h"
+#include "pip/PiPPanel.h"
+
 #include "platform/appkit/ViewTree.h"
 #include "tests/unit/DesktopTest.h"
 
@@ -243,9 +244,9 @@ class HoverLog final : public NSPanel {
     std::shared_ptr<NSTrackingArea> area;
 };
 
-class TrackingAreaTest : public DesktopTest {};
+class PiPPanelTestOfTrackingAreas : public DesktopTest {};
 
-TEST_F(TrackingAreaTest, SaysNothingWhileAButtonIsHeldAndTheTruthAfterTheRelease) {
+TEST_F(PiPPanelTestOfTrackingAreas, SaysNothingWhileAButtonIsHeldAndTheTruthAfterTheRelease) {
     const QPointF inside(40, 30);
     const QPointF outside(300, 30);
     struct Row {
@@ -300,76 +301,6 @@ TEST_F(TrackingAreaTest, SaysNothingWhileAButtonIsHeldAndTheTruthAfterTheRelease
         EXPECT_EQ(panel->log, row.after);
     }
     panel->close();
-}
-
-class PiPControllerTest : public DesktopTest {
-  protected:
-    PiPControllerTest() {
-        desktop.capture().setPicture(callWindow, {400, 200}, 0x336699);
-        controller->onClose = [this] { ++closed; };
-        atEnd.emplace_back([this] { controller->stop(); });
-        atEnd.emplace_back([this] { controller.reset(); });
-    }
-
-    std::shared_ptr<PiPController> controller = std::make_shared<PiPController>(callWindow);
-    int closed = 0;
-};
-
-TEST_F(PiPControllerTest, StartsOnceCapturesAtOnceAndThenFifteenTimesASecond) {
-    controller->start();
-    const auto panel = controller->panel;
-    controller->start();
-    EXPECT_EQ(controller->panel, panel);
-    time.run();
-    EXPECT_EQ(desktop.capture().captures(callWindow), 1);
-    EXPECT_TRUE(panel->imageView->showsWindow());
-    EXPECT_EQ(panel->imageView->image()->size(), (NSSize{400, 200}));
-    time.advance(2);
-    EXPECT_NEAR(desktop.capture().captures(callWindow), 31, 1);
-}
-
-TEST_F(PiPControllerTest, HurriesOnlyWithWhatIsNotOnTheScreenYet) {
-    desktop.capture().setPicture(callWindow, {400, 200}, 0x336699, true); // By the panel of a session before.
-    controller->start();
-    time.run();
-    EXPECT_EQ(time.unhurriedPosts(), 0);
-    time.advance(0.07);
-    EXPECT_EQ(time.unhurriedPosts(), 1) << "the same image";
-    desktop.capture().setPicture(callWindow, {400, 200}, 0x996633, true);
-    time.advance(0.07);
-    EXPECT_EQ(time.unhurriedPosts(), 2) << "another one, which is shown";
-    desktop.capture().setPicture(callWindow, {200, 200}, 0x996633);
-    time.advance(0.06);
-    EXPECT_EQ(time.unhurriedPosts(), 2);
-    EXPECT_EQ(controller->panel->imageView->image()->size(), (NSSize{200, 200}));
-}
-
-TEST_F(PiPControllerTest, AWindowThatIsGoneEndsTheSessionOnceAndTellsTheOwner) {
-    controller->start();
-    time.run();
-    desktop.capture().destroyWindow(callWindow);
-    time.advance(0.2);
-    EXPECT_FALSE(controller->isRunning());
-    EXPECT_EQ(controller->panel, nullptr);
-    EXPECT_EQ(closed, 1);
-    EXPECT_EQ(desktop.capture().imagesHeld(), 0);
-    EXPECT_FALSE(desktop.panelWindows().back()->alive);
-}
-
-TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropped) {
-    controller->start();
-    time.run();
-    const auto panel = controller->panel;
-    panel->closeButtonTapped();
-    EXPECT_FALSE(controller->isRunning());
-    EXPECT_EQ(controller->panel, nullptr);
-    EXPECT_TRUE(panel->isVisible()); // It closes on the next turn.
-    time.run();
-    EXPECT_FALSE(panel->isVisible());
-    const int captures = desktop.capture().captures(callWindow);
-    time.advance(1);
-    EXPECT_EQ(desktop.capture().captures(callWindow), captures);
-    EXPECT_EQ(closed, 0);
 }
 
 } // namespace

@@ -14,9 +14,9 @@ void FakeWindowCapture::setPermitted(bool permitted) {
     mayCapture = permitted;
 }
 
-void FakeWindowCapture::setPicture(WindowNumber window, PixelSize size, std::uint32_t colour, bool shown) {
+void FakeWindowCapture::setPicture(WindowNumber window, PixelSize size, std::uint32_t colour) {
     const std::lock_guard lock(mutex);
-    pictures[window] = std::make_shared<FakeWindowImage>(size, colour, shown, alive);
+    pictures[window] = std::make_shared<FakeWindowImage>(size, colour, alive);
 }
 
 void FakeWindowCapture::destroyWindow(WindowNumber window) {

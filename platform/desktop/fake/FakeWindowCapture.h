@@ -11,18 +11,16 @@ namespace mirrolet::platform::desktop::fake {
 /// A picture of one colour.
 class FakeWindowImage final : public WindowImage {
   public:
-    FakeWindowImage(PixelSize size, std::uint32_t colour, bool shown, std::shared_ptr<int> alive)
-        : extent(size), fill(colour), shown(shown), alive(std::move(alive)) {}
+    FakeWindowImage(PixelSize size, std::uint32_t colour, std::shared_ptr<int> alive)
+        : extent(size), fill(colour), alive(std::move(alive)) {}
 
     [[nodiscard]] PixelSize size() const override { return extent; }
     [[nodiscard]] Bitmap readBack() const override;
-    [[nodiscard]] bool isShown() const override { return shown; }
     [[nodiscard]] std::uint32_t colour() const { return fill; }
 
   private:
     PixelSize extent;
     std::uint32_t fill;
-    bool shown;
     std::shared_ptr<int> alive; ///< Its owners are counted: the images that somebody still holds.
 };
 
@@ -30,9 +28,8 @@ class FakeWindowImage final : public WindowImage {
 class FakeWindowCapture final : public WindowCapture {
   public:
     void setPermitted(bool permitted);
-    /// Makes or changes a window's picture. The colour is opaque, 0xRRGGBB. `shown`: as if a presenter had
-    /// drawn it by itself.
-    void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour, bool shown = false);
+    /// Makes or changes a window's picture. The colour is opaque, 0xRRGGBB.
+    void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour);
     /// The window is gone, for good, even if the number gets a picture again.
     void destroyWindow(WindowNumber window);
     /// The window gives no picture any more, for this reason.

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// Everything still to run, on all queues, by deadline and then by the order it came in.
+/// The tasks of all queues that are still to run, by deadline and then in the order of the posts.
 struct VirtualTime::Agenda {
     struct Entry {
         int lane = 0;
@@ -14,23 +14,23 @@ struct VirtualTime::Agenda {
     };
     using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
 
-    std::mutex lock; ///< Guards the next three: the session bus posts from its own thread.
+    std::mutex agendaMutex; ///< Guards the next three, because the session bus posts from its own thread.
     Executor::TimePoint now{std::chrono::hours(1)};
     std::map<Place, Entry> entries;
     Executor::TimerNumber lastNumber = 0;
     std::vector<std::string> laneNames;
     std::string running;
-    int unhurried = 0;
 
     Executor::TimerNumber add(int lane, Executor::TimePoint deadline, Task task) {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(agendaMutex);
         entries.emplace(Place{std::max(deadline, now), ++lastNumber}, Entry{lane, std::move(task)});
         return lastNumber;
     }
 
     template <class Condition> void drop(const Condition& condition) {
-        std::vector<Task> dropped; // Let go at the end, without the lock: that may add or drop others.
-        const std::lock_guard guard(lock);
+        std::vector<Task>
+            dropped; // Released after the lock, because a task's destructor may add or drop tasks.
+        const std::lock_guard lock(agendaMutex);
         for (auto entry = entries.begin(); entry != entries.end();) {
             if (!condition(entry->first, entry->second)) {
                 ++entry;
@@ -42,7 +42,7 @@ struct VirtualTime::Agenda {
     }
 
     std::map<Place, Entry>::node_type takeNext(Executor::TimePoint until) {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(agendaMutex);
         if (entries.empty() || entries.begin()->first.first > until) {
             now = std::max(now, until);
             return {};
@@ -71,10 +71,6 @@ class VirtualTime::Lane final : public Executor {
     }
 
     void post(Task task) override { callAt(TimePoint::min(), std::move(task)); }
-    void postUnhurried(Task task) override {
-        ++agenda->unhurried;
-        post(std::move(task));
-    }
     [[nodiscard]] TimePoint now() const override { return agenda->now; }
     TimerNumber callAt(TimePoint deadline, Task task) override {
         return stopped ? 0 : agenda->add(number, deadline, std::move(task));
@@ -116,10 +112,6 @@ const std::string& VirtualTime::runningQueue() const {
 int VirtualTime::queuesMade(const std::string& label) const {
     const auto found = made.find(label);
     return found == made.end() ? 0 : found->second;
-}
-
-int VirtualTime::unhurriedPosts() const {
-    return agenda->unhurried;
 }
 
 std::shared_ptr<Executor> VirtualTime::makeSerial(const std::string& label, DispatchQoS) {

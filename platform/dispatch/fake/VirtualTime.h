@@ -11,9 +11,9 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// A clock that a test moves. While it exists, queues that are made, the main queue and every timer run on
-/// it: all on the test's thread, inside advance(), in the order of their deadlines. Make it before any queue,
-/// and let the queues go before it.
+/// A clock that a test moves. The main queue, all queues that are made while the clock exists, and their
+/// timers run inside advance(), on the test's thread, in the order of their deadlines. A test makes the clock
+/// before any queue and destroys the queues before the clock.
 class VirtualTime final : public ExecutorSource {
   public:
     VirtualTime();
@@ -21,16 +21,14 @@ class VirtualTime final : public ExecutorSource {
     VirtualTime(const VirtualTime&) = delete;
     VirtualTime& operator=(const VirtualTime&) = delete;
 
-    /// Moves the clock on, and runs what falls due on the way, what that posts included.
+    /// Moves the clock on, and runs the tasks that fall due on the way, including those that they post.
     void advance(double seconds);
-    /// Runs what is posted and due now.
+    /// Runs the tasks that are posted or due now.
     void run() { advance(0); }
-    /// The label of the queue whose task is running ("main" for the main queue); empty outside of a task.
+    /// The label of the queue whose task is running ("main" for the main queue). Empty outside of a task.
     [[nodiscard]] const std::string& runningQueue() const;
     /// How often a queue of this label was made.
     [[nodiscard]] int queuesMade(const std::string& label) const;
-    /// How many tasks were posted that would not have woken their queue. They run like all others here.
-    [[nodiscard]] int unhurriedPosts() const;
 
     std::shared_ptr<Executor> makeSerial(const std::string& label, DispatchQoS qos) override;
     std::shared_ptr<Executor> main() override;

@@ -75,9 +75,12 @@ CaptureResult CaptureSource::image() {
         return CaptureFailure::nothingToSee;
     if (auto same = changed ? nullptr : lastImage.lock())
         return same;
-    const auto image = std::make_shared<const X11WindowImage>(connection, shared_from_this(), content);
+    auto image = std::make_shared<const X11WindowImage>(connection, shared_from_this(), content);
+    // The viewers of this content have the last image of it, and draw the change themselves if they can.
+    auto drawn = content->showToViewers(image) ? lastImage.lock() : nullptr;
+    if (drawn && drawn->content() == content)
+        return drawn;
     lastImage = image;
-    content->tellViewers(image);
     return image;
 }
 

@@ -28,7 +28,8 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     /// `selectedAnew`: another source has this window number by now, and its event selection must stay.
     void end(bool selectedAnew);
 
-    /// The window's image now. The same object if nothing changed, without a request to the server.
+    /// The window's image now. The same object, without a request to the server, if nothing changed. The same
+    /// object too if the viewers of the image have drawn the change.
     CaptureResult image();
 
     /// Whether an event with this sequence number is about this window. An earlier one is about a window that
@@ -82,7 +83,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     PixelRect takenDamage;
     std::shared_ptr<WindowContent> content;
     std::shared_ptr<WindowContent> waitingContent; ///< The named pixmap until it is shown.
-    std::weak_ptr<const WindowImage> lastImage;
+    std::weak_ptr<const X11WindowImage> lastImage;
 };
 
 } // namespace mirrolet::platform::desktop::x11

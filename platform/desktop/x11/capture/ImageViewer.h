@@ -10,9 +10,9 @@ class X11WindowImage;
 /// change, so that no other thread has to be woken.
 class ImageViewer {
   public:
-    /// Shows a newer image of the viewed content. Called on the thread of the capture, which goes on
-    /// afterwards.
-    virtual void show(const std::shared_ptr<const X11WindowImage>& image) = 0;
+    /// Draws a newer image of the viewed content. False if the main thread has to draw the image. Called on
+    /// the thread of the capture, which goes on afterwards.
+    [[nodiscard]] virtual bool show(const std::shared_ptr<const X11WindowImage>& image) = 0;
 
   protected:
     ~ImageViewer() = default;

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/PixelRects.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -87,10 +88,11 @@ void WindowContent::unwatch(ImageViewer& viewer) const {
     std::erase(viewers, &viewer);
 }
 
-void WindowContent::tellViewers(const std::shared_ptr<const X11WindowImage>& image) const {
+bool WindowContent::showToViewers(const std::shared_ptr<const X11WindowImage>& image) const {
     const std::lock_guard lock(viewersMutex);
-    for (auto* viewer : viewers)
-        viewer->show(image);
+    const auto shown =
+        std::count_if(viewers.begin(), viewers.end(), [&](auto* viewer) { return viewer->show(image); });
+    return shown > 0 && static_cast<std::size_t>(shown) == viewers.size();
 }
 
 } // namespace mirrolet::platform::desktop::x11

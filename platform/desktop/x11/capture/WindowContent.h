@@ -55,7 +55,8 @@ class WindowContent {
     void watch(ImageViewer& viewer) const;
     /// Waits until the viewer has shown the image that it is showing. Must not be called from show() either.
     void unwatch(ImageViewer& viewer) const;
-    void tellViewers(const std::shared_ptr<const X11WindowImage>& image) const;
+    /// Whether there are viewers, and all of them have drawn the image.
+    [[nodiscard]] bool showToViewers(const std::shared_ptr<const X11WindowImage>& image) const;
 
   private:
     const Pixels pixels;

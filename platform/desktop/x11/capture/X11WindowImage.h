@@ -3,7 +3,6 @@
 #include "platform/desktop/WindowCapture.h"
 #include "platform/desktop/x11/capture/WindowContent.h"
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -22,8 +21,6 @@ class X11WindowImage final : public WindowImage {
 
     [[nodiscard]] PixelSize size() const override { return theContent->size(); }
     [[nodiscard]] Bitmap readBack() const override;
-    [[nodiscard]] bool isShown() const override { return shown; }
-    void noteShown() const { shown = true; }
 
     [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
     /// The content's serial when the image was made.
@@ -38,7 +35,6 @@ class X11WindowImage final : public WindowImage {
     const std::shared_ptr<const CaptureSource> source;
     const std::shared_ptr<const WindowContent> theContent;
     const std::uint64_t theSerial;
-    mutable std::atomic<bool> shown = false;
 };
 
 } // namespace mirrolet::platform::desktop::x11

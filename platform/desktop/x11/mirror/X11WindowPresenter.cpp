@@ -90,15 +90,15 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
         watched->watch(*this);
 }
 
-void X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
+bool X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
     // A main thread that is drawing, or has something to draw, presents this image as well. A capture never
     // waits for it.
     const std::unique_lock guard(lock, std::try_to_lock);
     if (!guard || !isEmpty(stale) || isEmpty(pictureRect))
-        return;
+        return false;
     take(image, pictureRect);
     draw();
-    image->noteShown();
+    return true;
 }
 
 void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {

@@ -44,7 +44,7 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     };
 
     X11WindowPresenter(X11Connection& connection, RenderFormats formats, Target target);
-    void show(const std::shared_ptr<const X11WindowImage>& image) override;
+    [[nodiscard]] bool show(const std::shared_ptr<const X11WindowImage>& image) override;
     void take(std::shared_ptr<const X11WindowImage> image, PixelRect rect);
     void watch(std::shared_ptr<const WindowContent> content);
     void draw();

@@ -1,0 +1,67 @@
+#include "pip/PiPController.h"
+
+#include "tests/unit/DesktopTest.h"
+
+namespace mirrolet {
+namespace {
+
+using namespace platform;
+
+constexpr desktop::WindowNumber callWindow = 77;
+
+class PiPControllerTest : public DesktopTest {
+  protected:
+    PiPControllerTest() {
+        desktop.capture().setPicture(callWindow, {400, 200}, 0x336699);
+        controller->onClose = [this] { ++closed; };
+        atEnd.emplace_back([this] { controller->stop(); });
+        atEnd.emplace_back([this] { controller.reset(); });
+    }
+
+    std::shared_ptr<PiPController> controller = std::make_shared<PiPController>(callWindow);
+    int closed = 0;
+};
+
+TEST_F(PiPControllerTest, StartsOnceCapturesAtOnceAndThenFifteenTimesASecond) {
+    controller->start();
+    const auto panel = controller->panel;
+    controller->start();
+    EXPECT_EQ(controller->panel, panel);
+    time.run();
+    EXPECT_EQ(desktop.capture().captures(callWindow), 1);
+    EXPECT_TRUE(panel->imageView->showsWindow());
+    EXPECT_EQ(panel->imageView->image()->size(), (NSSize{400, 200}));
+    time.advance(2);
+    EXPECT_NEAR(desktop.capture().captures(callWindow), 31, 1);
+}
+
+TEST_F(PiPControllerTest, AWindowThatIsGoneEndsTheSessionOnceAndTellsTheOwner) {
+    controller->start();
+    time.run();
+    desktop.capture().destroyWindow(callWindow);
+    time.advance(0.2);
+    EXPECT_FALSE(controller->isRunning());
+    EXPECT_EQ(controller->panel, nullptr);
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(desktop.capture().imagesHeld(), 0);
+    EXPECT_FALSE(desktop.panelWindows().back()->alive);
+}
+
+TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropped) {
+    controller->start();
+    time.run();
+    const auto panel = controller->panel;
+    panel->closeButtonTapped();
+    EXPECT_FALSE(controller->isRunning());
+    EXPECT_EQ(controller->panel, nullptr);
+    EXPECT_TRUE(panel->isVisible()); // It closes on the next turn.
+    time.run();
+    EXPECT_FALSE(panel->isVisible());
+    const int captures = desktop.capture().captures(callWindow);
+    time.advance(1);
+    EXPECT_EQ(desktop.capture().captures(callWindow), captures);
+    EXPECT_EQ(closed, 0);
+}
+
+} // namespace
+} // namespace mirrolet
