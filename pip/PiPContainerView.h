@@ -6,7 +6,7 @@
 
 namespace mirrolet {
 
-/// The panel's content view: hands the pointer's presses and drags on the body to the panel.
+/// The content view of the mirror panel. Tells the panel of presses and drags on its body.
 class PiPContainerView : public platform::NSView {
   public:
     using NSView::NSView;

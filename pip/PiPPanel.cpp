@@ -21,7 +21,7 @@ constexpr double hoverFadeSeconds = 0.15;
 
 std::shared_ptr<PiPPanel> PiPPanel::make(NSRect contentRect) {
     std::shared_ptr<PiPPanel> panel(new PiPPanel(contentRect));
-    panel->setUpViews(); // Hands out weak references to the panel, so it has to be owned already.
+    panel->setUpViews(); // Hands out weak references, which a panel without an owner cannot give.
     return panel;
 }
 
@@ -130,7 +130,7 @@ void PiPPanel::setFrame(NSRect frame, bool display) {
 void PiPPanel::resize(CGFloat dx, CGFloat dy) {
     const NSRect before = frame();
     const CGFloat width = std::max(before.width() + dx, smallestSide);
-    const CGFloat height = std::max(before.height() - dy, smallestSide); // Dragging down makes it taller.
+    const CGFloat height = std::max(before.height() - dy, smallestSide); // Dragging down makes dy negative.
     // The top-left corner stays where it was.
     NSPanel::setFrame({{before.minX(), before.maxY() - height}, {width, height}}, true);
     layOutControls();

@@ -13,11 +13,13 @@
 
 namespace mirrolet {
 
-/// The small floating panel that shows the mirrored window: rounded, dragged by its body, resized by its
-/// grip, closed by a button that shows while the pointer is over it. Created hidden. Main thread.
+/// The mirror: a small floating panel that shows the source window. Has rounded corners, is dragged by its
+/// body, resized by its grip, and closed by a button that shows while the pointer is over the panel. Created
+/// hidden. Main thread.
 class PiPPanel : public platform::NSPanel {
   public:
-    /// `contentRect` in screen coordinates; the panel is borderless, so it is its frame as well.
+    /// `contentRect` is in screen coordinates, and is the panel's frame as well, because the panel has no
+    /// border.
     static std::shared_ptr<PiPPanel> make(platform::NSRect contentRect);
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }
@@ -28,14 +30,14 @@ class PiPPanel : public platform::NSPanel {
     void mouseExited(const platform::NSEvent& event) override;
     void closeButtonTapped();
 
-    /// Fired by the close button.
+    /// Called by the close button.
     std::function<void()> onCloseRequested;
     const std::shared_ptr<platform::NSImageView> imageView;
     const std::shared_ptr<PiPResizeHandleView> resizeHandle;
     const std::shared_ptr<platform::NSButton> closeButton;
     std::shared_ptr<platform::NSTrackingArea> hoverTrackingArea;
-    // Both set from the press to the release of a move: pointer and panel origin when it began, screen
-    // coordinates.
+    // The places of the pointer and of the panel when a move began, in screen coordinates. Set from the press
+    // to the release.
     std::optional<platform::NSPoint> dragOrigin;
     std::optional<platform::NSPoint> windowOriginAtDragStart;
 

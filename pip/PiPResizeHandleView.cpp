@@ -33,8 +33,8 @@ void PiPResizeHandleView::draw(NSRect dirtyRect) {
     const CGFloat right = bounds().maxX();
     const CGFloat bottom = bounds().minY();
     NSBezierPath path;
-    // The first segment has no length, and with butt caps it draws nothing. It is the corner of the pattern,
-    // meant to stay as it is: two strokes are the look that is wanted, and a dot or a third one is not.
+    // The first segment is the corner of the pattern. It has no length, and draws nothing with butt caps.
+    // That is intended, because the grip shows two strokes, without a dot or a third stroke.
     path.move({right - 5, bottom + 5});
     path.line({right - 5, bottom + 5});
     path.move({right - 10, bottom + 5});

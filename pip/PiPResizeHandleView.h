@@ -7,12 +7,13 @@
 
 namespace mirrolet {
 
-/// The grip in the panel's bottom-right corner.
+/// The resize grip in the bottom-right corner of the mirror panel.
 class PiPResizeHandleView : public platform::NSView {
   public:
     using NSView::NSView;
 
-    /// How far the pointer has moved since the event before, in screen coordinates (y upwards).
+    /// Called while the grip is dragged, with the pointer's movement since the event before, in screen
+    /// coordinates (y upwards).
     std::function<void(platform::CGFloat dx, platform::CGFloat dy)> onResizeDrag;
     std::optional<platform::NSPoint> lastLocation;
 

@@ -10,7 +10,7 @@ using namespace platform::swiftui;
 
 namespace {
 
-/// The name comes from another program and may be of any length.
+/// The application's name comes from another program and may have any length.
 Text title(const PromptContentView& view) {
     if (view.isLikelyCall)
         return Text("Video Call Detected");

@@ -7,7 +7,7 @@
 
 namespace mirrolet {
 
-/// What the prompt shows: the question and its two answers.
+/// The content of the prompt: the question and its two answers.
 struct PromptContentView {
     std::string appName;
     bool isLikelyCall = false;

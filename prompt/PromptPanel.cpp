@@ -52,7 +52,7 @@ void PromptPanel::place() {
     const auto screen = NSScreen::main();
     if (!screen)
         return;
-    // A little above the middle, where eyes are.
+    // A little above the middle, where people look first.
     const NSRect visible = screen->visibleFrame;
     setFrameOrigin({visible.midX() - contentRect.width() / 2,
                     visible.midY() - contentRect.height() / 2 + 0.1 * visible.height()});
@@ -78,10 +78,11 @@ void PromptPanel::respond(bool accepted) {
     disarm();
     orderOut();
     close();
-    // The answer makes the owner drop the panel, while the button that gave it is still on the stack.
+    // The owner drops the panel in its callback, while the pressed button is still on the stack. This task
+    // keeps the panel alive until the next turn.
     DispatchQueue::main().async([self = shared_from_this()] { (void)self; });
     if (const auto& answered = accepted ? onAccept : onDecline) {
-        const auto callback = answered; // the owner may replace it meanwhile
+        const auto callback = answered; // A copy, because the owner may replace the callback in the call.
         callback();
     }
 }

@@ -9,24 +9,22 @@
 
 namespace mirrolet {
 
-/// The small floating panel that offers to mirror a window. It asks once and answers once: accepted, or
-/// declined (a time-out declines too). Its owner drops it after the answer. Main thread only.
+/// The small floating panel that offers to mirror a window. The user accepts or declines once, and a time-out
+/// declines. The owner drops the panel after the answer. Main thread only.
 class PromptPanel : public platform::NSPanel {
   public:
-    /// Builds the panel without showing it. `ownerName` is the name of the window's application, of any
-    /// length.
+    /// Builds a hidden panel. `ownerName` is the name of the window's application, and may have any length.
     static std::shared_ptr<PromptPanel> make(const std::string& ownerName, bool isLikelyCall);
 
-    /// Run after the panel has closed. Set by the owner.
+    /// Called after the panel has closed. Set by the owner.
     std::function<void()> onAccept;
     std::function<void()> onDecline;
 
-    /// Shows the panel and arms the time-out; showing it again asks anew.
+    /// Shows the panel and starts the time-out. A second call asks anew.
     void show();
     /// Closes the panel without an answer.
     void dismiss();
-    /// The single answer gate of both buttons and of the time-out: everything after the first answer is
-    /// ignored.
+    /// Takes the answer of a button or of the time-out. All answers but the first are ignored.
     void respond(bool accepted);
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }

@@ -12,7 +12,8 @@ namespace mirrolet::platform {
 using dispatch::Executor;
 
 namespace {
-// Intervals come from a file that people edit; below this one, a timer would only heat the machine.
+// The least interval in seconds. Intervals come from a file that people edit, and a shorter one would use the
+// whole processor.
 constexpr double shortestInterval = 0.01;
 } // namespace
 
@@ -20,19 +21,19 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
     explicit State(std::weak_ptr<Executor> executor) : executor(std::move(executor)) {}
 
     void start() {
-        const std::lock_guard lock(mutex);
+        const std::lock_guard lock(stateMutex);
         const auto target = executor.lock();
         if (!target || cancelled || pending != 0 || interval <= interval.zero())
-            return; // Never scheduled, running already, or nothing left to run on.
+            return; // Never scheduled, already running, or without a queue.
         begin = target->now();
         arm(*target, begin);
     }
 
     void cancel() {
-        std::shared_ptr<const std::function<void()>> dropped; // Let go without the lock.
+        std::shared_ptr<const std::function<void()>> dropped; // Released after the lock.
         Executor::TimerNumber number = 0;
         {
-            const std::lock_guard lock(mutex);
+            const std::lock_guard lock(stateMutex);
             cancelled = true;
             dropped = std::exchange(handler, nullptr);
             number = std::exchange(pending, 0);
@@ -41,8 +42,8 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
             target->cancel(number);
     }
 
-    std::mutex mutex;
-    std::weak_ptr<Executor> executor; ///< The executor holds this, not the other way round.
+    std::mutex stateMutex;
+    std::weak_ptr<Executor> executor; ///< Weak, because the executor's tasks own this state.
     std::shared_ptr<const std::function<void()>> handler;
     Executor::Clock::duration interval{};
     Executor::TimePoint begin;
@@ -50,7 +51,7 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
     bool cancelled = false;
 
   private:
-    // With the lock held.
+    // The caller holds the lock.
     void arm(Executor& target, Executor::TimePoint deadline) {
         pending = target.callAt(deadline, [self = shared_from_this()] { self->fire(); });
     }
@@ -59,17 +60,17 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
         const auto target = executor.lock();
         if (!target)
             return;
-        // This firing stands for every deadline up to now; the next one is the first deadline after it.
+        // This firing stands for all deadlines up to now. The next firing is at the first deadline after now.
         const auto now = target->now();
         if (const auto current = currentHandler())
             (*current)();
-        const std::lock_guard lock(mutex);
+        const std::lock_guard lock(stateMutex);
         if (!cancelled)
             arm(*target, begin + ((now - begin) / interval + 1) * interval);
     }
 
     std::shared_ptr<const std::function<void()>> currentHandler() {
-        const std::lock_guard lock(mutex);
+        const std::lock_guard lock(stateMutex);
         return cancelled ? nullptr : handler;
     }
 };
@@ -82,12 +83,12 @@ std::shared_ptr<DispatchSourceTimer> DispatchSourceTimer::make(const DispatchQue
 }
 
 void DispatchSourceTimer::scheduleNow(double repeating) {
-    const std::lock_guard lock(state->mutex);
+    const std::lock_guard lock(state->stateMutex);
     state->interval = std::max(dispatch::spanOf(repeating), dispatch::spanOf(shortestInterval));
 }
 
 void DispatchSourceTimer::setEventHandler(std::function<void()> handler) {
-    const std::lock_guard lock(state->mutex);
+    const std::lock_guard lock(state->stateMutex);
     state->handler = std::make_shared<const std::function<void()>>(std::move(handler));
 }
 

@@ -7,18 +7,18 @@
 
 namespace mirrolet::platform {
 
-/// A repeating timer on a serial queue. Its firings sit on absolute deadlines (start + n × interval): no
-/// drift, and firings that were missed fold into one. The owner cancels it; its destructor does not.
+/// A repeating timer on a serial queue. The deadlines are absolute (start + n × interval), so the timer does
+/// not drift. Missed firings fold into one. The owner cancels the timer; the destructor does not.
 class DispatchSourceTimer {
   public:
     static std::shared_ptr<DispatchSourceTimer> make(const DispatchQueue& queue);
 
-    /// First firing now, then every `repeating` seconds. Leeway is always zero. Before resume().
+    /// Fires at once, and then every `repeating` seconds, with no leeway. To be called before resume().
     void scheduleNow(double repeating);
     void setEventHandler(std::function<void()> handler);
     void resume();
-    /// No firing begins after this returns on the timer's own queue; one may be running if called from
-    /// elsewhere.
+    /// No firing begins after a call on the timer's own queue. After a call from another thread, one firing
+    /// may still be running.
     void cancel();
 
   private:

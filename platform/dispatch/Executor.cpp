@@ -11,8 +11,8 @@ namespace mirrolet::platform::dispatch {
 
 namespace {
 
-constexpr double longestSpan =
-    1e9; // Seconds. Deadlines stay far from the end of a 64-bit count of nanoseconds.
+// In seconds. Keeps deadlines far from the end of a 64-bit count of nanoseconds.
+constexpr double longestSpan = 1e9;
 
 class ThreadSource final : public ExecutorSource {
   public:
@@ -21,7 +21,7 @@ class ThreadSource final : public ExecutorSource {
     }
 
     std::shared_ptr<Executor> main() override {
-        // Never destroyed: other threads may post to it until the process is gone.
+        // Never destroyed, because other threads may post until the process ends.
         static auto& executor = *new std::shared_ptr<Executor>(std::make_shared<MainExecutor>());
         return executor;
     }

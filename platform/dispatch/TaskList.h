@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// The tasks that an executor still has to run. Holds no lock: its owner does.
+/// The tasks that an executor still has to run. The owner locks the list for each call.
 class TaskList {
   public:
     void push(Task task) { posted.push_back(std::move(task)); }
@@ -20,7 +20,8 @@ class TaskList {
         return lastNumber;
     }
 
-    /// Takes a timed task out. The caller lets it go without the lock: releasing it may run anything.
+    /// Takes a timed task out; nullptr if there is none of this number. The caller releases the task after
+    /// the lock, because a task's destructor may run any code.
     Task takeOut(Executor::TimerNumber number) {
         return take(std::find_if(timed.begin(), timed.end(),
                                  [number](const Timed& one) { return one.number == number; }));
@@ -56,7 +57,7 @@ class TaskList {
     };
     using Place = std::vector<Timed>::iterator;
 
-    /// The one that is due first; of several, the one that was pushed first.
+    /// The timed task with the first deadline. Of several with this deadline, the one that was pushed first.
     Place first() {
         return std::min_element(timed.begin(), timed.end(), [](const Timed& one, const Timed& other) {
             return std::pair(one.deadline, one.number) < std::pair(other.deadline, other.number);
@@ -72,7 +73,7 @@ class TaskList {
     }
 
     std::deque<Task> posted;
-    std::vector<Timed> timed; ///< In no order: a queue has one or two of them.
+    std::vector<Timed> timed; ///< Unsorted, because a queue has only one or two.
     Executor::TimerNumber lastNumber = 0;
 };
 

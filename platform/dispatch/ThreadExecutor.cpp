@@ -51,20 +51,20 @@ std::string threadName(const std::string& label) {
 
 } // namespace
 
-/// The thread waits on a semaphore rather than on a condition variable: after a wait that ends by time, the
-/// latter takes its mutex as a contended one, which costs a system call on each tick of a timer.
+/// The thread waits on a semaphore, because a condition variable would cost a system call on each tick of a
+/// timer: after a wait that times out it takes its mutex as a contended one.
 struct ThreadExecutor::State {
     State() { sem_init(&signal, 0, 0); }
     ~State() { sem_destroy(&signal); }
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    /// Waits for the next task; nullptr once stopped.
+    /// Waits for the next task. nullptr after the stop.
     Task next() {
         while (true) {
             std::optional<Executor::TimePoint> deadline;
             {
-                const std::lock_guard lock(mutex);
+                const std::lock_guard lock(taskMutex);
                 waiting = false;
                 if (stopped)
                     return nullptr;
@@ -77,13 +77,13 @@ struct ThreadExecutor::State {
         }
     }
 
-    /// With the lock held. A signal that comes when the wait has just ended by time makes one more turn.
+    /// The caller holds the lock. A post just after a wait has timed out makes the thread look twice.
     void wake() {
         if (std::exchange(waiting, false))
             sem_post(&signal);
     }
 
-    std::mutex mutex;
+    std::mutex taskMutex;
     TaskList tasks;
     bool stopped = false;
 
@@ -98,7 +98,7 @@ struct ThreadExecutor::State {
         return due;
     }
 
-    /// Ends early at any signal to the process.
+    /// Ends early when a signal handler interrupts the thread.
     void wait(const std::optional<Executor::TimePoint>& deadline) {
         if (!deadline) {
             sem_wait(&signal);
@@ -128,7 +128,7 @@ ThreadExecutor::~ThreadExecutor() {
 
 void ThreadExecutor::run(const std::shared_ptr<State>& state) {
     while (auto task = state->next()) {
-        std::exchange(task, nullptr)(); // And lets it go, with what it keeps.
+        std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
         openTasks().remove(1);
     }
 }
@@ -138,8 +138,8 @@ bool ThreadExecutor::awaitTasks(Clock::duration atMost) {
 }
 
 void ThreadExecutor::post(Task task) {
-    const auto kept = state; // The task may let this executor go before the lock is free again.
-    const std::lock_guard lock(kept->mutex);
+    const auto kept = state; // The posted task may destroy this executor before the lock is released.
+    const std::lock_guard lock(kept->taskMutex);
     if (kept->stopped)
         return;
     openTasks().add();
@@ -149,7 +149,7 @@ void ThreadExecutor::post(Task task) {
 
 Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
     const auto kept = state;
-    const std::lock_guard lock(kept->mutex);
+    const std::lock_guard lock(kept->taskMutex);
     if (kept->stopped)
         return 0;
     const auto number = kept->tasks.pushAt(deadline, std::move(task));
@@ -159,7 +159,7 @@ Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
 
 void ThreadExecutor::cancel(TimerNumber number) {
     Task dropped;
-    const std::lock_guard lock(state->mutex);
+    const std::lock_guard lock(state->taskMutex);
     dropped = state->tasks.takeOut(number);
 }
 
@@ -168,14 +168,13 @@ void ThreadExecutor::shutDown() {
         return;
     TaskList dropped;
     {
-        const std::lock_guard lock(state->mutex);
+        const std::lock_guard lock(state->taskMutex);
         state->stopped = true;
         std::swap(dropped, state->tasks);
         state->wake();
     }
     openTasks().remove(dropped.postedCount());
-    // A task of this very queue may hold the queue's last owner: the thread then ends by itself after that
-    // task.
+    // A task of this queue may hold the last owner of the queue. The thread then ends after that task.
     if (thread.get_id() == std::this_thread::get_id())
         thread.detach();
     else

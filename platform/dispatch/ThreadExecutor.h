@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// Runs its tasks on a thread of its own, which sleeps while there is nothing to do. The last 15 characters
-/// of the label are the thread's name, as the kernel keeps no more.
+/// Runs its tasks on a thread of its own, which sleeps while there is nothing to do. The thread's name is the
+/// last 15 characters of the label, because the kernel keeps no more.
 class ThreadExecutor final : public Executor {
   public:
     explicit ThreadExecutor(const std::string& label);
