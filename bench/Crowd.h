@@ -9,10 +9,10 @@
 
 namespace mirrolet::bench {
 
-/// How the titles of a crowd begin.
+/// The first word of the titles in a crowd.
 inline constexpr const char* crowdTitle = "A document of some length, number ";
 
-/// Ordinary windows of other programs, each of a process of its own.
+/// Ordinary windows of other programs, each with its own process.
 using Crowd = std::vector<std::unique_ptr<harness::CallWindow>>;
 
 inline Crowd crowd(const harness::XServer& server, int count) {
@@ -23,7 +23,7 @@ inline Crowd crowd(const harness::XServer& server, int count) {
         options.wmClass = "Editor";
         options.wmInstance = "editor";
         options.colour = "3f5170";
-        options.place = {10 * i % 1000, 80, 300, 200}; // A server keeps the picture of each.
+        options.place = {10 * i % 1000, 80, 300, 200}; // Small, because a server may keep the pixels of each.
         windows.push_back(std::make_unique<harness::CallWindow>(server, options));
     }
     return windows;

@@ -1,5 +1,5 @@
-// How long the list of installed applications takes with a thousand desktop entries, and the first icons of
-// it, which are looked up when they are drawn.
+// Measures how long the list of installed applications takes with a thousand desktop entries. Also measures
+// the first icons of the list, which are looked up when they are drawn.
 
 #include "platform/appkit/ImageDrawing.h"
 #include "settings/InstalledApp.h"
@@ -50,7 +50,7 @@ void drawTheIconsInView(benchmark::State& state) {
                 mirrolet::platform::renderedImage(*apps[row].icon, {iconSide, iconSide}, Qt::black));
 }
 
-// The first iteration is the cold one: nothing is kept between scans but what the system keeps of the files.
+// Only the first iteration is cold. Between scans, only the kernel keeps the files in memory.
 BENCHMARK(scanAThousandEntries)->Name("first scan")->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(scanAThousandEntries)->Name("later scans")->Unit(benchmark::kMillisecond);
 BENCHMARK(drawTheIconsInView)

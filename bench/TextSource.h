@@ -11,7 +11,7 @@
 
 namespace mirrolet::bench {
 
-/// A window full of text, to be mirrored. To Mirrolet it is a call; it paints while runFor() runs.
+/// A window full of text, which Mirrolet takes for a call. It paints only while runFor() runs.
 class TextSource {
   public:
     enum class Change { none, small, full };
@@ -33,7 +33,7 @@ class TextSource {
 
     [[nodiscard]] xcb_window_t number() const { return window; }
 
-    /// Repaints thirty times a second for as long.
+    /// Repaints thirty times a second during the given time.
     void runFor(std::chrono::milliseconds time) {
         using Clock = std::chrono::steady_clock;
         const auto end = Clock::now() + time;
@@ -49,13 +49,14 @@ class TextSource {
         std::this_thread::sleep_until(end);
     }
 
-    /// All of it anew: after something covered it where nobody keeps its pixels, or for a last picture.
+    /// Paints the whole window anew: after another window obscured it and its pixels were lost, or for a last
+    /// picture.
     void repaint() {
         show(0, 0, width, height, change == Change::full ? frame * 14 % height : 0);
         client.sync();
     }
 
-    /// What it shows after repaint(), whatever covers it.
+    /// The pixels of the window after repaint(), even if other windows obscure it.
     [[nodiscard]] harness::Picture picture() {
         const int top = change == Change::full ? frame * 14 % height : 0;
         const harness::Reply<xcb_get_image_reply_t> reply(
@@ -81,7 +82,8 @@ class TextSource {
         const std::string name("whatsapp\0WhatsApp", 17);
         setText(made, XCB_ATOM_WM_CLASS, name);
         setText(made, XCB_ATOM_WM_NAME, "Video call");
-        std::array<std::uint32_t, 18> hints{1}; // A place that the user chose, which a window manager keeps.
+        std::array<std::uint32_t, 18> hints{
+            1}; // A place that the user chose, so the window manager keeps it.
         xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, made, XCB_ATOM_WM_NORMAL_HINTS,
                             XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
         xcb_map_window(client.xcb(), made);

@@ -1,5 +1,5 @@
-// What one poll of the windows costs: 500 windows against the same requests one at a time, and the processor
-// time with 50 windows. On an X server of its own; prints a table.
+// What does one poll of the windows cost? Compares a poll of 500 windows with the same requests one at a
+// time, and measures the processor time with 50 windows. Starts its own X server, and prints a table.
 
 #include "platform/desktop/x11/windows/X11WindowList.h"
 #include "tests/desktop/harness/XClient.h"
@@ -22,7 +22,7 @@ using namespace mirrolet::platform::desktop::x11;
 using mirrolet::harness::Reply;
 using mirrolet::harness::XClient;
 
-/// Clients with windows, and the list that a window manager would keep of them.
+/// Clients with windows, and the list of them that a window manager would keep.
 class Desktop {
   public:
     Desktop(const mirrolet::harness::XServer& server, std::size_t windowCount) : manager(server) {
@@ -49,7 +49,7 @@ class Desktop {
     static xcb_window_t makeWindow(XClient& client, std::size_t index) {
         auto* xcb = client.xcb();
         const auto window = xcb_generate_id(xcb);
-        // All in one place, and each below those before: a server's time to map so many stays short.
+        // All at one place, each below the windows before it, so that the server maps many in a short time.
         xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 300, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         const std::string title = "A document of some length, number " + std::to_string(index) + " - Editor";
@@ -81,7 +81,7 @@ class Desktop {
     std::vector<std::unique_ptr<XClient>> clients;
 };
 
-/// The requests of one reading, each answered before the next is sent.
+/// The requests of one reading, where each waits for the answer to the one before.
 void readOneAtATime(xcb_connection_t* xcb, const X11Connection& connection,
                     const std::vector<xcb_window_t>& windows) {
     const auto& atoms = connection.atoms();
@@ -108,7 +108,7 @@ double milliseconds(clockid_t clock) {
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-/// What a clock says of each call, each after a pause as polls have it; sorted.
+/// The times of the calls on the given clock, sorted. There is a pause before each call, as before each poll.
 template <typename Call> std::vector<double> sample(clockid_t clock, std::size_t count, Call call) {
     std::vector<double> times;
     for (std::size_t i = 0; i < count; ++i) {

@@ -7,8 +7,8 @@
 
 namespace mirrolet::bench {
 
-/// A program that lives on reads the list of windows once for each line of its standard input. It answers
-/// with how many windows with a title it found, and in how many milliseconds.
+/// Reads the list of windows once for each line of standard input. Answers with the number of windows with a
+/// title, and with the time in milliseconds.
 template <typename Read> void answerOnce(Read read) {
     const auto start = std::chrono::steady_clock::now();
     const std::size_t found = read();

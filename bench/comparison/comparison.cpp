@@ -1,6 +1,6 @@
-// Mirrolet beside what people use instead: each mirrors the same window of 1280 x 800 full of text into 320 x
-// 200, fifteen times a second, on the same desktop. Prints one line of tab-separated values a measurement,
-// for bench/side-by-side.
+// Measures Mirrolet beside other programs that people use. Each mirrors the same window of 1280 x 800 full of
+// text into 320 x 200, fifteen times a second, on the same desktop. Prints one line of tab-separated values
+// for each measurement, for bench/side-by-side.
 //
 //   bench_comparison [SECONDS [ROUNDS]]    (2 and 3)
 
@@ -32,7 +32,7 @@ struct Situation {
     bool composited, covered, changing;
 };
 
-/// Something that mirrors the window; ends with the object.
+/// A running program that mirrors the window. The destructor ends the program.
 class Mirror {
   public:
     virtual ~Mirror() = default;
@@ -54,13 +54,13 @@ class MirroletMirror final : public Mirror {
     xcb_window_t window;
 };
 
-/// Another program with a window, moved to where it covers nothing.
+/// Another program, whose window is moved to a place where it obscures no other.
 class OtherMirror final : public Mirror {
   public:
     OtherMirror(Desktop& desktop, const std::vector<std::string>& command) {
         auto environment = desktop.server.with(sandbox.environment());
         environment["SDL_VIDEODRIVER"] = "x11";
-        environment["SDL_RENDER_DRIVER"] = "software"; // What a server without a GPU can do.
+        environment["SDL_RENDER_DRIVER"] = "software"; // The server has no GPU.
         process.emplace(ChildProcess::Options{
             .command = command, .environment = environment, .log = sandbox.folder() / "mirror.log"});
         require("a window of " + command.front(), [&] { return findWindow(desktop.facts); });
@@ -124,7 +124,7 @@ std::unique_ptr<Mirror> start(const std::string& name, Desktop& desktop, xcb_win
     return std::make_unique<MirroletMirror>(desktop);
 }
 
-/// How often the picture on the screen changes in there, looked at sixty times a second for as long.
+/// How often the picture in the box changes on the screen during the time, read sixty times a second.
 int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     XClient client(desktop.server);
     const WindowFacts facts(client);
@@ -140,9 +140,9 @@ int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     return changes;
 }
 
-/// Pictures a second that the user sees.
+/// The number of pictures a second that the user sees.
 double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_window_t panel) {
-    Box strip = desktop.facts.box(panel); // Enough: the text scrolls in all of it.
+    Box strip = desktop.facts.box(panel); // A part is enough, because the text scrolls everywhere.
     strip.x += strip.width / 4;
     strip.y += strip.height / 2;
     strip.width /= 2;
@@ -154,7 +154,7 @@ double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_wind
     return changes / static_cast<double>(time.count());
 }
 
-/// Without the edge, where a mirror has its frame and its round corners.
+/// The picture without its edge, where a mirror has its frame and its round corners.
 Picture inside(const Picture& picture) {
     constexpr int edge = 16;
     Picture result{picture.width - 2 * edge, picture.height - 2 * edge, {}};
@@ -164,7 +164,7 @@ Picture inside(const Picture& picture) {
     return result;
 }
 
-/// Of what the panel shows some frames after the source stands still.
+/// The similarity of the panel to a perfect picture, some frames after the source stands still.
 double likeness(TextSource& source, Desktop& desktop, xcb_window_t panel) {
     source.repaint();
     const auto expected = inside(areaAverage(source.picture(), panelWidth, panelHeight));
@@ -187,7 +187,7 @@ Usage usageNow(pid_t program, const Desktop& desktop) {
 }
 
 Usage usageDuring(seconds time, TextSource& source, pid_t program, const Desktop& desktop) {
-    source.runFor(std::chrono::milliseconds(600)); // A start is not what is measured.
+    source.runFor(std::chrono::milliseconds(600)); // The start is not measured.
     const auto before = usageNow(program, desktop);
     const auto start = std::chrono::steady_clock::now();
     source.runFor(time);
@@ -226,7 +226,8 @@ void measure(const Situation& situation, seconds time) {
         options.overrideRedirect = true;
         cover.emplace(desktop.server, options);
     }
-    // What source and desktop alone cost the server drifts, and with a compositing manager is the most of it.
+    // The server's cost of source and desktop alone drifts, and is most of the cost with a compositing
+    // manager.
     const auto alone = [&] { return usageDuring(time, source, 0, desktop).server; };
     double before = alone();
     for (const char* name : names) {

@@ -1,6 +1,6 @@
-// The list of windows as Mirrolet's poll reads it, beside what people use instead: wmctrl, xdotool and
-// libwnck. On one desktop (Xvfb, openbox) with that many windows, each of a process of its own. Prints one
-// line of tab-separated values a reading, for bench/side-by-side.
+// Measures the window list of Mirrolet's poll beside wmctrl, xdotool and libwnck. Runs on one desktop (Xvfb,
+// openbox) with many windows, each of its own process. Prints one line of tab-separated values for each
+// reading, for bench/side-by-side.
 //
 //   bench_lists [ROUNDS]    (3)
 
@@ -28,11 +28,11 @@ using namespace mirrolet::bench;
 using namespace mirrolet::harness;
 using Clock = std::chrono::steady_clock;
 
-/// Milliseconds, and how many of the windows were found.
+/// The times of one reading in milliseconds, and the number of windows that were found.
 struct Reading {
     double program = 0;
     double wall = 0;
-    std::size_t found = 0; ///< Each with its title.
+    std::size_t found = 0; ///< Windows with their titles.
 };
 
 /// A way to read the list of windows.
@@ -42,7 +42,7 @@ class Reader {
     virtual Reading read() = 0;
 };
 
-/// A program that lives on, and so is measured without its start.
+/// A program that runs during all readings, and so is measured without its start.
 class LivingReader final : public Reader {
   public:
     LivingReader(const XServer& server, const std::string& program)
@@ -51,7 +51,7 @@ class LivingReader final : public Reader {
                    .log = sandbox.folder() / "reader.log",
                    .pipeInput = true,
                    .pipeOutput = true}) {
-        read(); // The first reading learns what later ones know.
+        read(); // The first reading costs more, because later ones use its results.
     }
 
     [[nodiscard]] pid_t pid() const { return process.pid(); }
@@ -65,7 +65,8 @@ class LivingReader final : public Reader {
         Reading reading;
         if (process.lines().size() > answers)
             std::istringstream(process.lines().back()) >> reading.found >> reading.wall;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20)); // What it still does of it afterwards.
+        std::this_thread::sleep_for(
+            std::chrono::milliseconds(20)); // For work of the program after its answer.
         reading.program = processorTime(process.pid()) - before;
         return reading;
     }
@@ -122,7 +123,7 @@ class CommandReader final : public Reader {
         return pointers;
     }
 
-    /// It printed the titles, or how many there are.
+    /// The number of windows in the output, which holds either the titles or their number.
     [[nodiscard]] std::size_t found() const {
         const std::string text = Sandbox::read(output);
         if (std::size_t number = 0;
@@ -144,15 +145,15 @@ class CommandReader final : public Reader {
 struct Candidate {
     std::string name;
     std::unique_ptr<Reader> reader;
-    int readings; ///< In a round.
+    int readings; ///< The number of readings in a round.
 };
 
-/// What a script would do that wants each window's title, process and place.
+/// The command of a script that wants each window's title, process and place.
 constexpr const char* commandForEachWindow =
     "for window in $(xdotool search --onlyvisible --name .); do "
     "xdotool getwindowname $window getwindowpid $window getwindowgeometry $window; done";
 
-/// Names and programs.
+/// The names and programs of the readers that run during all readings.
 std::vector<std::pair<std::string, std::string>> livingReaders() {
     return {{"Mirrolet", MIRROLET_READER_PROGRAM},
 #ifdef WNCK_READER_PROGRAM
@@ -192,7 +193,8 @@ void measureReadings(const XServer& server, const Crowd& windows, int rounds) {
             for (int i = 0; i < readings; ++i) {
                 const double before = processorTime(server.pid());
                 const auto reading = reader->read();
-                std::this_thread::sleep_for(std::chrono::milliseconds(20)); // It still forgets the client.
+                std::this_thread::sleep_for(
+                    std::chrono::milliseconds(20)); // The server still forgets the client.
                 const double used = processorTime(server.pid()) - before;
                 if (reading.found < windows.size())
                     throw HarnessError(name + " found " + std::to_string(reading.found) + " of " +
@@ -201,8 +203,8 @@ void measureReadings(const XServer& server, const Crowd& windows, int rounds) {
             }
 }
 
-/// While the title of one window changes ten times a second, as that of a busy terminal does. A program that
-/// lives on is asked for the list as often as Mirrolet looks.
+/// The processor time in milliseconds for each second in which the title of one window changes ten times, as
+/// in a busy terminal. A reader is asked for the list as often as Mirrolet polls.
 struct Seconds {
     double program, server;
 };

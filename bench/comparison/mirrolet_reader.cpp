@@ -1,4 +1,5 @@
-// mirrolet_reader: the list of windows as a poll of Mirrolet reads it, once for each line of standard input.
+// mirrolet_reader: reads the list of windows as a poll of Mirrolet does, once for each line of standard
+// input.
 
 #include "bench/comparison/Reader.h"
 #include "monitor/WindowMonitor.h"

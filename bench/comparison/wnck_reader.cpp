@@ -1,5 +1,5 @@
-// wnck_reader: the list of windows as libwnck has it. Lives on and reads once for each line of standard
-// input; with an argument, reads once and ends.
+// wnck_reader: reads the list of windows with libwnck, once for each line of standard input. With an
+// argument, reads once and ends.
 
 #define WNCK_I_KNOW_THIS_IS_UNSTABLE
 #include "bench/comparison/Reader.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Takes up what has changed, and asks of every window what Mirrolet asks.
+/// Handles the changes, and reads the facts of each window that Mirrolet reads.
 std::size_t readWindows() {
     static auto* const handle = wnck_handle_new(WNCK_CLIENT_TYPE_PAGER);
     auto* screen = wnck_handle_get_default_screen(handle);
@@ -33,7 +33,7 @@ std::size_t readWindows() {
     return std::min(found, read);
 }
 
-/// Between the readings libwnck hears of changes.
+/// Lets libwnck handle changes between the readings.
 gboolean onInput(GIOChannel* input, GIOCondition /*condition*/, gpointer /*data*/) {
     gchar* line = nullptr;
     const bool ended = g_io_channel_read_line(input, &line, nullptr, nullptr, nullptr) != G_IO_STATUS_NORMAL;

@@ -1,7 +1,7 @@
-// What does a mirror cost? A window of 1280 x 800 that repaints thirty times a second is mirrored into 320 x
-// 200, by capture and presenter, and by a minimal Qt program, in one run. Processor time of the program and
-// of the X server, above what the server needs for the source alone. Milliseconds a second, and the ratio of
-// the two.
+// What does a mirror cost? Mirrors a window of 1280 x 800 that repaints thirty times a second into 320 x 200,
+// by capture and presenter, and by a minimal Qt program, in one run. Prints the processor time of the program
+// and of the X server in milliseconds a second, without the server's time for the source alone, and the ratio
+// of the two.
 //
 //   bench_mirroring [SECONDS [ROW]]
 
@@ -35,10 +35,9 @@ Cost measure(const XServer& server, Source& source, std::chrono::seconds time, c
             .command = {program, std::to_string(source.number()), "320", "200"},
             .environment = server.with(sandbox.environment()),
         });
-    source.runFor(std::chrono::seconds(1)); // Its start is not what is measured.
+    source.runFor(std::chrono::seconds(1)); // The start is not measured.
     const auto used = [&] {
-        return Cost{mirror ? mirrolet::bench::processorTime(mirror->pid()) : 0,
-                    mirrolet::bench::processorTime(server.pid())};
+        return Cost{mirror ? processorTime(mirror->pid()) : 0, processorTime(server.pid())};
     };
     const auto before = used();
     source.runFor(time);

@@ -1,5 +1,5 @@
-// qt_grabber WINDOW WIDTH HEIGHT: shows the window in a small one of its own, fifteen times a second, the way
-// a short Qt program does it: grab the pixels, scale them smoothly, paint.
+// qt_grabber WINDOW WIDTH HEIGHT: shows the window in a small one of its own, fifteen times a second. Does so
+// as the shortest Qt program would: grabs the pixels, scales them smoothly, and paints.
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -39,7 +39,8 @@ int main(int argumentCount, char** arguments) {
         return EXIT_FAILURE;
     Panel panel(static_cast<WId>(std::strtoul(arguments[1], nullptr, 10)));
     panel.setFlags(Qt::BypassWindowManagerHint);
-    panel.setGeometry(0, 0, std::atoi(arguments[2]), std::atoi(arguments[3])); // NOLINT: our own caller.
+    panel.setGeometry(0, 0, std::atoi(arguments[2]),
+                      std::atoi(arguments[3])); // NOLINT: only the benchmarks call this.
     panel.show();
     QTimer timer;
     timer.setTimerType(Qt::PreciseTimer);

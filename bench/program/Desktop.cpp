@@ -9,7 +9,7 @@ using namespace harness;
 namespace {
 
 constexpr int awayFromEverything = 2;
-constexpr int insideTheGrip = 6; // From the panel's lower right corner.
+constexpr int insideTheGrip = 6; // Pixels from the panel's lower right corner.
 constexpr Box room{1340, 600, 0, 0};
 
 } // namespace

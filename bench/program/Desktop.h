@@ -13,19 +13,19 @@
 
 namespace mirrolet::bench {
 
-/// A desktop with a window manager and a tray, and what someone in a call does on it. A step that does not
-/// happen throws.
+/// A desktop with a window manager and a tray, and the steps of a user in a call. A step that does not happen
+/// throws.
 class Desktop {
   public:
     Desktop();
 
-    /// Mirrolet, with this many seconds between two looks at the windows.
+    /// Starts Mirrolet with this poll interval, in seconds.
     [[nodiscard]] std::unique_ptr<harness::Program> start(double pollInterval) const;
-    /// A window of 1280 x 800 that stands where neither mirror covers it.
+    /// Shows a window of 1280 x 800 at a place where no mirror obscures it.
     [[nodiscard]] std::unique_ptr<harness::CallWindow> showCall(int framesPerSecond) const;
-    /// Return on the prompt; gives the mirror.
+    /// Presses Return on the prompt. Returns the mirror panel.
     xcb_window_t acceptPrompt(const harness::Program& program);
-    /// Drags the mirror to where there is room, and then its grip until it has that size.
+    /// Drags the mirror to a place with room, and then drags its grip until the mirror has this size.
     void resize(xcb_window_t panel, int width, int height);
 
     harness::XServer server{{.width = 1700, .height = 1100}};

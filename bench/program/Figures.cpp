@@ -21,13 +21,13 @@ namespace {
 constexpr int panelWidth = 320;
 constexpr int panelHeight = 200;
 constexpr double usualPollInterval = 2;
-constexpr double quickPollInterval = 0.2; // Where only what follows the prompt is measured.
+constexpr double quickPollInterval = 0.2; // For measurements that begin after the prompt.
 
 double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-/// A thread that wakes on time and passes the wake-up on, as a queue's thread and the main thread do.
+/// Runs a thread that wakes at each deadline and wakes a second thread, as a queue wakes the main thread.
 void passWakesOn(std::chrono::seconds time) {
     constexpr int wakes = 15;
     constexpr auto period = std::chrono::nanoseconds(std::chrono::seconds(1)) / wakes;
@@ -44,7 +44,7 @@ void passWakesOn(std::chrono::seconds time) {
     }
 }
 
-/// What processes have used up to now, and what they used since, for each second.
+/// The processor time and wake-ups of the program and the X server: up to now, or for each second of a time.
 struct Usage {
     double program = 0;
     double wakes = 0;
@@ -56,9 +56,9 @@ struct Usage {
     }
 };
 
-/// Without a program: of the server alone.
+/// Without a program (0), measures the server alone.
 Usage usageDuring(std::chrono::seconds time, pid_t program, pid_t server) {
-    std::this_thread::sleep_for(std::chrono::seconds(1)); // A start is not what is measured.
+    std::this_thread::sleep_for(std::chrono::seconds(1)); // The start is not measured.
     const auto start = Clock::now();
     const auto before = Usage::now(program, server);
     std::this_thread::sleep_for(time);
@@ -86,7 +86,7 @@ Usage usageOfQt(Desktop& desktop, const Effort& effort, xcb_window_t source) {
     return usageDuring(effort.time, program.pid(), desktop.server.pid());
 }
 
-/// Finer than the harness waits: what is timed here is a few of its steps long.
+/// Polls more often than the harness, because the measured times are only a few polls of the harness long.
 void spinUntil(const Condition& condition) {
     for (const auto start = Clock::now(); !condition() && Clock::now() - start < patience;)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -99,7 +99,7 @@ WakeFigures measureWakes(const Effort& effort) {
     for (int round = 0; round < effort.rounds; ++round) {
         const double processorBefore = processorTime(getpid());
         const double wakesBefore = wakeUps(getpid());
-        // Only threads that live are counted: they outlive the reading.
+        // Only running threads are counted, so both threads outlive the reading.
         const std::jthread first([&] { passWakesOn(effort.time + std::chrono::seconds(1)); });
         std::this_thread::sleep_for(effort.time);
         const double processor = processorTime(getpid()) - processorBefore;
@@ -137,7 +137,7 @@ IdleFigures measureIdle(const Effort& effort) {
     const auto program = desktop.start(usualPollInterval);
     require("the status icon", [&] { return statusIcon(desktop.facts, program->pid()).has_value(); });
     for (int round = 0; round < effort.rounds; ++round) {
-        // As many polls in each round.
+        // The same number of polls in each round.
         const auto time = 2 * std::chrono::seconds((effort.time.count() + 1) / 2);
         const auto usage = usageDuring(time, program->pid(), desktop.server.pid());
         figures.processor.add(usage.program);
@@ -173,7 +173,7 @@ Series measureEnd(const Effort& effort) {
         desktop.client.sync();
         spinUntil([&] { return !desktop.facts.viewable(panel); });
         figures.add(millisecondsSince(start));
-        // A call is new only if a poll saw none.
+        // The next call is a new one only after a poll that saw none.
         require("no mirror", [&] { return !program->panel(desktop.facts); });
         std::this_thread::sleep_for(3 * std::chrono::duration<double>(quickPollInterval));
     }

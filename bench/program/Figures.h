@@ -6,34 +6,34 @@
 
 namespace mirrolet::bench {
 
-/// How long one measurement takes, and how often each is taken.
+/// The time of one measurement, and the number of measurements of each figure.
 struct Effort {
     std::chrono::seconds time{5};
     int rounds = 5;
 };
 
-/// What a thread that wakes fifteen times a second costs that does nothing but wake a second one: the floor
-/// under every program that shows fifteen frames a second, and a measure of the machine.
+/// The cost of a thread that wakes fifteen times a second and only wakes a second thread. No program that
+/// shows fifteen frames a second can cost less, so the figure also measures the machine.
 struct WakeFigures {
-    Series processor; ///< Milliseconds a second.
-    Series wake;      ///< Microseconds a wake-up.
+    Series processor; ///< In milliseconds a second.
+    Series wake;      ///< In microseconds a wake-up.
 };
 WakeFigures measureWakes(const Effort& effort);
 
-/// Mirrolet against a minimal Qt program on the same source. Processor times are milliseconds a second; those
-/// of the X server are above what it needs for the source alone.
+/// Mirrolet beside a minimal Qt program with the same source. Processor times are in milliseconds a second.
+/// The X server's time for the source alone is subtracted.
 struct MirrorFigures {
     Series program, wakes, server, sum;
     Series qtSum;
-    Series ratio;  ///< Of the two sums.
-    Series memory; ///< MB.
+    Series ratio;  ///< `sum` divided by `qtSum`.
+    Series memory; ///< In MB.
 };
 MirrorFigures measureMirror(const Effort& effort, int framesPerSecond);
 
-/// Waiting for a call among fifty other windows.
+/// Mirrolet while it waits for a call, with fifty other windows.
 struct IdleFigures {
-    Series processor; ///< Milliseconds a second.
-    Series wakes;     ///< A second, of all threads.
+    Series processor; ///< In milliseconds a second.
+    Series wakes;     ///< Each second, of all threads.
 };
 IdleFigures measureIdle(const Effort& effort);
 

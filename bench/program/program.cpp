@@ -1,6 +1,6 @@
-// What does the whole program cost? Mirrolet as people run it, on a desktop of its own (Xvfb, openbox, a
+// What does the whole program cost? Runs Mirrolet as people do, on a desktop of its own (Xvfb, openbox, a
 // tray): a call window of 1280 x 800, the prompt, Return, the mirror dragged to 320 x 200, the end of the
-// call. Prints one table. Every figure is taken several times; "reach" is what it must not exceed.
+// call. Prints one table. Each figure is measured several times. The column "reach" is the figure's limit.
 //
 //   bench_program [SECONDS [ROUNDS]]    (5 and 5: about five minutes)
 
@@ -41,7 +41,7 @@ void printHead(const Effort& effort) {
                 "runs");
 }
 
-/// A reach of 0: only to be known.
+/// With a reach of 0 the figure has no limit.
 void print(const char* what, const char* unit, const Series& figures, double reach = 0) {
     std::string limit;
     if (reach > 0) {

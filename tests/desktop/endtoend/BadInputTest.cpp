@@ -95,9 +95,9 @@ class TheMirrorOf : public EndToEndTest {
         if (wanted == nullptr)
             return;
         const double seconds = std::atof(wanted);
-        const double before = bench::processorTime(program->pid());
+        const double before = processorTime(program->pid());
         std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
-        const double share = (bench::processorTime(program->pid()) - before) / (seconds * 10);
+        const double share = (processorTime(program->pid()) - before) / (seconds * 10);
         std::cout << what << ": " << share << " % of a core" << std::endl;
     }
 

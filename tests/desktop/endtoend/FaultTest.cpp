@@ -45,9 +45,9 @@ class AMirror : public EndToEndTest {
 
     double wakeUpsPerSecond() {
         const auto begin = std::chrono::steady_clock::now();
-        const double before = bench::wakeUps(program->pid());
+        const double before = wakeUps(program->pid());
         std::this_thread::sleep_for(500ms);
-        const double count = bench::wakeUps(program->pid()) - before;
+        const double count = wakeUps(program->pid()) - before;
         return count / std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     }
 

@@ -5,10 +5,11 @@
 #include <string>
 #include <sys/types.h>
 
-namespace mirrolet::bench {
+namespace mirrolet::harness {
 
-/// Milliseconds that all threads of a process have run up to now. The scheduler's own count: exact, where the
-/// ticks of /proc/PID/stat miss whatever sleeps before the tick. Threads that have ended are not in it.
+/// Milliseconds that all threads of a process have run up to now, without threads that have ended. The
+/// scheduler's own count is exact. The ticks of /proc/PID/stat would miss a thread that sleeps before the
+/// tick.
 inline double processorTime(pid_t process) {
     double nanoseconds = 0;
     std::error_code gone;
@@ -21,7 +22,7 @@ inline double processorTime(pid_t process) {
     return nanoseconds / 1e6;
 }
 
-/// How often the threads of a process have gone to sleep up to now, and so how often something woke them.
+/// How often the threads of a process have gone to sleep up to now, which is how often they were woken.
 inline double wakeUps(pid_t process) {
     double count = 0;
     std::error_code gone;
@@ -35,7 +36,7 @@ inline double wakeUps(pid_t process) {
     return count;
 }
 
-/// The most memory that a process ever had resident, in MB of 1024 kB.
+/// The peak resident memory of a process, in MB of 1024 kB.
 inline double peakMemory(pid_t process) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     for (std::string word; status >> word;)
@@ -44,4 +45,4 @@ inline double peakMemory(pid_t process) {
     return 0;
 }
 
-} // namespace mirrolet::bench
+} // namespace mirrolet::harness
