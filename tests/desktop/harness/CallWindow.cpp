@@ -64,7 +64,8 @@ CallWindow::CallWindow(const XServer& server, const Options& options) {
 
 std::vector<std::string> CallWindow::keys() const {
     std::vector<std::string> found;
-    const auto& lines = process->lines(); // Once: each call may read more and move them.
+    const auto& lines =
+        process->lines(); // Called once, because each call may read more lines and move the others.
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
                  [](const std::string& line) { return line.starts_with("key "); });
     return found;

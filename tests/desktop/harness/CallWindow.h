@@ -13,7 +13,8 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// A window of another program, by default one that looks like a video call. On the screen when made.
+/// A window of another program, which looks like a video call by default. The constructor waits until the
+/// window is on the screen.
 class CallWindow {
   public:
     struct Options {
@@ -21,8 +22,8 @@ class CallWindow {
         std::string wmClass = "WhatsApp";
         std::string wmInstance = "whatsapp";
         Box place{60, 80, 640, 400};
-        int rate = 0;            ///< Frames a second; 0 paints once and stands still.
-        int border = 0;          ///< X border width, which the window itself does not hold.
+        int rate = 0;            ///< Frames a second. 0 paints once.
+        int border = 0;          ///< The X border width, which is not part of the window's size.
         int alpha = -1;          ///< 0 to 255: a 32-bit window with this alpha everywhere.
         std::string colour = {}; ///< RRGGBB: one plain colour instead of the scene.
         std::vector<std::string> states =
@@ -31,7 +32,7 @@ class CallWindow {
         std::string frameExtents = {}; ///< "left,right,top,bottom" of an invisible shadow.
         bool overrideRedirect = false;
         bool waitUntilViewable = true;
-        Environment environment = {}; ///< More for its process, such as what tells its desktop entry.
+        Environment environment = {}; ///< Added for its process, such as the name of its desktop entry.
     };
 
     explicit CallWindow(const XServer& server);
@@ -40,11 +41,11 @@ class CallWindow {
     [[nodiscard]] xcb_window_t window() const { return number; }
     [[nodiscard]] pid_t pid() const { return process->pid(); }
     /// "resize W H", "move X Y", "title T", "unmap", "map", "iconify", "repaint", "rate N", "colour RRGGBB",
-    /// "scene", "quit": done by the program itself, some time after the call returns.
+    /// "scene", "quit". The other program runs the command some time after the call returns.
     void tell(const std::string& command) const { process->write(command + "\n"); }
-    /// "key 36 press", "key 36 release" (X key codes), as they came to the window.
+    /// The key events that came to the window: "key 36 press", "key 36 release" (X key codes).
     [[nodiscard]] std::vector<std::string> keys() const;
-    /// Without goodbye.
+    /// Kills the process, which cannot clean up.
     void kill();
 
   private:

@@ -49,7 +49,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
     return pointers;
 }
 
-/// What the child does between fork and exec: only calls that are safe there.
+/// Runs in the child between fork and exec. Makes only calls that are safe there.
 struct Launch {
     int input, output, error, keptDescriptor, failure;
     pid_t parent;

@@ -11,18 +11,18 @@
 
 namespace mirrolet::harness {
 
-/// One process that the test started. It and all that it started end with the object, and with the test
-/// program however that ends. Use it from one thread, the one that made it.
+/// One process that the test started. The destructor ends the process and its children. They also end with
+/// the test program, however that ends. An object is used only by the thread that made it.
 class ChildProcess {
   public:
     struct Options {
         std::vector<std::string> command = {}; ///< The program, looked up on PATH, and its arguments.
-        Environment environment = {};          ///< All of it; nothing is inherited.
-        std::filesystem::path log =
-            {};                  ///< Takes standard error, and standard output unless piped; else dropped.
+        Environment environment = {};          ///< The whole environment. None is inherited.
+        /// Gets standard error, and standard output unless piped. Without a log they are dropped.
+        std::filesystem::path log = {};
         bool pipeInput = false;  ///< For write().
         bool pipeOutput = false; ///< For lines().
-        int keptDescriptor = -1; ///< Stays open in the child under the same number.
+        int keptDescriptor = -1; ///< Stays open in the child, with the same number.
     };
 
     /// Throws HarnessError if the program cannot be started.
@@ -35,12 +35,12 @@ class ChildProcess {
     [[nodiscard]] bool running();
     void signal(int number) const;
     void write(const std::string& text) const;
-    /// Every whole line that standard output has given until now.
+    /// The whole lines on standard output until now.
     const std::vector<std::string>& lines();
-    /// As a shell gives it: the exit status, or 128 plus the signal's number. Nothing when it still runs
-    /// then.
+    /// The exit status as in a shell: 128 plus the signal's number after a signal. Empty if the process still
+    /// runs after the wait.
     std::optional<int> waitForExit(std::chrono::milliseconds deadline = patience);
-    /// Asks it to end, then kills what is left of its process group. Does nothing the second time.
+    /// Asks the process to end, then kills the rest of its process group. Without effect the second time.
     void stop();
 
   private:
@@ -54,7 +54,7 @@ class ChildProcess {
     std::vector<std::string> complete;
 };
 
-/// Throws HarnessError that names the Debian package if the program is not on PATH.
+/// Throws HarnessError with the name of the Debian package if the program is not on PATH.
 void requireProgram(const std::string& program, const std::string& package);
 
 } // namespace mirrolet::harness

@@ -9,11 +9,12 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// A tray that shows status icons (trayer, by XEmbed). Owns the tray selection when made.
+/// A tray that shows status icons (trayer, by XEmbed). The constructor waits until it owns the tray
+/// selection.
 class TrayHost {
   public:
     explicit TrayHost(const XServer& server);
-    /// Without goodbye.
+    /// Kills the process, which cannot clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:
@@ -21,12 +22,12 @@ class TrayHost {
     std::unique_ptr<ChildProcess> process;
 };
 
-/// A compositing manager (picom, without shadows and fading). Owns the compositing selection when made; ends
-/// with the object.
+/// A compositing manager (picom, without shadows and fading). The constructor waits until it owns the
+/// compositing selection. The destructor ends it.
 class Picom {
   public:
     explicit Picom(const XServer& server);
-    /// Without goodbye.
+    /// Kills the process, which cannot clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:

@@ -4,8 +4,8 @@
 
 namespace mirrolet::harness {
 
-/// What the test machine itself could not do: a missing program, a server that did not start. A test that
-/// meets one fails with its message.
+/// A fault of the test machine, such as a missing program or a server that did not start. The test fails with
+/// this message.
 class HarnessError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

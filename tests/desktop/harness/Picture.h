@@ -6,20 +6,20 @@
 
 namespace mirrolet::harness {
 
-/// A picture that was read back from the server. Pixels are 0xRRGGBB.
+/// A picture that was read back from the server, with pixels of 0xRRGGBB.
 struct Picture {
     int width = 0;
     int height = 0;
     std::vector<std::uint32_t> pixels;
 
-    /// Outside of the picture: black.
+    /// Black outside of the picture.
     [[nodiscard]] std::uint32_t at(int x, int y) const;
-    /// As PNG.
+    /// Writes a PNG file.
     void save(const std::filesystem::path& file) const;
     bool operator==(const Picture&) const = default;
 };
 
-/// Two colours, equal but for what scaling and rounding do.
+/// Whether two colours are equal up to the errors of scaling and rounding.
 bool isNear(std::uint32_t first, std::uint32_t second);
 
 } // namespace mirrolet::harness

@@ -4,7 +4,7 @@
 
 namespace mirrolet::harness {
 
-/// A pointer in front of the server (XTEST). Positions are pixels of the root window.
+/// The pointer of the server (XTEST). Positions are pixels of the root window.
 class Pointer {
   public:
     explicit Pointer(XClient& client) : client(client) {}
@@ -13,7 +13,7 @@ class Pointer {
     void press(int button = 1);
     void release(int button = 1);
     void click(int x, int y, int button = 1);
-    /// Presses at the first place, goes to the second in `steps` moves and releases there.
+    /// Presses at the first place, moves to the second in `steps` steps and releases there.
     void drag(int fromX, int fromY, int toX, int toY, int steps = 8);
 
   private:

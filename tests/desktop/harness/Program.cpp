@@ -16,7 +16,7 @@ namespace {
 constexpr int smallestPanel = 50;
 constexpr auto defaultsPath = "config/mirrolet/defaults.json";
 
-/// Under another program, such as valgrind with its options, if MIRROLET_UNDER names one.
+/// Runs the program under another one, such as valgrind with options, if MIRROLET_UNDER names one.
 std::vector<std::string> command() {
     const char* under = std::getenv("MIRROLET_UNDER");
     std::istringstream words(under == nullptr ? "" : under);
@@ -30,7 +30,7 @@ double scaleIn(const Environment& environment) {
     return found == environment.end() ? 1 : std::stod(found->second);
 }
 
-/// The window below a panel that only throws its shadow.
+/// Whether the window lies below a panel and only draws its shadow.
 bool isShadow(const WindowFacts& facts, xcb_window_t window) {
     return facts.atomNames(window, "_NET_WM_WINDOW_TYPE") ==
            std::vector<std::string>{"_NET_WM_WINDOW_TYPE_DND"};

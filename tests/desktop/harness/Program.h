@@ -12,45 +12,45 @@ namespace mirrolet::harness {
 class XServer;
 class SessionBus;
 
-/// The real program in a home of its own.
+/// A run of the real program in its own home directory.
 class Program {
   public:
     struct Options {
-        /// What defaults.json holds at the start; empty for a first start. See `defaults()`.
+        /// The content of defaults.json at the start, or empty for a first start. See `defaults()`.
         std::string defaults = {};
-        Environment environment = {}; ///< More, or other values than the usual ones.
-        /// A desktop without this program's home: pass the same for a second start in the same home.
+        Environment environment = {}; ///< Added to the usual variables, or replacing them.
+        /// The home directory. Pass the same one for a second start in the same home.
         std::shared_ptr<Sandbox> home = {};
     };
 
-    /// The bus may be nullptr: a desktop without one.
+    /// `bus` is nullptr on a desktop without a session bus.
     Program(const XServer* server, const SessionBus* bus, const Options& options);
-    /// Ends it. A finding of a sanitizer ends the test, too, as does an error of the X server that the
-    /// program did not expect; the test then shows all that the program logged.
+    /// Ends the program. The test fails with all that the program logged, if a sanitizer has found a fault or
+    /// the X server has sent an error that the program did not expect.
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// A defaults file as JSON with a short poll interval, and `more` (`"key": value, ...`) on top.
+    /// A defaults file as JSON, with a short poll interval and the entries of `more` (`"key": value, ...`).
     static std::string defaults(const std::string& more = {});
 
     [[nodiscard]] pid_t pid() const { return process->pid(); }
     [[nodiscard]] ChildProcess& child() { return *process; }
     [[nodiscard]] const std::shared_ptr<Sandbox>& home() const { return sandbox; }
     [[nodiscard]] std::filesystem::path defaultsFile() const;
-    /// Standard error until now.
+    /// The text on standard error until now.
     [[nodiscard]] std::string log() const;
 
-    /// Its windows on the screen that are large enough to be neither a status icon nor a helper window.
+    /// The program's windows on the screen, without status icons and helper windows, which are small.
     [[nodiscard]] std::vector<xcb_window_t> windows(const WindowFacts& facts) const;
-    /// The prompt, by its size, which is fixed.
+    /// The prompt, which is known by its fixed size.
     [[nodiscard]] std::optional<xcb_window_t> prompt(const WindowFacts& facts) const;
-    /// Waits until the prompt is shown and has the keyboard; a key before that goes elsewhere.
+    /// Waits until the prompt is shown and has the focus. A key before that goes to another window.
     xcb_window_t awaitPrompt(const WindowFacts& facts) const;
-    /// The mirror: the one that is not the prompt.
+    /// The mirror panel: the window that is not the prompt.
     [[nodiscard]] std::optional<xcb_window_t> panel(const WindowFacts& facts) const;
 
-    /// In pixels, times the scale that QT_SCALE_FACTOR gave.
+    /// In pixels, multiplied by the scale of QT_SCALE_FACTOR.
     static constexpr int promptWidth = 360;
     static constexpr int promptHeight = 160;
 

@@ -34,7 +34,7 @@ int connectTo(const XServer& server) {
     return own;
 }
 
-/// Appends what is there; false at the end of the stream.
+/// Appends the bytes that have arrived. False at the end of the stream.
 bool readSome(int from, std::string& bytes) {
     std::array<char, 65536> block{};
     const ssize_t count = read(from, block.data(), block.size());
@@ -62,7 +62,7 @@ std::size_t padded(std::size_t length) {
 
 } // namespace
 
-/// At a port of this machine alone, whose number the system chooses: a display's name can tell no path.
+/// Listens on a local TCP port that the kernel chooses, because a display's name cannot contain a path.
 RequestGate::RequestGate(const XServer& xServer) : listener(makeSocket(AF_INET)), server(connectTo(xServer)) {
     sockaddr_in own{};
     own.sin_family = AF_INET;
@@ -83,7 +83,7 @@ RequestGate::~RequestGate() {
 }
 
 void RequestGate::after(unsigned requests, std::function<void()> action) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(actionMutex);
     left = requests;
     next = std::move(action);
 }
@@ -117,9 +117,9 @@ void RequestGate::passRequests() {
     }
 }
 
-/// In bytes; 0 if too little of it is there to tell.
+/// The size of the first request in bytes, or 0 if too few bytes have arrived to know.
 std::size_t RequestGate::firstLength() const {
-    if (!greeted) // With the names of an authorization and its data.
+    if (!greeted) // The greeting includes the name and the data of an authorization.
         return waiting.size() < 12 ? 0
                                    : 12 + padded(numberAt<std::uint16_t>(waiting, 6)) +
                                          padded(numberAt<std::uint16_t>(waiting, 8));
@@ -132,7 +132,7 @@ std::size_t RequestGate::firstLength() const {
 void RequestGate::act() {
     std::function<void()> action;
     {
-        const std::lock_guard guard(lock);
+        const std::lock_guard lock(actionMutex);
         if (next && left-- == 0)
             action = std::exchange(next, nullptr);
     }

@@ -10,8 +10,8 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// Stands between one client and the server and lets its requests through one by one, so that something else
-/// can happen between any two of them. The client must have gone before the gate does.
+/// Stands between one client and the server and passes the client's requests on one by one, so that a test
+/// can act between any two of them. The client must end before the gate is destroyed.
 class RequestGate {
   public:
     explicit RequestGate(const XServer& xServer);
@@ -19,10 +19,10 @@ class RequestGate {
     RequestGate(const RequestGate&) = delete;
     RequestGate& operator=(const RequestGate&) = delete;
 
-    /// What the client is to connect to.
+    /// The display name for the client.
     [[nodiscard]] const std::string& display() const { return name; }
-    /// Once, when so many more requests have passed and the next one waits, on the gate's thread. May ask for
-    /// the next action itself.
+    /// Runs the action once, on the gate's thread, when that many more requests have passed and the next one
+    /// waits. The action may call this function again.
     void after(unsigned requests, std::function<void()> action);
 
   private:
@@ -34,9 +34,9 @@ class RequestGate {
     std::string name;
     int listener;
     int server;
-    std::string waiting; ///< Bytes of the client that make no whole request yet.
+    std::string waiting; ///< The client's bytes that are not a whole request yet.
     bool greeted = false;
-    std::mutex lock; ///< Guards the next two.
+    std::mutex actionMutex; ///< Guards the next two.
     unsigned left = 0;
     std::function<void()> next;
     std::thread thread;

@@ -8,8 +8,8 @@ namespace mirrolet::harness {
 
 using Environment = std::map<std::string, std::string>;
 
-/// A temporary home: nothing that runs in it reads or writes the developer's own files. Removed with the
-/// object.
+/// A temporary home directory. A program that runs in the sandbox does not read or write the developer's own
+/// files. The destructor removes the directory.
 class Sandbox {
   public:
     Sandbox();
@@ -20,9 +20,9 @@ class Sandbox {
     [[nodiscard]] const std::filesystem::path& folder() const { return root; }
     [[nodiscard]] std::filesystem::path configHome() const { return root / "config"; }
     [[nodiscard]] std::filesystem::path dataHome() const { return root / "data"; }
-    /// HOME, XDG folders, PATH and what sanitizers read; no display and no bus.
+    /// HOME, the XDG folders, PATH and the variables of sanitizers, without a display and a session bus.
     [[nodiscard]] Environment environment() const;
-    /// Writes a file below the folder, making its parents. Gives the full path.
+    /// Writes a file below the home directory, with its parent directories. Returns the full path.
     std::filesystem::path write(const std::filesystem::path& relative, const std::string& text) const;
 
     static std::string read(const std::filesystem::path& file);

@@ -50,7 +50,7 @@ ScreenReader::ScreenReader(const SessionBus& bus) : bus(bus) {
 
 std::vector<ScreenReader::Element> ScreenReader::read(pid_t program) const {
     ChildProcess reader(reading(bus, sandbox, program));
-    // Emptied while it runs, so that a long list does not fill the pipe.
+    // Read while the program runs, because a long list would fill the pipe.
     waitUntil([&] {
         const bool ended = !reader.running();
         reader.lines();

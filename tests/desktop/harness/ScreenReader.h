@@ -10,16 +10,16 @@
 
 namespace mirrolet::harness {
 
-/// The accessibility bus beside a session bus, and what a screen reader learns there of a program that was
-/// started with `environment()`.
+/// The accessibility bus of a session bus. A screen reader finds a program there if the program was started
+/// with `environment()`.
 class ScreenReader {
   public:
     struct Element {
         std::string role;  ///< "check box", "combo box", ...
-        std::string name;  ///< Of a combo box: what is chosen.
-        std::string label; ///< The name of what labels it.
+        std::string name;  ///< Of a combo box: the chosen entry.
+        std::string label; ///< The name of the object's label.
         std::string description;
-        Box box; ///< Of the root window.
+        Box box; ///< In pixels of the root window.
         std::string text;
         bool focused = false;
         bool focusable = false;
@@ -33,7 +33,7 @@ class ScreenReader {
     explicit ScreenReader(const SessionBus& bus);
 
     static Environment environment() { return {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}}; }
-    /// All that the program shows now, in the order of its tree.
+    /// All objects that the program shows now, in the order of the tree.
     [[nodiscard]] std::vector<Element> read(pid_t program) const;
 
   private:

@@ -8,16 +8,16 @@
 
 namespace mirrolet::harness {
 
-/// A session bus of the test's own. It starts services only for the window managers that need them.
+/// The test's own session bus. It starts services only for the window managers that need them.
 class SessionBus {
   public:
     enum class Services { none, installed };
 
     explicit SessionBus(Services services = Services::none, const Environment& more = {});
 
-    /// Without goodbye, to all that are on it.
+    /// Kills the bus, which all its clients lose at once.
     void kill() const { process->signal(SIGKILL); }
-    /// A new one at the same place.
+    /// Starts a new bus at the same address.
     void restart();
     [[nodiscard]] Environment with(Environment others) const;
 

@@ -8,7 +8,7 @@ namespace mirrolet::harness {
 
 namespace {
 
-/// One channel, or what is made of it.
+/// One channel of a picture, or values that are computed from a channel.
 struct Plane {
     int width;
     int height;

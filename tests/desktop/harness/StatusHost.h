@@ -8,15 +8,15 @@
 
 namespace mirrolet::harness {
 
-/// A place for status icons on the session bus. When made, the registry is there but no host.
+/// A place for status icons on the session bus. At first there is a registry but no host.
 class StatusHost {
   public:
     explicit StatusHost(const SessionBus& bus);
 
     void setPresent(bool present) const { process->write(present ? "host 1\n" : "host 0\n"); }
-    /// The left button on the latest icon.
+    /// Clicks the latest icon with the left button.
     void click() const { process->write("click\n"); }
-    /// Those that have come and not gone.
+    /// The icons that have come and not gone.
     [[nodiscard]] int icons() const;
     [[nodiscard]] const ChildProcess& child() const { return *process; }
 

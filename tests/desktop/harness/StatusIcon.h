@@ -7,10 +7,10 @@
 
 namespace mirrolet::harness {
 
-/// The program's icon in a tray: a small viewable window of its own inside a window of another program.
+/// The program's icon in a tray: a small viewable window of the program inside a window of another program.
 std::optional<Box> statusIcon(const WindowFacts& facts, pid_t program);
 
-/// True once Mirrolet's drawing is seen there: a bare tray has neither of its two colours in such number.
+/// Whether Mirrolet's symbol is seen in the box. An empty tray has few pixels of the symbol's two colours.
 bool isStatusIconDrawn(const WindowFacts& facts, const Box& icon);
 
 } // namespace mirrolet::harness

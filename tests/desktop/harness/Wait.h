@@ -8,21 +8,21 @@ namespace mirrolet::harness {
 
 using Condition = std::function<bool()>;
 
-/// Long enough for a loaded machine and a sanitizer; only a test that fails waits that long.
+/// Enough for a loaded machine and a sanitizer. Only a failing test waits that long.
 constexpr std::chrono::milliseconds patience{15000};
 
-/// Polls every 5 ms until the condition holds. False when the deadline passed without it.
+/// Polls every 5 ms until the condition holds. False if the deadline passes first.
 bool waitUntil(const Condition& condition, std::chrono::milliseconds deadline = patience);
 
-/// The same, but throws HarnessError with the message when it never held.
+/// As waitUntil(), but throws HarnessError with the message instead of returning false.
 void require(const std::string& message, const Condition& condition,
              std::chrono::milliseconds deadline = patience);
 
-/// For what must not happen: true if the condition held at every poll of the given time.
+/// True if the condition holds at every poll during the given time. For an event that must not happen.
 bool holdsFor(const Condition& condition, std::chrono::milliseconds time);
 
-/// From a signal handler: lets the wait that runs, or the next one, end with a HarnessError, so that
-/// everything that was started is ended by its owner.
+/// Ends the running or the next wait with a HarnessError, so that the owners end all started processes. Safe
+/// in a signal handler.
 void interruptWait();
 
 } // namespace mirrolet::harness

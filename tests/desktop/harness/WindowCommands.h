@@ -6,7 +6,7 @@
 
 namespace mirrolet::harness {
 
-/// What a pager or a task list asks of the window manager.
+/// Sends the requests of a pager or a task list to the window manager.
 class WindowCommands {
   public:
     explicit WindowCommands(XClient& client) : client(client) {}
@@ -17,8 +17,9 @@ class WindowCommands {
     void addState(xcb_window_t window, const std::string& state);
     void setDesktopCount(std::uint32_t count);
     void switchToDesktop(std::uint32_t index);
-    /// Waits until the window manager has done what it was asked for before: it alone moves a window that
-    /// asks for another place, in its turn. Throws HarnessError if it does not.
+    /// Waits until the window manager has handled all requests before this call. Moves a window of its own
+    /// for that, because only the window manager moves a window that asks for another place, and does so in
+    /// the order of the requests. Throws HarnessError if the window is not moved.
     void awaitManager();
 
   private:

@@ -19,7 +19,7 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-/// What the server and the window manager say of windows. A window that is gone gives empty answers.
+/// Asks the server and the window manager about windows. The answers for a destroyed window are empty.
 class WindowFacts {
   public:
     explicit WindowFacts(XClient& client) : client(client) {}
@@ -27,15 +27,15 @@ class WindowFacts {
     [[nodiscard]] bool exists(xcb_window_t window) const;
     [[nodiscard]] bool viewable(xcb_window_t window) const;
     [[nodiscard]] bool overrideRedirect(xcb_window_t window) const;
-    /// Where it is on the root, without its border.
+    /// The window's place on the root window, without its border.
     [[nodiscard]] Box box(xcb_window_t window) const;
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, const std::string& property) const;
     [[nodiscard]] std::string text(xcb_window_t window, const std::string& property) const;
-    /// Names of the atoms in a property such as "_NET_WM_STATE".
+    /// The names of the atoms in a property such as "_NET_WM_STATE".
     [[nodiscard]] std::vector<std::string> atomNames(xcb_window_t window, const std::string& property) const;
     [[nodiscard]] bool hasState(xcb_window_t window, const std::string& state) const;
 
-    /// The window with the keyboard, as the server says; XCB_NONE or 1 (pointer root) are possible.
+    /// The window with the focus, as the server says. May be XCB_NONE or 1 (pointer root).
     [[nodiscard]] xcb_window_t focus() const;
     /// The active window, as the window manager says.
     [[nodiscard]] xcb_window_t active() const;
@@ -43,16 +43,16 @@ class WindowFacts {
         return numbers(client.root(), "_NET_CLIENT_LIST");
     }
     [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window) const;
-    /// The root's child that holds the window: itself, or the frame that a window manager put around it.
+    /// The root's child that holds the window: the window itself, or its window manager's frame.
     [[nodiscard]] xcb_window_t topLevel(xcb_window_t window) const;
-    /// True if the first is nearer to the viewer than the second. Either gone: false.
+    /// Whether the first window is stacked above the second. False if either is destroyed.
     [[nodiscard]] bool isAbove(xcb_window_t first, xcb_window_t second) const;
-    /// The process that made the window, as the server knows it. 0 if it does not.
+    /// The process that made the window, as the server says. 0 if the server does not know.
     [[nodiscard]] pid_t process(xcb_window_t window) const;
-    /// Viewable windows that a process made and that are not inside another of its windows; back to front.
+    /// The viewable top-level windows of a process, back to front.
     [[nodiscard]] std::vector<xcb_window_t> windowsOf(pid_t process) const;
 
-    /// What is seen on the screen.
+    /// The pixels on the screen.
     [[nodiscard]] Picture screenshot() const;
     [[nodiscard]] Picture screenshot(const Box& box) const;
     [[nodiscard]] std::uint32_t pixel(int x, int y) const { return screenshot({x, y, 1, 1}).at(0, 0); }

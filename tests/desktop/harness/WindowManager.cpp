@@ -18,7 +18,7 @@ struct Kind {
     std::vector<std::string> arguments;
 };
 
-/// No bar, no start-up programs, no wizard on the first start.
+/// Settings without a bar, without start-up programs and without a wizard on the first start.
 constexpr auto i3Settings = "# i3 config file (v4)\n"
                             "font pango:DejaVu Sans 10\n"
                             "focus_follows_mouse no\n"
@@ -48,21 +48,21 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     return {};
 }
 
-/// fluxbox has its wallpaper set by a tool that shows a message window when it fails, some seconds later.
+/// fluxbox sets its wallpaper with a tool. If that tool fails, it shows a message window some seconds later.
 void standInForWallpaperTool(const Sandbox& sandbox, Environment& environment) {
     const auto tool = sandbox.write("bin/fbsetbg", "#!/bin/sh\n");
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
     environment["PATH"] = tool.parent_path().string() + ":" + environment["PATH"];
 }
 
-/// The property names a window that carries the property itself, so that one left by a dead manager does not
-/// count.
+/// A running window manager names a window that carries the same property. A property that a dead window
+/// manager left names none.
 bool isManaged(const WindowFacts& facts, xcb_window_t root) {
     const auto window = facts.numbers(root, "_NET_SUPPORTING_WM_CHECK");
     return !window.empty() && facts.numbers(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
 }
 
-/// A manager that takes over finds the windows of the one before it.
+/// The windows that a former window manager left, which a new one finds.
 bool hasWindowsToAdopt(const WindowFacts& facts) {
     const auto windows = facts.children(facts.connection().root());
     return std::ranges::any_of(windows, [&](xcb_window_t window) {
@@ -70,8 +70,8 @@ bool hasWindowsToAdopt(const WindowFacts& facts) {
     });
 }
 
-/// Shows a window until the manager takes care of it: openbox announces itself before it listens, and the
-/// first windows that are shown to it can be lost.
+/// Shows a window again and again until the window manager manages it. openbox announces itself before it
+/// listens, and may miss the first windows.
 class Probe {
   public:
     explicit Probe(XClient& client) : client(client), window(xcb_generate_id(client.xcb())) {

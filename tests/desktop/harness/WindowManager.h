@@ -11,15 +11,15 @@ namespace mirrolet::harness {
 class XServer;
 class SessionBus;
 
-/// The last three are too large for every run.
+/// The window managers of the tests. The last three are too large for every run.
 enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm, mutter, kwin, marco };
 
-/// A window manager with settings of its own; has taken the display when made.
+/// A running window manager with its own settings. The constructor waits until it manages the display.
 class WindowManager {
   public:
-    /// The bus is for those that start their settings service on it: xfwm4 and the large ones.
+    /// The bus is for xfwm4 and the three large ones, which start their settings service on the bus.
     WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
-    /// Kills it: fluxbox now and then does not end when asked to.
+    /// Kills the window manager, because fluxbox sometimes ignores a request to end.
     ~WindowManager();
     WindowManager(const WindowManager&) = delete;
     WindowManager& operator=(const WindowManager&) = delete;

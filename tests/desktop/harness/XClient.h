@@ -31,9 +31,9 @@ class XClient {
     [[nodiscard]] const xcb_screen_t& screen() const { return *defaultScreen; }
     [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
     xcb_atom_t atom(const std::string& name);
-    /// Waits until the server has worked through all that this connection asked for.
+    /// Waits until the server has answered all requests of this connection.
     void sync();
-    /// To the root window, as pagers and clients send requests to the window manager.
+    /// Sends a client message to the root window, as pagers and clients do to reach the window manager.
     void sendToRoot(xcb_window_t window, const std::string& type, const std::vector<std::uint32_t>& data);
 
   private:

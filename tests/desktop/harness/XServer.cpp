@@ -25,7 +25,7 @@ std::vector<std::string> commandFor(const XServer::Options& options, int display
     return command;
 }
 
-/// The number that the server writes, with a line feed, once it takes connections.
+/// The display number. The server writes it, with a line feed, as soon as it accepts connections.
 std::string readNumber(int descriptor, ChildProcess& server) {
     fcntl(descriptor, F_SETFL, O_NONBLOCK);
     std::string text;

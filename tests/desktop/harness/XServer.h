@@ -8,7 +8,8 @@
 
 namespace mirrolet::harness {
 
-/// An X server without a screen (Xvfb), on a display number that was free. Ready for clients when made.
+/// An X server without a screen (Xvfb), on a free display number. The constructor waits until it accepts
+/// clients.
 class XServer {
   public:
     struct Options {
@@ -27,7 +28,7 @@ class XServer {
     [[nodiscard]] pid_t pid() const { return process->pid(); }
     /// The environment with DISPLAY set to this server.
     [[nodiscard]] Environment with(Environment environment) const;
-    /// At once and without goodbye: to its clients the server is lost.
+    /// Kills the server, which all its clients lose at once.
     void kill();
 
   private:

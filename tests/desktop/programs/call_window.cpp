@@ -1,5 +1,5 @@
-// A stand-in for the window of a video call: one window of another process that paints a picture which
-// changes, does what its standard input tells it and prints the keys that come to it.
+// Stands in for the window of a video call. Shows one window and paints a changing picture. Runs the commands
+// on standard input, and prints the keys that come to the window.
 
 #include <xcb/xcb.h>
 
@@ -60,7 +60,7 @@ std::optional<Options> parse(const std::vector<std::string>& arguments) {
     return options;
 }
 
-/// The window and what is needed to draw into it.
+/// The window and the resources to draw into it.
 class Window {
   public:
     Window(xcb_connection_t* connection, const xcb_screen_t* screen, const Options& options)
@@ -117,7 +117,7 @@ class Window {
         xcb_poly_fill_arc(connection, canvas, context, 1, &arc);
     }
 
-    /// One copy, so that a frame is one damage and never seen half drawn.
+    /// Copies the whole frame at once, so that each frame is one damage and is never seen half drawn.
     void show() {
         xcb_copy_area(connection, canvas, window, context, 0, 0, 0, 0, std::uint16_t(width),
                       std::uint16_t(height));
@@ -181,11 +181,11 @@ class Window {
         if (std::istringstream(options.extents) >> extents[0] >> ignored >> extents[1] >> ignored >>
             extents[2] >> ignored >> extents[3])
             setNumbers("_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {extents.begin(), extents.end()});
-        // WM_NORMAL_HINTS with a position that the user chose, so that a window manager keeps it.
+        // WM_NORMAL_HINTS say that the user chose the position, so that a window manager keeps the position.
         std::vector<std::uint32_t> hints(18);
         hints[0] = 1;
         setNumbers("WM_NORMAL_HINTS", atom("WM_SIZE_HINTS"), hints);
-        // WM_HINTS that ask for the keyboard.
+        // WM_HINTS ask for the focus.
         setNumbers("WM_HINTS", atom("WM_HINTS"), {1, 1, 0, 0, 0, 0, 0, 0, 0});
     }
 
@@ -237,7 +237,7 @@ class Window {
     std::map<std::string, xcb_atom_t> atoms;
 };
 
-/// What is seen: two people, and a bar that moves with each frame.
+/// The picture: two people, and a bar that moves with each frame.
 class Scene {
   public:
     explicit Scene(const std::string& colour) { setPlain(colour); }
@@ -271,7 +271,7 @@ class Scene {
         window.disc(0x3d332c, middle - head * 5 / 8, top - head / 6, head * 5 / 4, head);
         window.fill(skin, middle - head / 5, top + head, head * 2 / 5, head / 2);
         window.disc(skin, middle - head / 2, top, head, head * 5 / 4);
-        // Shoulders, cut by the tile's lower edge.
+        // The shoulders, which the tile's lower edge cuts.
         window.disc(0x26303c, middle - head, y + h - head * 5 / 8, head * 2, head * 5 / 4);
         window.fill(0x15181d, x, y + h, w, head);
     }
@@ -289,7 +289,8 @@ class Scene {
     long plain = -1;
 };
 
-/// Events, commands and the next frame, until it is told to quit or either side is gone.
+/// Handles events, commands and frames, until the command "quit", or until the server or standard input is
+/// gone.
 class Loop {
   public:
     Loop(xcb_connection_t* connection, Window& window, const Options& options)
@@ -327,7 +328,7 @@ class Loop {
     }
 
     void nextFrame() {
-        // Frames that were missed are left out, so that the rate does not creep.
+        // Missed frames are left out, so that the rate does not rise afterwards.
         while (due <= Clock::now())
             due += *period;
         scene.nextFrame();

@@ -1,5 +1,5 @@
-// Shows the road of one call on a desktop of its own: starts it, a window that looks like a video call and
-// Mirrolet, answers the prompt, and leaves a screenshot of each step. Fails if a step does not happen.
+// Shows one call from start to end. Starts a desktop of its own, a window that looks like a video call, and
+// Mirrolet. Answers the prompt, and writes a screenshot of each step. Fails if a step does not happen.
 
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/DesktopServices.h"
@@ -20,9 +20,9 @@ using namespace mirrolet::harness;
 
 constexpr std::uint32_t ground = 0x3f5170;
 
-class RoadShow {
+class CallDemo {
   public:
-    explicit RoadShow(std::filesystem::path folder) : folder(std::move(folder)) {
+    explicit CallDemo(std::filesystem::path folder) : folder(std::move(folder)) {
         std::filesystem::create_directories(this->folder);
     }
 
@@ -62,7 +62,7 @@ class RoadShow {
         return options;
     }
 
-    /// A compositing manager shows no plain colour of the root window.
+    /// A window in the ground's colour, because a compositing manager does not show the root window's colour.
     static CallWindow::Options backgroundOptions() {
         CallWindow::Options options;
         options.title = options.wmClass = options.wmInstance = "Background";
@@ -72,7 +72,8 @@ class RoadShow {
         return options;
     }
 
-    /// The prompt is seen, and stands still: it is of one colour at both sides, what lies behind it is not.
+    /// Waits until the prompt is seen and stands still. Its two sides then have one colour, unlike the
+    /// windows behind the prompt.
     void settle(xcb_window_t prompt) {
         const Box box = facts.box(prompt);
         Picture last;
@@ -85,8 +86,9 @@ class RoadShow {
         });
     }
 
-    /// The walls behind the two people of the scene are at either side of the panel. A compositing manager
-    /// shows a larger window some time after the server does: until then the ground is seen there.
+    /// Whether the walls behind the two people of the scene are seen at both sides of the panel. A
+    /// compositing manager shows a larger window some time after the server does. Until then the ground is
+    /// seen there.
     [[nodiscard]] bool showsPicture(xcb_window_t panel) const {
         const Box box = facts.box(panel);
         const Picture picture = facts.screenshot(box);
@@ -99,7 +101,7 @@ class RoadShow {
         const Box before = facts.box(panel);
         const int right = before.x + before.width;
         const int bottom = before.y + before.height;
-        // First to where there is room, then by the grip.
+        // Moves the mirror to a place with room, then resizes it by the grip.
         constexpr int x = 900;
         constexpr int y = 520;
         Pointer(client).drag(before.x + before.width / 2, before.y + before.height / 2, x, y);
@@ -153,7 +155,7 @@ int main(int count, char** values) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         std::signal(number, [](int) { interruptWait(); });
     try {
-        RoadShow(values[1]).run();
+        CallDemo(values[1]).run();
     } catch (const std::exception& problem) {
         std::cerr << "demo: " << problem.what() << std::endl;
         return 1;

@@ -1,6 +1,6 @@
-// Reads what assistive software is told of a program, once, and ends: a line for each accessible object that
-// is showing, in the order of the tree. The fields, parted by tabs: role, name, label, description, states,
-// box, text.
+// Reads once what a program tells assistive software. Prints a line for each accessible object that is
+// showing, in the order of the tree. The fields are separated by tabs: role, name, label, description,
+// states, box, text.
 
 #include <atspi/atspi.h>
 #include <cstdlib>
@@ -45,7 +45,7 @@ std::string box(AtspiAccessible* object) {
     return result;
 }
 
-/// The name of the object beside it that is its label, if there is one.
+/// The name of the object's label, or empty if it has none.
 std::string label(AtspiAccessible* object) {
     std::string result;
     GArray* relations = atspi_accessible_get_relation_set(object, nullptr);

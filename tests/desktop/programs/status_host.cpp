@@ -1,6 +1,7 @@
-// A place for status icons on the session bus: registry and host in one, as small desktops have it. Says
-// "ready" when it owns the registry's name, "item NAME" for each icon that comes, "gone" for each that goes.
-// Reads commands: "host 1" and "host 0" (a host comes, goes), "click" (on the latest icon).
+// A place for status icons on the session bus, with registry and host in one program, as on small desktops.
+// Prints "ready" when the program owns the registry's name, "item NAME" for each new icon and "gone" for each
+// icon that is gone. Reads commands: "host 1" and "host 0" (a host comes, goes), "click" (on the latest
+// icon).
 
 #include <gio/gio.h>
 
