@@ -1,4 +1,4 @@
-// By hand, as often as one likes: MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='ASourceThatDies*'
+// By hand, as often as wanted: MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='ASourceThatDies*'
 
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/RequestGate.h"
@@ -16,7 +16,7 @@ namespace {
 
 using platform::desktop::PixelRect;
 
-/// Windows of a client that come, change and go between any two requests of capture and presenter.
+/// A client's windows appear, change and die between any two requests of capture and presenter.
 class ASourceThatDies : public testing::Test, protected MirrorParts {
   protected:
     ASourceThatDies() {
@@ -26,21 +26,21 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         presenter->resize({100, 100}, 10);
     }
 
-    /// The gate goes before its client otherwise.
+    /// Ends the client before the gate.
     ~ASourceThatDies() override {
         presenter.reset();
         capture.reset();
         connection.reset();
     }
 
-    /// After some requests the window is changed, and some more later it ends.
+    /// Changes the window after some requests, and destroys it after some more.
     void killSoon(xcb_window_t window) {
         dead = false;
         gate.after(below(requests), [this, window] {
             const bool seen = change(window);
             if (seen)
                 gate.after(below(requests / 4), [this, window] { destroy(window); });
-            else // No more requests come.
+            else // A window out of sight causes no more requests.
                 destroy(window);
         });
     }
@@ -51,12 +51,12 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         dead = true;
     }
 
-    /// False if it is not on the screen any more.
+    /// False if the window is not on the screen any more.
     bool change(xcb_window_t window) {
         if (below(3) == 0)
             configure(killer, window, XCB_CONFIG_WINDOW_WIDTH, {100 + below(100)});
         if (below(3) == 0)
-            putUnderOrOverCover(killer, window);
+            restackAtCover(killer, window);
         const auto mapping = below(7);
         if (mapping < 2)
             xcb_unmap_window(killer.xcb(), window);
@@ -67,7 +67,7 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
     }
 
     /// An obscured window is redirected.
-    void putUnderOrOverCover(XClient& own, xcb_window_t window) {
+    void restackAtCover(XClient& own, xcb_window_t window) {
         configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                   {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});
     }
@@ -77,10 +77,11 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         xcb_configure_window(own.xcb(), window, what, values.data());
     }
 
-    /// By chance, but the same in each run. The gate's thread asks only while the test waits for the death.
+    /// Random, but the same in each run. The gate's thread calls this only while the test waits for the
+    /// death.
     std::uint32_t below(std::uint32_t end) { return static_cast<std::uint32_t>(chance()) % end; }
 
-    /// Without a pause: its picture changes all the time.
+    /// Mirrors without a pause, because the picture changes all the time.
     void mirrorUntilGone(xcb_window_t window) {
         const PixelRect part{0, 0, 100, 100};
         const auto end = std::chrono::steady_clock::now() + patience;
@@ -97,7 +98,7 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
         }
     }
 
-    /// At least as many requests as it takes to begin a mirror and show its first pictures.
+    /// Enough requests to begin a mirror and show its first pictures.
     static constexpr std::uint32_t requests = 60;
 
     std::mt19937 chance{7}; // NOLINT: see above.
@@ -115,7 +116,7 @@ TEST_F(ASourceThatDies, BetweenAnyTwoRequestsLeavesNothingBehind) {
     std::map<std::string, long> before;
     for (int death = 0; death < deaths; ++death) {
         const auto window = makeWindow({10, 10, 120, 100});
-        putUnderOrOverCover(client, window);
+        restackAtCover(client, window);
         killSoon(window);
         mirrorUntilGone(window);
         if (death == 10)

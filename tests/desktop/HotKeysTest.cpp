@@ -49,7 +49,7 @@ class HotKeysTest : public testing::Test {
         return pressed;
     }
 
-    /// All presses until now: one more hot key is waited for, which comes after them.
+    /// All presses until now. Waits for one more hot key, which comes after them.
     std::vector<std::uint32_t> pressesUntilFence() {
         EXPECT_EQ(hotKeys->grab(fence, key::tab, 0), GrabResult::held);
         keyboard.stroke({key::tab});
@@ -60,9 +60,9 @@ class HotKeysTest : public testing::Test {
         return before;
     }
 
-    /// Another program's grab of one raw state. True if nobody else holds it; given back at once unless kept.
-    /// The server serves nobody else meanwhile: a look at whether the hot keys hold it must not be what takes
-    /// it from them.
+    /// Another program grabs the key with one raw state. True if no client held that grab. The grab is
+    /// released at once unless `keep`. The server serves no other client meanwhile, so that a trial does not
+    /// take a grab from the hot keys.
     bool anotherProgramCanGrab(int evdevCode, std::uint16_t state, bool keep) {
         const auto code = static_cast<std::uint8_t>(evdevCode + fromEvdev);
         xcb_grab_server(other.xcb());
@@ -76,7 +76,7 @@ class HotKeysTest : public testing::Test {
         return !error;
     }
 
-    /// What is let go is so a moment later: the two connections are served in any order.
+    /// A released grab becomes free a moment later, because the server serves the connections in any order.
     bool becomesFree(int evdevCode, std::uint16_t state) {
         return waitUntil([=, this] { return anotherProgramCanGrab(evdevCode, state, false); });
     }
@@ -123,7 +123,7 @@ class HotKeysTest : public testing::Test {
 struct KeyboardState {
     const char* name;
     const char* layout;
-    std::uint8_t group; ///< The layout of several that is switched to.
+    std::uint8_t group; ///< The index of the active layout.
     std::vector<int> locks;
 };
 
@@ -145,7 +145,7 @@ TEST_P(HotKeysInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers) {
     keyboard.stroke({key::leftSuper, key::leftShift, key::leftAlt, key::p});
     keyboard.stroke({key::leftSuper, key::leftAlt, key::f});
     for (const int lock : GetParam().locks)
-        keyboard.stroke({lock}); // The fence is pressed without.
+        keyboard.stroke({lock}); // The fence is pressed without the lock.
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 }
 
@@ -246,7 +246,7 @@ TEST_F(HotKeysTest, FollowAChangedModifierMapping) {
     keyboard.stroke({key::leftSuper, key::leftAlt, key::p});
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 
-    // Without the modifier there is no combination; with it again, there is.
+    // The combination exists only while the modifier does.
     moveModifier(thirdModifier, std::nullopt);
     EXPECT_TRUE(becomesFree(key::p, after));
     keyboard.setLayout("us");
@@ -262,7 +262,7 @@ TEST_F(HotKeysTest, LetKeysThroughWhileARecorderListens) {
     ASSERT_TRUE(becomesFree(key::f, 0));
     keyboard.stroke({key::f});
     EXPECT_TRUE(waitUntil([&] { return window.keys().size() == 2; }));
-    // Grabbed meanwhile, it waits like the others.
+    // A hot key that is grabbed meanwhile waits like the others.
     EXPECT_EQ(hotKeys->grab(fence, key::p, 0), GrabResult::held);
     EXPECT_TRUE(becomesFree(key::p, 0));
     hotKeys->release(fence);

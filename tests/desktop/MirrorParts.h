@@ -18,7 +18,7 @@ namespace mirrolet::harness {
 namespace x11 = platform::desktop::x11;
 using Image = std::shared_ptr<const platform::desktop::WindowImage>;
 
-/// Capture and presenter without the program around them, on a server of their own.
+/// Capture and presenter without the rest of the program, on a server of their own.
 struct MirrorParts {
     explicit MirrorParts(const XServer::Options& options = {}) : server(options) {
         connect(server.display());
@@ -34,7 +34,7 @@ struct MirrorParts {
         connection->start();
     }
 
-    /// A window of the test's own, viewable, without a window manager's frame.
+    /// Makes a viewable window of the test, which has no frame.
     xcb_window_t makeWindow(platform::desktop::PixelRect box, std::uint8_t depth = 24) {
         const auto window = xcb_generate_id(client.xcb());
         const auto colormap = xcb_generate_id(client.xcb());
@@ -51,19 +51,19 @@ struct MirrorParts {
         return window;
     }
 
-    /// Until the server has done what the parts asked for.
+    /// Waits until the server has handled all requests of the parts.
     void sync() const {
         const Reply<xcb_get_input_focus_reply_t> reply(
             xcb_get_input_focus_reply(connection->xcb(), xcb_get_input_focus(connection->xcb()), nullptr));
     }
 
-    /// What the parts hold on the server.
+    /// The parts' resources on the server.
     std::map<std::string, long> resources() {
         sync();
         return resourcesOf(client, connection->ownWindow());
     }
 
-    /// Red, green and blue as the picture, alpha included if the window has one.
+    /// The window's pixels, with alpha if the window has it.
     Picture pixelsOf(xcb_window_t window, platform::desktop::PixelRect part) {
         sync();
         const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
@@ -77,7 +77,7 @@ struct MirrorParts {
         const auto* pixels = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply.get()));
         Picture picture{
             part.width, part.height, {pixels, pixels + static_cast<std::size_t>(part.width) * part.height}};
-        if (reply->depth == 24) // The spare byte is anything.
+        if (reply->depth == 24) // The fourth byte may hold anything.
             for (auto& pixel : picture.pixels)
                 pixel &= 0xffffff;
         return picture;

@@ -35,7 +35,7 @@ constexpr int panelLevel = 3;
 constexpr int promptLevel = 8;
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 
-/// The backend's part, and its connection.
+/// The panel part of the backend, with its connection.
 struct Backend {
     explicit Backend(const XServer& server) : connection(X11Connection::open(server.display(), problem)) {
         connection->start();
@@ -48,7 +48,7 @@ struct Backend {
     PanelStack stack{*connection};
 };
 
-/// A panel as the toolkit makes one: on a connection of its own, which the backend does not see.
+/// A panel as Qt makes one, on a connection of its own that the backend does not see.
 class TestPanel {
   public:
     TestPanel(const XServer& server, Backend& backend, PanelStacking stacking, int level,
@@ -78,10 +78,10 @@ class TestPanel {
     TestPanel& operator=(const TestPanel&) = delete;
 
     void show() {
-        client.sync(); // What is asked before the map and the unmap counts on the last of them.
+        client.sync(); // Earlier requests rely on the last map or unmap.
         desktop->willShow();
         xcb_map_window(client.xcb(), window);
-        xcb_flush(client.xcb()); // Not waited for: a toolkit does not either.
+        xcb_flush(client.xcb()); // Without waiting, as Qt does.
         desktop->didShow();
     }
     void hide() {
@@ -93,7 +93,7 @@ class TestPanel {
         desktop->didHide();
     }
 
-    /// Key codes that came since the last call, and 0 for each time it got the keyboard.
+    /// The key codes that came to the panel, and 0 for each time that the panel got the focus.
     std::vector<int> events() {
         while (Reply<xcb_generic_event_t> event{xcb_poll_for_event(client.xcb())}) {
             const int type = event->response_type & 0x7f;
@@ -111,7 +111,7 @@ class TestPanel {
     std::optional<X11PanelWindow> desktop;
 
   private:
-    /// For a manager that has not mapped it yet.
+    /// For a window manager that has not mapped the panel yet.
     void tellManagerOfUnmap() {
         std::array<char, 32> event{};
         const xcb_unmap_notify_event_t notify{XCB_UNMAP_NOTIFY, 0, 0, client.root(), window, 0, {}};
@@ -134,14 +134,14 @@ class PanelTest : public testing::TestWithParam<WindowManagerKind> {
         manager = std::make_unique<WindowManager>(server, GetParam(), &bus);
     }
 
-    /// A window of another process with the keyboard.
+    /// A window of another process with the focus.
     std::unique_ptr<CallWindow> focusedWindow(CallWindow::Options options) {
         auto window = std::make_unique<CallWindow>(server, options);
         const bool managed = manager && manager->kind() != WindowManagerKind::none;
         if (managed) {
             WindowCommands commands(client);
             commands.activate(window->window());
-            // A new window has the keyboard already: if it were given once more later, it would be the user's
+            // A new window already has the focus. A later change of the focus would count as the user's
             // choice.
             commands.awaitManager();
         } else {
@@ -163,8 +163,7 @@ class PanelTest : public testing::TestWithParam<WindowManagerKind> {
     }
 
     void switchDesktop() {
-        if (GetParam() ==
-            WindowManagerKind::i3) { // Makes its desktops when they are gone to, and not by message.
+        if (GetParam() == WindowManagerKind::i3) { // Makes a desktop only when one switches to it.
             ChildProcess tool({.command = {"i3-msg", "workspace", "2"},
                                .environment = server.with(Sandbox().environment())});
             tool.waitForExit();
@@ -310,7 +309,7 @@ TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
         EXPECT_TRUE(waitUntil([&] { return prompt.events().size() == 2U * static_cast<unsigned>(round); }));
         if (round == 1)
             prompt.desktop->returnFocus();
-        prompt.hide(); // The second time the focus falls away with the window.
+        prompt.hide(); // The second time the window takes the focus along.
         EXPECT_TRUE(waitUntil([&] { return facts.focus() == owner->window(); }));
         EXPECT_TRUE(waitUntil([&] { return backend.previousFocus.window() == XCB_WINDOW_NONE; }));
         EXPECT_TRUE(GetParam() == WindowManagerKind::none ||
@@ -357,7 +356,7 @@ INSTANTIATE_TEST_SUITE_P(Panels, PanelTest,
 
 class PanelAloneTest : public testing::Test {
   protected:
-    /// The rectangles of a window's shape; none if it has no shape.
+    /// The rectangles of a window's shape. Empty if the window has no shape.
     std::vector<Box> shapeOf(xcb_window_t window) {
         const Reply<xcb_shape_query_extents_reply_t> extents(xcb_shape_query_extents_reply(
             client.xcb(), xcb_shape_query_extents(client.xcb(), window), nullptr));
@@ -407,7 +406,7 @@ TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
     panel.desktop->setCorners({200, 120}, 10);
     panel.desktop->setShadow({0.25, 18, 6});
     panel.show();
-    // Where a shadow is to be for a panel of this place and size, and where none.
+    // Whether there is a shadow around the box, and none far from it.
     const auto falls = [&](const Box& box) {
         const auto grey = [&](int x, int y) { return int(facts.pixel(x, y) & 0xff); };
         const int below = grey(box.x + box.width / 2, box.y + box.height + 4);

@@ -29,7 +29,7 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
         return options;
     }
 
-    /// Every pixel has this colour and the picture this size.
+    /// Whether the picture has this size, and each pixel this colour.
     static bool isPlain(const Image& image, std::uint32_t colour, PixelSize size) {
         if (!image || image->size() != size)
             return false;
@@ -45,7 +45,7 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
         });
     }
 
-    /// No new image comes for longer than a window's last drawing is looked after.
+    /// Whether no new image comes for some time, which is longer than the capture waits for a last drawing.
     bool comesToRest(xcb_window_t window) {
         return waitUntil([&] {
             held = capture->image(window);

@@ -61,7 +61,7 @@ class WindowListTest : public testing::Test {
                const std::vector<std::uint32_t>& values) {
         write(window, property, type, 32, {reinterpret_cast<const char*>(values.data()), values.size() * 4});
     }
-    /// What a window manager leaves on the root; `check` is the window that stands for it.
+    /// Sets a window manager's properties on the root window. `check` is the window manager's own window.
     void pretendManager(xcb_window_t check, const std::vector<std::uint32_t>& stack) {
         write(client.root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
         write(client.root(), "_NET_CLIENT_LIST_STACKING", "WINDOW", stack);
@@ -241,7 +241,7 @@ TEST_F(WindowListTest, ReadsOnAmongThousandsOfWindowsThatDie) {
     const auto listed = windows();
     EXPECT_EQ(listed.size(), 2000);
     EXPECT_EQ(listed.front(), stack.back());
-    // Three of four die while the list is read again and again.
+    // Three of four windows die while the list is read again and again.
     std::size_t died = 0;
     while (died < 1500) {
         for (int i = 0; i < 50; ++i)

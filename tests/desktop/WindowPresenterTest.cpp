@@ -34,7 +34,7 @@ class WindowPresenterTest : public testing::Test, protected MirrorParts {
         client.sync();
     }
 
-    /// Only a redirected window has a pixmap of its own that can be named.
+    /// Only the pixmap of a redirected window can be named.
     bool isRedirected(xcb_window_t window) {
         const auto pixmap = xcb_generate_id(client.xcb());
         const Reply<xcb_generic_error_t> error(xcb_request_check(
@@ -48,7 +48,7 @@ class WindowPresenterTest : public testing::Test, protected MirrorParts {
         return std::count(picture.pixels.begin(), picture.pixels.end(), colour);
     }
 
-    /// The image after whatever was drawn last, first taken when there was none yet.
+    /// The first image that is another object than `before`.
     Image freshImage(xcb_window_t window, const Image& before) {
         Image image;
         waitUntil([&] { return (image = capture->image(window)) != before; });
@@ -61,7 +61,7 @@ TEST_F(WindowPresenterTest, PutsBackgroundPictureOverlayAndCornersOverEachOther)
     fill(source, 0x2040c0, {0, 0, 100, 60});
     Bitmap overlay{{80, 80}, std::vector<std::uint32_t>(80 * 80)};
     overlay.pixels[40 * 80 + 5] = 0xffffffff;  // Over the picture.
-    overlay.pixels[40 * 80 + 6] = 0x80800000;  // Half of a red, over the picture.
+    overlay.pixels[40 * 80 + 6] = 0x80800000;  // A half transparent red, over the picture.
     overlay.pixels[70 * 80 + 40] = 0xff00ff00; // Over the background.
     for (const auto depth : {std::uint8_t{24}, std::uint8_t{32}}) {
         SCOPED_TRACE(static_cast<int>(depth));
@@ -89,7 +89,7 @@ TEST_F(WindowPresenterTest, PutsBackgroundPictureOverlayAndCornersOverEachOther)
                 EXPECT_EQ(seen.at(x, y), depth == 32 ? 0U : 0x101010U);
         if (depth == 32) {
             EXPECT_EQ(seen.at(12, 0) >> 24, 0xffU) << "where the circle ends";
-            const auto edge = seen.at(79 - 3, 4) >> 24; // On the circle, a little inside.
+            const auto edge = seen.at(79 - 3, 4) >> 24; // On the circle of the corner.
             EXPECT_GT(edge, 0U);
             EXPECT_EQ(edge, seen.at(3, 4) >> 24) << "the same on the other side";
         }
@@ -109,7 +109,7 @@ TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
                         {{801, 603}, {1, 2, 3, 4}},      {{450, 339}, {640, 480, 2, 100}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.panel.width));
-        // Beside the source, and with corners to be cut, which a part of the picture may touch.
+        // Beside the source, and with round corners, which a part of the picture may touch.
         const auto window = makeWindow({100, 700, row.panel.width, row.panel.height}, 32);
         const PixelRect whole{0, 0, row.panel.width, row.panel.height};
         const auto partly = x11::X11WindowPresenter::make(*connection, window);
@@ -225,7 +225,7 @@ TEST_F(WindowPresenterTest, MayBeChangedWhileACaptureGoesOn) {
 }
 
 TEST_F(WindowPresenterTest, TakesAnOverlayLargerThanARequestMayBe) {
-    const PixelSize size{2100, 2100}; // 17 MB; the server takes 16 at once.
+    const PixelSize size{2100, 2100}; // 17 MB. The server takes at most 16 in one request.
     const auto window = makeWindow({0, 0, size.width, size.height});
     const auto presenter = x11::X11WindowPresenter::make(*connection, window);
     presenter->resize(size, 0);
@@ -329,14 +329,15 @@ TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
     }));
 }
 
-/// A red source that draws nothing by itself, in a frame, and a panel of half its size that shows it.
+/// A red source in a frame, which draws nothing by itself, and a panel of half its size that shows the
+/// source.
 class MirrorOfAFramedWindowTest : public WindowPresenterTest {
   protected:
     static constexpr std::uint32_t red = 0xcc2020;
     static constexpr std::uint32_t green = 0x20a040;
 
     void SetUp() override {
-        const std::uint32_t none = XCB_BACK_PIXMAP_NONE; // Else the server would draw for it.
+        const std::uint32_t none = XCB_BACK_PIXMAP_NONE; // Or else the server would draw the background.
         xcb_change_window_attributes(client.xcb(), source, XCB_CW_BACK_PIXMAP, &none);
         xcb_reparent_window(client.xcb(), source, frame, 0, 0);
         fill(source, red, {0, 0, 400, 300});
@@ -361,7 +362,7 @@ TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
     client.sync();
     presenter->resize({240, 180}, 0);
     EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
-    // What lay over the picture leaves no trace, although the window cannot be read any more.
+    // An overlay leaves no trace, although the window cannot be read any more.
     for (const std::uint32_t colour : {0xffffffffU, 0U}) {
         presenter->setOverlay({{240, 180}, std::vector<std::uint32_t>(240 * 180, colour)});
         presenter->present();

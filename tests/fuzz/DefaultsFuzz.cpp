@@ -1,4 +1,4 @@
-// The bytes of a defaults file, which people edit, into the settings and back into a file.
+// Reads the settings from the bytes of a defaults file, which people edit, and writes them back to a file.
 
 #include "platform/foundation/PropertyListFile.h"
 #include "platform/foundation/UserDefaults.h"
@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto values = PropertyListFile::parse(fuzz::textOf(data, size));
     if (!values)
         return 0;
-    // What was read can be written, and is read as the same again.
+    // All values that were read can be written, and are read again as the same values.
     expect(PropertyListFile::write(filePath(), *values).empty());
     const auto again = PropertyListFile::read(filePath());
     expect(again.problem.empty() && again.values.size() == values->size());

@@ -1,4 +1,4 @@
-// Shortcuts as a defaults file gives them, and presses that come at any time, into the events of the system.
+// Registers the shortcuts of a defaults file, with presses at any time, and reads the hot-key events.
 
 #include "hotkeys/HotkeyManager.h"
 #include "platform/carbon/KeyCodes.h"
@@ -14,7 +14,7 @@ using namespace mirrolet;
 using namespace mirrolet::platform;
 using fuzz::expect;
 
-/// Small ones mostly: they are keys.
+/// Mostly small numbers, because those are key codes.
 std::uint32_t numberFrom(fuzz::Bytes& input) {
     const std::uint32_t first = input.byte();
     if (first < 250)

@@ -1,4 +1,4 @@
-// Nearly every input of a fuzzer is worth a line: the system log would be full of them.
+// Replaces the log, because nearly every input of a fuzzer would write a line to the system log.
 
 #include "platform/foundation/NSLog.h"
 

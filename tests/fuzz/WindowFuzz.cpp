@@ -1,4 +1,4 @@
-// Properties of a window, written by a client that may be anything, into a row of the window list.
+// Makes a row of the window list from the properties of a window, which any client may write.
 
 #include "platform/desktop/x11/windows/WindowDescription.h"
 #include "platform/desktop/x11/windows/WindowText.h"
@@ -25,8 +25,8 @@ Atoms atomsOfNoServer() {
     return atoms;
 }
 
-/// Takes the input apart: for each property a byte for type, format and whether it was cut, one for its
-/// length.
+/// Makes the properties from the input. Each has one byte for type, format and whether it was cut, and one
+/// byte for its length.
 class Input : public mirrolet::fuzz::Bytes {
   public:
     using Bytes::Bytes;

@@ -1,14 +1,14 @@
-// Compiled into the program and the tests of a sanitizer build: what those sanitizers shall not report. Only
-// what lies in libraries that are not built with them, with the reason. No library that calls much of our own
-// is named as a whole: its name would hide all that it calls.
+// Findings that the sanitizers shall not report, compiled into the program and the tests of a sanitizer
+// build. Each lies in a library that is not built with sanitizers, and has its reason here. A library that
+// calls much of our code is not named as a whole, because its name would hide all those calls.
 
 extern "C" {
 const char* __lsan_default_suppressions();
 const char* __tsan_default_suppressions();
 const char* __tsan_default_options();
 
-// Caches that live as long as the process and that their libraries never free; and a call of the status icon
-// that is on its way when the program ends.
+// Caches that their libraries never free, and a call of the status icon that may be on its way when the
+// program ends.
 const char* __lsan_default_suppressions() {
     return "leak:libfontconfig.so\n"
            "leak:libdbus-1.so\n"

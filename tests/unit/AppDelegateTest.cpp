@@ -20,7 +20,7 @@ constexpr desktop::WindowNumber callNumber = 77;
 constexpr desktop::WindowNumber editorWindow = 78;
 constexpr std::int32_t messengerPid = 4001;
 constexpr std::int32_t editorPid = 4002;
-// Option-Command-P and Option-Command-F by the place of the keys.
+// Option-Command-P and Option-Command-F, by the places of the keys.
 const desktop::fake::FakeHotKeys::Combination showHide{25, desktop::superModifier | desktop::altModifier};
 const desktop::fake::FakeHotKeys::Combination startClose{33, desktop::superModifier | desktop::altModifier};
 
@@ -94,7 +94,7 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     delegate->pipController->panel->closeButtonTapped();
     time.run();
     EXPECT_TRUE(delegate->activeSession);
-    entry(1).performAction(); // Refused as well.
+    entry(1).performAction(); // This one is refused as well.
     EXPECT_EQ(delegate->promptPanel, nullptr);
     press(showHide);
     EXPECT_EQ(mirrored(), std::nullopt);
@@ -108,13 +108,13 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
 
 TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
     launch();
-    press(startClose); // No window: silence.
+    press(startClose); // No alert without a window.
     EXPECT_FALSE(delegate->activeSession);
     callAppears();
     press(startClose);
     EXPECT_EQ(delegate->promptPanel, nullptr);
     EXPECT_FALSE(delegate->activeSession);
-    desktop.applications().setFrontmost(9999); // Owns no window: the largest of all is taken.
+    desktop.applications().setFrontmost(9999); // Owns no window, so the largest of all windows is taken.
     press(startClose);
     EXPECT_EQ(mirrored(), editorWindow);
     press(startClose);
@@ -123,9 +123,9 @@ TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
 
 TEST_F(AppDelegateTest, TheShowHideShortcutHidesAndShowsTheSamePanel) {
     launch();
-    press(showHide); // Without a session: nothing.
+    press(showHide); // No effect without a session.
     callAppears();
-    press(showHide); // With only a prompt: nothing.
+    press(showHide); // No effect on a prompt.
     accept();
     const auto panel = delegate->pipController->panel;
     press(showHide);
@@ -148,7 +148,7 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
     EXPECT_EQ(entry(0).title(), "Monitoring Active");
     callAppears();
     accept();
-    entry(0).performAction(); // Pausing during a call ends its mirror.
+    entry(0).performAction(); // A pause during a call ends its mirror.
     time.run();
     EXPECT_EQ(entry(0).title(), "Monitoring Paused");
     EXPECT_EQ(mirrored(), std::nullopt);

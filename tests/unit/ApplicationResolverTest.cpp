@@ -80,7 +80,7 @@ struct Case {
     const char* what;
     WindowClass window;
     ProcessFacts process;
-    const char* expected; ///< Empty: no entry.
+    const char* expected; ///< Empty for no entry.
 };
 
 TEST(ApplicationResolver, FindsTheEntryOfAWindow) {

@@ -12,12 +12,12 @@
 
 namespace mirrolet {
 
-/// A test on a scripted desktop and a clock of its own, with the settings of a first start. What a test adds
-/// to `atEnd` runs before the desktop is checked: there it lets go of what it made.
+/// A test with a scripted desktop, a clock of its own, and the settings of a first start. The steps in
+/// `atEnd` run before the desktop is checked for misuse. A test releases its objects there.
 class DesktopTest : public testing::Test {
   protected:
     DesktopTest() {
-        auto& store = SettingsStore::shared(); // One for all tests.
+        auto& store = SettingsStore::shared(); // The store is the same for all tests.
         store.setMonitoringScope(MonitoringScope::specificApps);
         store.setSelectedAppIdentifiers({"net.whatsapp.WhatsApp"});
         store.setPollInterval(2);

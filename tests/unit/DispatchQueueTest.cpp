@@ -40,7 +40,7 @@ bool loopUntil(const std::function<bool()>& condition) {
     return condition();
 }
 
-/// Waits until everything that was posted to the queue so far has run.
+/// Waits until all tasks that were posted to the queue have run.
 void drain(DispatchQueue& queue) {
     std::promise<void> done;
     queue.async([&done] { done.set_value(); });
@@ -162,7 +162,7 @@ TEST(SerialQueue, ATimerIsCancelledFromAnyThreadWhileItFires) {
     while (firings < 3 && Clock::now() < end)
         std::this_thread::yield();
     timer->cancel();
-    drain(queue); // One may have been running.
+    drain(queue); // One firing may have been running.
     const int last = firings;
     EXPECT_GE(last, 3);
     std::promise<void> later;

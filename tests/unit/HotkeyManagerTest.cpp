@@ -18,7 +18,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-// Option-Command-P and -F, as stored and as the keyboard has them.
+// Option-Command-P and Option-Command-F, as stored and as key codes of the keyboard.
 constexpr std::uint32_t keyP = 35;
 constexpr std::uint32_t keyF = 3;
 constexpr std::uint32_t optionCommand = 2304;
@@ -35,7 +35,7 @@ class HotkeyManagerTest : public DesktopTest {
         atEnd.emplace_back([this] { manager = nullptr; });
     }
 
-    /// What registering says.
+    /// The log of a registration.
     std::string registered(HotkeyID id, std::uint32_t key, std::uint32_t modifiers) {
         testing::internal::CaptureStderr();
         manager->registerHotkey(id, key, modifiers);
@@ -90,7 +90,8 @@ TEST_F(HotkeyManagerTest, AShortcutThatCannotBeHadIsSaidOnceAndHoldsNothing) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
-        manager->registerHotkey(HotkeyID::togglePiPVisibility, 49, 0); // What it had before goes in any case.
+        manager->registerHotkey(HotkeyID::togglePiPVisibility, 49,
+                                0); // The former shortcut is released in any case.
         EXPECT_EQ(registered(HotkeyID::togglePiPVisibility, row.key, row.modifiers), failure(1, row.status));
         EXPECT_THAT(desktop.hotKeys().held(), ElementsAre(pressF));
     }
@@ -176,7 +177,7 @@ TEST(KeyCodes, EveryKeyHasOneCodeThatLeadsBackToIt) {
 }
 
 TEST(KeyCodes, ThePlacesOfTheCommonKeysAreThoseOfTheStandardKeyboard) {
-    // A letter at each end of each row, and what the recorder and the shortcuts rely on.
+    // The letters at both ends of each row, and the keys of the recorder and of the default shortcuts.
     const std::map<std::uint32_t, std::uint32_t> evdevByVirtual = {
         {12, 16},   {35, 25},   {0, 30},    {37, 38},   {6, 44},    {46, 50},   {3, 33},   {18, 2},
         {29, 11},   {36, 28},   {48, 15},   {49, 57},   {51, 14},   {53, 1},    {122, 59}, {111, 88},

@@ -18,7 +18,7 @@ namespace {
 
 using harness::Sandbox;
 
-/// A home and a system folder that the scan takes for the machine's own.
+/// A home and a system folder that the scan reads instead of the machine's own.
 class InstalledAppTest : public testing::Test {
   protected:
     InstalledAppTest() {

@@ -27,7 +27,7 @@ TEST(ObservableObjectPublisher, CallsSubscribersInOrderUntilTheyCancel) {
     AnyCancellable third;
     third = publisher.sink([&] {
         calls.emplace_back("third");
-        third.cancel(); // Its own function is still running.
+        third.cancel(); // While its own function runs.
         calls.emplace_back("third goes on");
     });
     publisher.send();

@@ -54,7 +54,7 @@ TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropp
     panel->closeButtonTapped();
     EXPECT_FALSE(controller->isRunning());
     EXPECT_EQ(controller->panel, nullptr);
-    EXPECT_TRUE(panel->isVisible()); // It closes on the next turn.
+    EXPECT_TRUE(panel->isVisible()); // The panel closes on the next turn.
     time.run();
     EXPECT_FALSE(panel->isVisible());
     const int captures = desktop.capture().captures(callWindow);

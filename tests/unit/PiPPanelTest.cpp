@@ -17,7 +17,7 @@ using namespace platform;
 
 constexpr desktop::WindowNumber callWindow = 77;
 
-/// Sends pointer events to the panel's native window, at positions from the main screen's top-left corner.
+/// Sends pointer events to the panel's native window. Positions count from the main screen's top-left corner.
 class Pointer {
   public:
     explicit Pointer(QWindow& target) : window(target) {}
@@ -73,7 +73,7 @@ TEST_F(PiPPanelTest, AMoveFollowsThePointerAndIsNotClamped) {
     pointer.drag(start + QPointF(-5000, 0));
     EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
     pointer.release(start);
-    pointer.drag(start + QPointF(10, 10)); // The press of this one never came.
+    pointer.drag(start + QPointF(10, 10)); // A drag without a press.
     EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
 }
 
@@ -88,7 +88,7 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
     EXPECT_EQ(panel->resizeHandle->frame(), (NSRect{{136, 0}, {24, 24}}));
     EXPECT_EQ(panel->contentView()->trackingAreas().size(), 1u);
-    for (const double step : {-70.0, -70.0, -70.0}) // Ends at 50 and stays there.
+    for (const double step : {-70.0, -70.0, -70.0}) // The first two make the panel smaller, down to 50.
         pointer.drag(grip + QPointF(step, step) * 2);
     EXPECT_EQ(panel->frame(), (NSRect{{200, 330}, {50, 50}}));
     pointer.release(grip);
@@ -133,7 +133,7 @@ TEST_F(PiPPanelTest, TheCloseButtonAsksOnceAndIsNotADrag) {
     EXPECT_EQ(asked, 1);
     EXPECT_FALSE(panel->dragOrigin);
     pointer.press(button);
-    pointer.release(native().position() + QPoint(60, 60)); // Let go outside: a change of mind.
+    pointer.release(native().position() + QPoint(60, 60)); // A release outside of the button does not close.
     EXPECT_EQ(asked, 1);
 }
 
@@ -148,7 +148,7 @@ TEST_F(PiPPanelTest, TheCloseButtonFadesInUnderThePointerAndOutAgain) {
     EXPECT_EQ(panel->closeButton->alphaValue(), 0);
     pointer.enter(native().position() + QPoint(50, 40));
     EXPECT_EQ(waitForAlpha(1), 1);
-    panel->setFrame({{200, 300}, {120, 90}}, true); // Comes and goes under the pointer: not a new entry.
+    panel->setFrame({{200, 300}, {120, 90}}, true); // Moves the panel under a pointer that stays inside.
     EXPECT_EQ(panel->closeButton->alphaValue(), 1);
     pointer.leave();
     EXPECT_EQ(waitForAlpha(0), 0);
@@ -164,7 +164,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     }
     EXPECT_EQ(presented().picture, image);
     EXPECT_EQ(presented().pictureTarget, (desktop::PixelRect{0, 15, 100, 50}));
-    EXPECT_EQ(presented().picturesSet, 2); // None at first, then this one, once.
+    EXPECT_EQ(presented().picturesSet, 2); // No picture at first, then this one, once.
     EXPECT_EQ(presented().overlaysSet, overlays);
     EXPECT_EQ(presented().background, 0xff000000u);
     EXPECT_EQ(presented().cornerRadius, 10);
@@ -179,11 +179,11 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
 
     const auto& overlay = presented().overlay;
     const auto pixel = [&](int x, int y) { return overlay.pixels[static_cast<std::size_t>(y) * 100 + x]; };
-    EXPECT_EQ(pixel(50, 40), 0u);           // Nothing over the picture,
-    EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // the border in white at a quarter,
-    EXPECT_EQ(pixel(14, 14), 0u);           // no close button until the pointer comes,
-    EXPECT_GT(pixel(92, 72) >> 24, 100u);   // a stroke of the grip,
-    EXPECT_EQ(pixel(96, 75), 0u);           // and nothing where its first segment has no length.
+    EXPECT_EQ(pixel(50, 40), 0u);           // Empty over the picture.
+    EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // The border, white with an alpha of a quarter.
+    EXPECT_EQ(pixel(14, 14), 0u);           // No close button before the pointer comes.
+    EXPECT_GT(pixel(92, 72) >> 24, 100u);   // A stroke of the grip.
+    EXPECT_EQ(pixel(96, 75), 0u);           // The first segment of the grip has no length.
 }
 
 TEST_F(PiPPanelTest, ALevelOnTheOtherSideOfNormalGetsAWindowOfTheOtherKind) {

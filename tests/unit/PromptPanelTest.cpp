@@ -90,7 +90,7 @@ TEST_F(PromptPanelTest, AnswersOnceWhateverComesFirstAndIsClosedThen) {
         EXPECT_EQ(answers, expected);
         EXPECT_EQ(panel->isVisible(), !ends);
         if (ends) {
-            time.advance(60); // nothing comes late
+            time.advance(60); // No second answer comes later.
             EXPECT_EQ(answers, expected);
         }
     }
@@ -105,7 +105,7 @@ TEST_F(PromptPanelTest, TakesTheTimeOutOfTheMomentItIsShownAndAsksAnewWhenShownA
     EXPECT_EQ(answers, "declined;");
     show();
     time.advance(29);
-    show(); // arms a new time-out in the place of the old one
+    show(); // Starts a new time-out in the place of the old one.
     time.advance(29);
     EXPECT_EQ(answers, "declined;");
     time.advance(1);

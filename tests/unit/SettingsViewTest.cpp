@@ -71,7 +71,7 @@ class SettingsViewTest : public DesktopTest {
 TEST_F(SettingsViewTest, EveryControlShowsTheStoreAndWritesToItAtOnce) {
     find<QCheckBox>("Start monitoring when app launches").click();
     EXPECT_FALSE(store.startMonitoringOnLaunch());
-    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // as assistive software does
+    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // As assistive software does.
     EXPECT_FALSE(store.pipAlwaysOnTop());
     find<QRadioButton>("Check All Windows").click();
     EXPECT_EQ(store.monitoringScope(), MonitoringScope::allWindows);
@@ -87,7 +87,7 @@ TEST_F(SettingsViewTest, PickersOfferTheirChoicesInOrder) {
     struct Case {
         const char* label;
         std::vector<std::string> choices;
-        std::vector<std::function<bool()>> held; ///< After choosing each of them.
+        std::vector<std::function<bool()>> held; ///< True after the choice of the entry at the same index.
     };
     const auto poll = [this](double value) {
         return [this, value] { return store.pollInterval() == value; };
@@ -146,7 +146,7 @@ TEST_F(SettingsViewTest, ScansEachTimeTheTabShowsWithTheSearchFieldUsableMeanwhi
     root().findChild<QTabBar*>()->setCurrentIndex(0);
     openPiPTab();
     EXPECT_TRUE(says("Scanning installed apps…"));
-    hosting.reset(); // the result of this scan finds nobody
+    hosting.reset(); // Nobody waits for the result of this scan.
     time.run();
 }
 

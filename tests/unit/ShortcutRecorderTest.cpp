@@ -39,7 +39,7 @@ class ShortcutRecorderTest : public DesktopTest {
     }
 
     static void click(QWidget& on) { QTest::mouseClick(&on, Qt::LeftButton); }
-    /// A key by its place (evdev code), and what the layout makes of it.
+    /// Sends a key by its place (evdev code), with its meaning in the layout.
     static void press(std::uint32_t evdevCode, int key, Qt::KeyboardModifiers modifiers,
                       bool repeated = false) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers, evdevCode + 8, 0, 0, QString(), repeated);

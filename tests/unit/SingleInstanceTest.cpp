@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 class SingleInstanceTest : public testing::Test {
   protected:
-    /// A start in another thread, as the first instance answers on this one.
+    /// A second start, in another thread, because the first instance answers on this one.
     Start startAgain(const std::string& where) {
         auto started = std::async(std::launch::async, [&] { return SingleInstance().claim(where, 10s); });
         while (started.wait_for(1ms) != std::future_status::ready)
@@ -25,7 +25,7 @@ class SingleInstanceTest : public testing::Test {
         return started.get();
     }
 
-    /// No display of that number exists, and no other test run uses it.
+    /// A display number that no display and no other test run uses.
     const std::string display = ":test-" + std::to_string(getpid());
     int activations = 0;
 };

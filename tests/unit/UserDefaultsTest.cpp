@@ -44,7 +44,7 @@ TEST_F(UserDefaultsTest, ValuesOfEveryTypeAndUnknownKeysOutliveTheProcess) {
     put(R"({"mine": {"deep": [1, null, "x"]}, "half": 1})");
     const std::pair<const char*, PropertyList> values[] = {
         {"boolean", true},
-        {"integer", std::int64_t{9007199254740993}}, // One more than a double can tell.
+        {"integer", std::int64_t{9007199254740993}}, // A double would round this number.
         {"half", 0.5},
         {"text", "é\n\"𝄞"},
         {"array", PropertyList::Array{"a", false}},
@@ -121,7 +121,7 @@ TEST_F(UserDefaultsTest, ABrokenFileIsSetAsideAsItIsAndSaidInOneLine) {
 }
 
 TEST_F(UserDefaultsTest, AFolderThatCannotBeWrittenIsSaidOnceAndTriedAgain) {
-    // A file in the folder's place stops every user, root too.
+    // A file in the folder's place. No user can write below a file, not even root.
     const auto obstacle = folder.path() + "/sub";
     QFile file(obstacle);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

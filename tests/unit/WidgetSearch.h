@@ -9,7 +9,7 @@
 
 namespace mirrolet {
 
-/// The widget of a type that assistive software knows by this name; a failure if there is not exactly one.
+/// The widget of this type and accessible name. The test fails if there is not exactly one.
 template <class Widget> Widget& named(QWidget& root, const std::string& name) {
     Widget* result = nullptr;
     int found = 0;

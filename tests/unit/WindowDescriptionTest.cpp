@@ -35,7 +35,7 @@ struct Title {
     const char* what;
     Property netName;
     Property name;
-    const char* expected; ///< nullptr: none.
+    const char* expected; ///< nullptr for no title.
 };
 
 TEST(WindowDescription, ReadsTitlesInEveryEncoding) {

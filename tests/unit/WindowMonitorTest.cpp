@@ -72,7 +72,7 @@ struct SearchRow {
     std::vector<WindowRow> windows;
     std::set<std::string> selected;
     std::optional<std::int32_t> frontmost;
-    std::uint32_t expected; ///< 0 for none.
+    std::uint32_t expected; ///< 0 for no window.
     bool isLikelyCall;
 };
 

@@ -4,8 +4,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-// One application object for all tests, on a platform without a display, and a home of its own, so that no
-// test reads or writes the user's settings.
+// Makes the one application object of all tests, on a Qt platform without a display. The tests have a home
+// directory of their own, so that they do not read or write the user's settings.
 int main(int argc, char** argv) {
     const QTemporaryDir home;
     qputenv("HOME", home.path().toLocal8Bit());
@@ -14,7 +14,8 @@ int main(int argc, char** argv) {
     qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    // Made on this thread, as in the program: the thread sanitizer cannot see how Qt hands it over.
+    // Made on this thread, as in the program, because the thread sanitizer cannot see how Qt hands objects to
+    // another thread.
     mirrolet::platform::dispatch::ExecutorSource::current().main();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

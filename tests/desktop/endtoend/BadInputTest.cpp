@@ -1,5 +1,5 @@
-// Clients that do what no decent client does, in front of the real program: the mirror stays alive. What it
-// costs is printed; it is judged by hand, as a figure of a loaded machine says nothing.
+// Hostile clients beside the real program. The mirror stays alive. The cost is only printed, because a figure
+// from a loaded machine proves nothing.
 
 #include "tests/desktop/endtoend/EndToEndTest.h"
 #include "tests/desktop/harness/ProcessorTime.h"
@@ -15,10 +15,10 @@ namespace {
 
 using namespace harness;
 
-/// Does one thing over and over, on a connection and a thread of its own, until it ends.
+/// Repeats one step, on a connection and a thread of its own, until the destructor ends the thread.
 class RudeClient {
   public:
-    /// `step` is given the client and the number of the round; `perSecond` rounds are done.
+    /// Calls `step` with the client and the number of the round, `perSecond` times a second.
     RudeClient(const XServer& server, int perSecond, std::function<void(XClient&, unsigned)> step)
         : client(server), thread([this, perSecond, step = std::move(step)] {
               auto due = std::chrono::steady_clock::now();
@@ -57,10 +57,10 @@ void resize(XClient& client, xcb_window_t window, std::uint32_t width, std::uint
 
 class TheMirrorOf : public EndToEndTest {
   protected:
-    /// A real window manager would be what is measured.
+    /// Without a window manager, which would cost more than the program.
     TheMirrorOf() : EndToEndTest(WindowManagerKind::none) {}
 
-    /// The window list is read ten times a second meanwhile.
+    /// Mirrors a detected call. The window list is read ten times a second meanwhile.
     void detect(const std::string& defaults = {}) {
         start(defaults);
         call = showCall();
@@ -70,7 +70,7 @@ class TheMirrorOf : public EndToEndTest {
         awaitColour(panel, blue);
     }
 
-    /// Of any window, even one that would be no call.
+    /// Mirrors a window by the shortcut, even one that is no call.
     void choose() {
         startQuiet();
         call = showCall();
@@ -109,7 +109,7 @@ TEST_F(TheMirrorOf, AWindowWithATitleOfAMegabyteStaysAlive) {
     detect();
     setTitle(client, call->window(), std::string(1'000'000, 'x').append(" video call"));
     expectAlive();
-    const RudeClient rude(server, 60, [window = call->window()](XClient& own, unsigned round) {
+    const HostileClient hostile(server, 60, [window = call->window()](XClient& own, unsigned round) {
         setTitle(own, window, std::string(1'000'000, static_cast<char>('a' + round % 26)));
     });
     expectAlive();
@@ -119,13 +119,13 @@ TEST_F(TheMirrorOf, AWindowWithATitleOfAMegabyteStaysAlive) {
 TEST_F(TheMirrorOf, AWindowAmongThousandsStaysAlive) {
     const char* wanted = std::getenv("MIRROLET_MANY_WINDOWS");
     const int count = wanted == nullptr ? 10000 : std::atoi(wanted);
-    // By hand at the pace that the program has by itself.
+    // By hand, with the default poll interval.
     detect(wanted == nullptr ? "" : R"("pollInterval": 2)");
     for (int i = 0; i < count; ++i) {
         const auto window = xcb_generate_id(client.xcb());
         xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 900, 10, 200, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        // Each below those before it, where nothing of it is seen: a server maps ten thousand in no time.
+        // Each below the windows before it and fully obscured, so that the server maps ten thousand fast.
         const std::uint32_t below = XCB_STACK_MODE_BELOW;
         xcb_configure_window(client.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
         xcb_map_window(client.xcb(), window);
@@ -149,7 +149,7 @@ TEST_F(TheMirrorOf, AWindowOfOddSizesStaysAlive) {
 TEST_F(TheMirrorOf, AWindowThatIsResizedOnEveryFrameStaysAlive) {
     detect();
     {
-        const RudeClient rude(server, 60, [window = call->window()](XClient& own, unsigned round) {
+        const HostileClient hostile(server, 60, [window = call->window()](XClient& own, unsigned round) {
             resize(own, window, 400 + round % 2 * 100, 400 + round % 2 * 100);
         });
         expectAlive();
@@ -175,7 +175,7 @@ TEST_F(TheMirrorOf, AWindowWhosePropertiesAndPicturesFloodStaysAlive) {
                  context = xcb_generate_id(own.xcb());
                  xcb_create_gc(own.xcb(), context, window, 0, nullptr);
              }
-             for (unsigned i = 0; i < 1000; ++i) { // Left of the middle, which is looked at.
+             for (unsigned i = 0; i < 1000; ++i) { // Left of the middle, where the test reads the colour.
                  const xcb_rectangle_t dot{static_cast<std::int16_t>((round * 7 + i) % 100),
                                            static_cast<std::int16_t>(i * 13 % 400), 1, 1};
                  xcb_poly_fill_rectangle(own.xcb(), window, context, 1, &dot);
@@ -184,7 +184,7 @@ TEST_F(TheMirrorOf, AWindowWhosePropertiesAndPicturesFloodStaysAlive) {
     };
     for (const auto& [what, step] : floods) {
         SCOPED_TRACE(what);
-        const RudeClient rude(server, 60, step);
+        const HostileClient hostile(server, 60, step);
         expectAlive();
         printCost(what);
     }

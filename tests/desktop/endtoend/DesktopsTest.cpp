@@ -20,7 +20,7 @@ std::vector<WindowManagerKind> windowManagers() {
 
 constexpr auto restTime = std::chrono::milliseconds(600);
 
-/// Goes the whole road on one desktop and writes down what holds: the rows of the table in docs/desktops.md.
+/// Runs prompt and mirror on one desktop, and writes the results as a row of the table in docs/desktops.md.
 class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<WindowManagerKind> {
   protected:
     EveryDesktop() : EndToEndTest(GetParam()) {}
@@ -38,7 +38,7 @@ class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<Win
     }
 
     void giveKeyboard(const CallWindow& window) {
-        // i3 gives the focus with the time of the last input that it saw, and the server ignores one that is
+        // i3 sets the focus with the time of the last input that it saw. The server ignores a time that is
         // older than the prompt's.
         pointer.move(300, 300);
         pointer.move(2, 2);
@@ -66,11 +66,11 @@ class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<Win
         return window;
     }
 
-    /// False where there are no desktops.
+    /// False without a window manager, because then there are no desktops.
     bool switchToDesktop(std::uint32_t index) {
         if (GetParam() == WindowManagerKind::none)
             return false;
-        if (GetParam() == WindowManagerKind::i3) { // Makes them when they are gone to, and not by message.
+        if (GetParam() == WindowManagerKind::i3) { // Makes a desktop only when one switches to it.
             ChildProcess({.command = {"i3-msg", "workspace", std::to_string(index + 1)},
                           .environment = server.with(Sandbox().environment())})
                 .waitForExit();
@@ -94,12 +94,12 @@ class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<Win
                facts.hasState(window, "_NET_WM_STATE_SKIP_TASKBAR");
     }
 
-    /// `presses` of them faster than any window manager answers; an odd number.
+    /// Presses the shortcut faster than any window manager answers. `presses` is odd.
     void hideAndShow(int presses) {
         for (int times = 0; times < presses; ++times)
             pressVisibilityShortcut();
-        // For a while, as nothing is shown between two of them either: a later one would end the drag that
-        // follows.
+        // Waits for a while, because the mirror is also hidden between two presses, and a later press would
+        // end the drag that follows.
         require("the last of them has hidden it", [this] { return nothingAppears(); });
         pressVisibilityShortcut();
     }
@@ -115,7 +115,7 @@ TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
                                     .place = {0, 0, 1270, 780},
                                     .type = "_NET_WM_WINDOW_TYPE_DIALOG"});
     giveKeyboard(notes);
-    auto call = showCall(); // Some managers give it the keyboard.
+    auto call = showCall(); // Some window managers give it the focus.
     const auto isBack = [&] { return keyboardIsBackAt(notes) || keyboardIsBackAt(*call); };
     const auto hasKeyboard = [this] { return program->prompt(facts) == facts.focus(); };
     require("the prompt is there", [this] { return program->prompt(facts).has_value(); });
@@ -130,8 +130,8 @@ TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
     keyboard.stroke({key::returnKey});
     note("Return opens the mirror and gives it back", [&] { return shows(blue) && isBack(); });
 
-    // By the shortcut and without monitoring, because i3 unmaps the call behind the full-screen window, and
-    // it would count as ended.
+    // Opened by the shortcut and without monitoring. With monitoring, the call would count as ended, because
+    // i3 unmaps the call behind the full-screen window.
     program.reset();
     startQuiet();
     giveKeyboard(*call);
@@ -155,7 +155,7 @@ TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
     hideAndShow(5);
     note("hidden and shown by its shortcut", [&] { return shows(orange); });
     const xcb_window_t shown = *panel();
-    const Box before = facts.box(shown); // Not the same everywhere: some managers have a bar of their own.
+    const Box before = facts.box(shown); // Depends on the window manager, because some have a bar.
     pointer.drag(before.x + 50, before.y + 50, 600, 300);
     require("the panel is where it was dragged to", [&] {
         return facts.box(shown) == Box{550, 250, 100, 100};
@@ -185,7 +185,7 @@ TEST_P(EveryDesktop, CarriesAMirrorAmongOrdinaryWindows) {
     note("in front without the focus, in no task list", isAsItShould);
     hideAndShow(5);
     note("hidden and shown by its shortcut", isAsItShould);
-    if (GetParam() != WindowManagerKind::i3) { // Tiles the others and keeps every floating window above them.
+    if (GetParam() != WindowManagerKind::i3) { // i3 tiles the others and keeps floating windows above.
         const auto other = showWindow(
             {.title = "Notes", .wmClass = "Editor", .place = nearlyAll, .colour = colourName(green)});
         EXPECT_TRUE(waitUntil([&] { return facts.isAbove(other->window(), *panel()); }));
@@ -292,7 +292,7 @@ TEST_F(OneDesktop, IsTheSameAtEveryScaleFactor) {
 }
 
 TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
-    // A smaller one at the left, lower than the main one.
+    // A smaller monitor at the left, lower than the main one.
     xrandr({"--setmonitor", "*Main", "800/211x700/185+480+0", "screen"});
     xrandr({"--setmonitor", "Side", "480/127x600/158+0+200", "none"});
     const auto call = showCall();
@@ -317,7 +317,8 @@ TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
     EXPECT_TRUE(comesTo(480, 456)) << "not back on the monitor that is left";
 
     xrandr({"--setmonitor", "*New", "400/106x300/79+0+400", "none"});
-    pressVisibilityShortcut(); // A drag that the news came in between would end elsewhere.
+    pressVisibilityShortcut(); // A change of the screens in the middle of a drag would end the drag
+                               // elsewhere.
     awaitNothing();
     pressVisibilityShortcut();
     awaitPanel();

@@ -17,8 +17,8 @@
 
 namespace mirrolet {
 
-/// A desktop with the real program on it. Steps that do not happen throw, which fails the test with what was
-/// awaited.
+/// A desktop with the real program. A step that does not happen throws, which fails the test with the name of
+/// the step.
 class EndToEndTest : public testing::Test {
   protected:
     static constexpr std::uint32_t blue = 0x2040c0;
@@ -30,13 +30,12 @@ class EndToEndTest : public testing::Test {
                           const harness::XServer::Options& screen = {});
     void TearDown() override;
 
-    /// Starts the program with these defaults on top of a short poll interval; returns when its shortcuts
-    /// work.
+    /// Starts the program with these defaults and a short poll interval. Returns when the shortcuts work.
     void start(const std::string& defaults = {});
-    /// Without monitoring: only shortcuts open something.
+    /// Starts the program without monitoring, so that only shortcuts open a mirror.
     void startQuiet(const std::string& defaults = {});
 
-    /// A still window of one colour, which has the keyboard.
+    /// Shows a still window of one colour, which has the focus.
     std::unique_ptr<harness::CallWindow> showCall(std::uint32_t colour = blue);
     std::unique_ptr<harness::CallWindow> showWindow(const harness::CallWindow::Options& options);
     void giveKeyboardTo(const harness::CallWindow& window);
@@ -44,10 +43,10 @@ class EndToEndTest : public testing::Test {
     xcb_window_t awaitPrompt();
     xcb_window_t awaitPanel();
     void awaitNothing();
-    /// True if neither prompt nor mirror was seen for several polls.
+    /// Whether neither a prompt nor a mirror is seen during several polls.
     bool nothingAppears();
     bool nothingShown();
-    /// Show a call, accept.
+    /// Accepts the prompt for the call, and waits until the mirror shows the colour.
     xcb_window_t openMirror(const harness::CallWindow& call, std::uint32_t colour = blue);
 
     void pressFrontmostShortcut() {
@@ -56,7 +55,7 @@ class EndToEndTest : public testing::Test {
     void pressVisibilityShortcut() {
         keyboard.stroke({harness::key::leftSuper, harness::key::leftAlt, harness::key::p});
     }
-    /// By another client than the test; the modifiers are X masks.
+    /// Whether another client has grabbed the key. The modifiers are X masks.
     bool isGrabbed(int evdevCode, int modifiers = superAlt) {
         return isGrabbed(client, evdevCode, modifiers);
     }

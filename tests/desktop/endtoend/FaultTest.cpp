@@ -13,7 +13,8 @@ namespace {
 using namespace harness;
 using namespace std::chrono_literals;
 
-/// A session in which something else ends. The mirror goes on, the shortcuts work, and nobody complains.
+/// Sessions during which another program ends. The mirror goes on, the shortcuts work, and the log stays
+/// empty.
 class AMirror : public EndToEndTest {
   protected:
     void open() {
@@ -96,7 +97,7 @@ TEST_F(AMirror, OutlivesTheSessionBus) {
     EXPECT_EQ(program->child().waitForExit(), 0);
 }
 
-/// As when the machine sleeps. By hand, as long as one likes: MIRROLET_PAUSE_SECONDS=60
+/// Stops the program, as when the machine sleeps. By hand, as long as wanted: MIRROLET_PAUSE_SECONDS=60
 TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
     start(R"("pollInterval": 0.05, "promptTimeout": 1)");
     call = showCall();
@@ -114,7 +115,7 @@ TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
 }
 
 #ifdef FAKETIME_LIBRARY
-/// Set by hand or over the network. Here the program alone has another wall clock.
+/// People and time servers set the clock. In this test only the program sees the other time.
 TEST_F(AMirror, DoesNotMindAClockThatJumps) {
     const auto home = std::make_shared<Sandbox>();
     const auto clock = home->write("clock", "+0");

@@ -17,7 +17,7 @@ std::ptrdiff_t lineCount(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n');
 }
 
-/// Ended by itself with a failure, not by a crash.
+/// Whether the program ended with a failing status, and not by a crash.
 void expectRefusal(Program& program) {
     const auto status = program.child().waitForExit();
     ASSERT_TRUE(status.has_value()) << "still running";
@@ -88,7 +88,7 @@ TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
     program.awaitPrompt(facts);
     EXPECT_THAT(program.log(), HasSubstr("COMPOSITE"));
     Keyboard(client).stroke({key::returnKey});
-    // The question about access, which is as broad as its text.
+    // The permission alert, which is as wide as its text.
     require("the alert is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
     Keyboard(client).stroke({key::escape});
     require("the alert is gone", [&] { return program.windows(facts).empty(); });

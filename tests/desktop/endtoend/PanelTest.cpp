@@ -53,7 +53,7 @@ TEST_F(APanel, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
     clickCloseButton(panel);
     awaitNothing();
 
-    // The session goes on without a panel: no prompt for a call, until the call has ended.
+    // The session goes on without a panel, so the call is not offered again.
     auto call = showCall();
     EXPECT_TRUE(nothingAppears());
     call.reset();
@@ -63,7 +63,7 @@ TEST_F(APanel, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
 }
 
 TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
-    // A plain colour of the root window is not shown by a compositing manager.
+    // A compositing manager does not show the root window's colour.
     CallWindow::Options everywhere;
     everywhere.colour = colourName(orange);
     everywhere.place = {0, 0, 1280, 800};
@@ -72,7 +72,7 @@ TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
     startQuiet();
     const auto call = showCall();
     const Box box = facts.box(openMirror(*call));
-    // The ground, or that with a shadow on it.
+    // The ground, with or without a shadow.
     const auto isRound = [&] { return facts.pixel(box.x, box.y) >> 16 > 0x80; };
     EXPECT_TRUE(waitUntil(isRound)) << "at the start, without";
     auto compositor = std::make_unique<Picom>(server);

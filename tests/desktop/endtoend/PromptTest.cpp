@@ -7,18 +7,18 @@ using namespace harness;
 
 class APrompt : public EndToEndTest {};
 
-TEST_F(APrompt, IsShownForACallWithoutTakingMoreThanTheKeyboard) {
+TEST_F(APrompt, IsShownForACallAndTakesOnlyTheFocus) {
     start();
     const auto other = showWindow({.title = "Notes", .wmClass = "Editor"});
     const auto call = showCall();
     giveKeyboardTo(*other);
     const xcb_window_t prompt = awaitPrompt();
     const Box box = facts.box(prompt);
-    // In the middle, lifted by a tenth of the screen's height.
+    // In the middle, raised by a tenth of the screen's height.
     EXPECT_EQ(box, (Box{460, 240, 360, 160}));
     EXPECT_TRUE(facts.isAbove(prompt, call->window()));
 
-    // What is typed goes to the prompt alone, and the keyboard goes back when it is answered.
+    // Keys go only to the prompt, and the focus goes back after the answer.
     keyboard.stroke({key::escape});
     awaitNothing();
     require("the keyboard is back", [&] { return facts.focus() == other->window(); });
@@ -34,7 +34,7 @@ TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     call.reset();
     awaitNothing();
 
-    // Not before a look at the windows has found none, as the next call is otherwise the same one.
+    // After a poll without a call, because otherwise the next call would be the same one.
     ASSERT_TRUE(nothingAppears());
     const auto next = showCall(green);
     awaitPrompt();
@@ -77,7 +77,7 @@ TEST_F(APrompt, AnswersToThePointer) {
     auto call = showCall();
     struct Row {
         const char* button;
-        int x; // Within the prompt; the buttons stand side by side in its lower part.
+        int x; // In the prompt, whose buttons are side by side in its lower part.
         bool opensMirror;
     };
     for (const Row& row : {Row{"Not Now", 125, false}, Row{"Enable PiP", 230, true}}) {
@@ -95,7 +95,7 @@ TEST_F(APrompt, AnswersToThePointer) {
     }
 }
 
-/// Windows of one process, as a browser opens them for itself and for its web applications.
+/// One process shows several windows, as a browser does for itself and for its web applications.
 TEST_F(APrompt, IsShownForAWatchedWebApplicationAndNotForTheBrowserBesideIt) {
     const auto showOne = [this](const std::string& instance, std::int16_t side, std::uint32_t colour) {
         const auto window = xcb_generate_id(client.xcb());

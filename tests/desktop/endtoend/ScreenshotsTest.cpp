@@ -20,10 +20,10 @@ void PrintTo(const Look& look, std::ostream* out) {
     *out << look.name;
 }
 
-/// No test, but the pictures for a reader: scripts/screenshots runs it. It fails if a step does not happen.
+/// Makes the pictures of the pages, for scripts/screenshots. Fails if a step does not happen.
 class DISABLED_Screenshots : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:
-    static constexpr int manyEntries = 6000; ///< Enough for a scan that is seen.
+    static constexpr int manyEntries = 6000; ///< Enough to see the scan.
 
     DISABLED_Screenshots() : SettingsSteps({.width = 2560, .height = 1600}) {
         environment["QT_SCALE_FACTOR"] = std::to_string(GetParam().scale);
@@ -37,7 +37,7 @@ class DISABLED_Screenshots : public SettingsSteps, public testing::WithParamInte
             addApplication(names[index], index);
     }
 
-    /// A desktop with dark colours, as the toolkit reads them there.
+    /// The settings of a desktop with dark colours, as Qt reads them.
     void makeDark() {
         environment["XDG_CURRENT_DESKTOP"] = "KDE";
         environment["KDE_SESSION_VERSION"] = "5";

@@ -7,8 +7,8 @@
 
 namespace mirrolet {
 
-/// The program with its settings window open. Controls are found as assistive software finds them, and worked
-/// by pointer and keys.
+/// The program with an open settings window. Tests find the controls as assistive software does, and operate
+/// them by pointer and keys.
 class SettingsSteps : public EndToEndTest {
   protected:
     using Element = harness::ScreenReader::Element;
@@ -19,20 +19,20 @@ class SettingsSteps : public EndToEndTest {
 
     /// Starts the program with these defaults and shows its settings by a second start.
     void openSettings(const std::string& defaults = R"("startMonitoringOnLaunch": false)");
-    /// What `mirrolet` gives when it is started once more.
+    /// The exit status of a further start of `mirrolet`.
     int startOnceMore();
     std::optional<xcb_window_t> titled(const std::string& title);
     xcb_window_t awaitWindow(const std::string& title = "Mirrolet Settings");
-    /// Its two tabs are "General" and "PiP".
+    /// Selects a tab, "General" or "PiP".
     void choosePage(const std::string& name);
 
     std::vector<Element> elements() { return reader.read(program->pid()); }
     std::optional<Element> seek(const std::string& role, const std::string& name);
-    /// Waits for it.
+    /// Waits for the element.
     Element find(const std::string& role, const std::string& name);
     void click(const Element& element);
     void click(const std::string& role, const std::string& name) { click(find(role, name)); }
-    /// Presses Tab until it has the keyboard.
+    /// Presses Tab until the element has the focus.
     void tabTo(const std::string& role, const std::string& name);
 
     /// Waits until the defaults file holds the text, such as `"pollInterval": 5`.
@@ -40,7 +40,7 @@ class SettingsSteps : public EndToEndTest {
     [[nodiscard]] std::filesystem::path autostartFile() const;
 
     harness::ScreenReader reader{bus};
-    harness::Environment environment = harness::ScreenReader::environment(); ///< Of the program.
+    harness::Environment environment = harness::ScreenReader::environment(); ///< For the program.
     std::shared_ptr<harness::Sandbox> home = std::make_shared<harness::Sandbox>();
 };
 

@@ -18,13 +18,13 @@ constexpr auto monitoring = R"("pollInterval": 0.1)";
 
 class TheSettings : public SettingsSteps {
   protected:
-    /// The settings window stays behind it.
+    /// Shows a window of another application, in front of the settings window.
     std::unique_ptr<CallWindow> showWindowOf(const std::string& application, std::uint32_t colour) {
         return showWindow(
             {.wmClass = application, .place = {60, 80, 400, 400}, .colour = colourName(colour)});
     }
 
-    /// Another window when its place among the others has changed.
+    /// The mirror panel, which may be another window after the always-on-top setting has changed.
     std::optional<xcb_window_t> mirror() {
         for (const xcb_window_t window : program->windows(facts))
             if (window != titled("Mirrolet Settings") && facts.box(window).width < Program::promptWidth)
@@ -56,7 +56,7 @@ struct Change {
     const char* page;
     const char* role;
     const char* name;
-    const char* choice; ///< In the list that opens; nothing for what is only clicked.
+    const char* choice; ///< The entry of the list that opens, or nullptr for a control that is only clicked.
     const char* saved;
 };
 
@@ -93,7 +93,7 @@ TEST_F(TheSettings, AreChangedWithThePointer) {
             [this] { return Sandbox::read(program->defaultsFile()).find("Beta") == std::string::npos; });
 }
 
-/// From the tab bar on, with no pointer.
+/// Operates the settings from the tab bar on, without the pointer.
 TEST_F(TheSettings, AreChangedWithTheKeyboardAlone) {
     openSettings();
     tabTo("page tab list", "General");
@@ -104,13 +104,13 @@ TEST_F(TheSettings, AreChangedWithTheKeyboardAlone) {
     keyboard.stroke({key::space});
     awaitSaved(R"("startMonitoringOnLaunch": true)");
     tabTo("combo box", "Check for windows every");
-    keyboard.stroke({key::space}); // Opens the list.
+    keyboard.stroke({key::space}); // Opens the list of choices.
     find("list item", "3 seconds");
     keyboard.stroke({down});
     keyboard.stroke({key::returnKey});
     awaitSaved(R"("pollInterval": 3)");
     tabTo("combo box", "Prompt disappears after");
-    keyboard.stroke({up}); // Without the list.
+    keyboard.stroke({up}); // Without opening the list.
     awaitSaved(R"("promptTimeout": 10)");
 
     tabTo("page tab list", "General");
@@ -193,7 +193,7 @@ TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     EXPECT_FALSE(seek("list item", "Beta"));
 
     const auto cover = showWindow({.place = {60, 80, 900, 700}});
-    commands.minimize(titled("Mirrolet Settings").value_or(window)); // Closing may have made it another one.
+    commands.minimize(titled("Mirrolet Settings").value_or(window)); // May be a new window after the closing.
     require("the window is minimized", [this] { return !titled("Mirrolet Settings"); });
     EXPECT_EQ(startOnceMore(), 0);
     EXPECT_TRUE(facts.isAbove(awaitWindow(), cover->window()));
@@ -222,7 +222,7 @@ TEST_F(TheSettings, AlsoOfShortcutsTakeEffectAtOnce) {
     awaitSaved(R"("shortcutModifiers": 4608)");
     EXPECT_TRUE(isGrabbed(k, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
     EXPECT_FALSE(isGrabbed(key::p));
-    // What the program itself has grabbed comes to the recorder and does nothing else.
+    // The program's own shortcuts come to the recorder and have no other effect.
     record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::f}, "Super+Alt+F");
     record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::p}, "Super+Alt+P");
     record("Start/close PiP shortcut", {key::leftShift, f5}, "Shift+F5");
@@ -264,15 +264,15 @@ TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
     EXPECT_EQ(find("push button", "Start/close PiP shortcut").description, "Super+Alt+F");
 
     startRecording("Show/hide PiP shortcut");
-    const auto other = showWindowOf("Mail", blue); // Which takes the keyboard.
+    const auto other = showWindowOf("Mail", blue); // The new window takes the focus.
     require("both shortcuts work again", [this] { return isGrabbed(key::p) && isGrabbed(key::f); });
     EXPECT_TRUE(titled("Mirrolet Settings"));
 }
 
-/// A limit on the length of files stands for the full disk, which not everyone can make: writing ends in the
-/// middle of the file.
+/// A limit on the length of files stands in for a full disk, which needs root. Writing ends in the middle of
+/// the file.
 TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
-    std::signal(SIGXFSZ, SIG_IGN); // Inherited by the program, which it would end.
+    std::signal(SIGXFSZ, SIG_IGN); // The program inherits this, and would end by the signal otherwise.
     const std::string others = R"("others": ")" + std::string(2000, 'x') + '"';
     openSettings(R"("startMonitoringOnLaunch": false, )" + others);
     const std::string before = Sandbox::read(program->defaultsFile());
@@ -280,7 +280,7 @@ TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
         const rlimit limit{bytes, RLIM_INFINITY};
         ASSERT_EQ(prlimit(program->pid(), RLIMIT_FSIZE, &limit, nullptr), 0) << std::strerror(errno);
     };
-    setRoom(1024); // More than the log.
+    setRoom(1024); // Enough for the log.
     click("check box", "Start monitoring when app launches");
     require("it says so", [this] { return !program->log().empty(); });
     const std::string said = program->log();
@@ -337,7 +337,7 @@ TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
     keyboard.stroke({key::returnKey});
     require("the mirror is shown", [this] { return mirror().has_value(); });
 
-    // Across the mirror's corner of the screen, and beside the settings.
+    // Over the mirror's corner of the screen, and beside the settings.
     const auto cover = showWindow({.wmClass = "Mail", .place = {890, 400, 380, 380}});
     commands.activate(cover->window());
     EXPECT_TRUE(facts.isAbove(*mirror(), cover->window()));
@@ -355,7 +355,7 @@ TEST_F(TheSettings, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
     choosePage("PiP");
     const auto other = showWindowOf("Mail", green);
     EXPECT_TRUE(holdsFor([this] { return !program->prompt(facts); }, std::chrono::milliseconds(400)));
-    EXPECT_EQ(startOnceMore(), 0); // Brings the window to the front.
+    EXPECT_EQ(startOnceMore(), 0); // Brings the settings window to the front.
     awaitWindow();
     click("radio button", "Check All Windows");
     giveKeyboardTo(*other);
@@ -375,7 +375,7 @@ TEST_F(TheSettings, OfTheLoginItemAreTheFile) {
                 Sandbox::read(autostartFile()).find("Hidden=true") != std::string::npos);
     clickTo(true);
 
-    // The next start shows what the file says.
+    // The next start shows the state of the file.
     for (const bool isOn : {true, false}) {
         if (!isOn)
             home->write("config/autostart/app.mirrolet.Mirrolet.desktop",
@@ -409,7 +409,7 @@ class ASecondStart : public EndToEndTest {
   protected:
     using Bus = const SessionBus*;
 
-    /// Returns when it has come so far that another start finds it.
+    /// Returns when another start can find the program.
     std::unique_ptr<Program> startOn(const XServer& screen, Bus bus) {
         auto started = std::make_unique<Program>(&screen, bus, Program::Options{.home = home});
         XClient onScreen(screen);

@@ -35,7 +35,7 @@ TEST_P(ShortcutsWith, OpenHideShowAndCloseTheMirror) {
     EXPECT_EQ(awaitPanel(), panel);
     pressFrontmostShortcut();
     awaitNothing();
-    EXPECT_THAT(call->keys(), testing::Not(testing::Contains("key 41 press"))); // F was ours.
+    EXPECT_THAT(call->keys(), testing::Not(testing::Contains("key 41 press"))); // F was part of the shortcut.
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, ShortcutsWith,

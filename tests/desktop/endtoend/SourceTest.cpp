@@ -17,9 +17,9 @@ class ASource : public EndToEndTest {
     xcb_window_t panel = XCB_NONE;
 };
 
-TEST_F(ASource, IsMirroredWhileItIsCovered) {
+TEST_F(ASource, IsMirroredWhileItIsObscured) {
     const auto cover = showWindow({.title = "Notes", .wmClass = "Editor", .place = {10, 10, 900, 600}});
-    require("the source is covered", [&] { return facts.isAbove(cover->window(), call->window()); });
+    require("the source is obscured", [&] { return facts.isAbove(cover->window(), call->window()); });
     call->tell("colour " + colourName(green));
     awaitColour(panel, green);
 }
@@ -30,7 +30,7 @@ TEST_F(ASource, KeepsItsProportionsWhenItIsResized) {
     awaitColour(panel, green);
     const Box box = facts.box(panel);
     EXPECT_EQ(box.width, 100);
-    // Half as broad as high: black at both sides.
+    // The source is half as wide as high, so both sides are black.
     for (const int x : {12, 88})
         EXPECT_TRUE(waitUntil([&] { return facts.pixel(box.x + x, box.y + 50) == 0; })) << x;
     EXPECT_TRUE(isNear(facts.pixel(box.x + 30, box.y + 50), green));
@@ -63,9 +63,9 @@ TEST_F(ASource, ClosesTheMirrorWhenItIsDestroyed) {
     const auto from = steady_clock::now();
     call->tell("quit");
     awaitNothing();
-    // A few ticks of the mirror; the rest is for a loaded machine.
+    // A few ticks of the mirror, and time for a loaded machine.
     EXPECT_LT(duration_cast<milliseconds>(steady_clock::now() - from).count(), 2000);
-    // The session is over: one press opens the next.
+    // The session has ended, so one press opens the next one.
     call = showCall(green);
     openMirror(*call, green);
 }

@@ -32,7 +32,7 @@ class TheStatusItem : public EndToEndTest {
         });
     }
 
-    /// With the keyboard: a key before that goes elsewhere.
+    /// Waits until the menu has the keyboard grab, because an earlier key goes to another window.
     void awaitMenu() {
         require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
     }
@@ -84,7 +84,7 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
     }
     host->click();
     closeMenu();
-    host.reset(); // Before the next one: they take turns at the same name.
+    host.reset(); // Before the next host, because both own the same name.
     host = std::make_unique<StatusHost>(bus);
     host->setPresent(true);
     require("the status icon with another registry", [&] { return host->icons() == 1; });

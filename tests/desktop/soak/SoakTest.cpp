@@ -1,4 +1,4 @@
-// Sessions without end. By hand, as long as one likes:
+// Runs many sessions and compares what the program holds. By hand, as many as wanted:
 //   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='Soak.*'
 
 #include "tests/desktop/endtoend/EndToEndTest.h"
@@ -22,9 +22,9 @@ constexpr bool sanitized = false;
 #endif
 
 constexpr auto quietTime = std::chrono::milliseconds(sanitized ? 500 : 200);
-constexpr int warmUp = 10; ///< Sessions until every cache of toolkit and allocator has been filled.
+constexpr int warmUp = 10; ///< Sessions until all caches of Qt and of the allocator are filled.
 constexpr int briefly = sanitized ? 14 : 40;
-// What an allocator keeps or gives back; one window's picture lost in each session would be far more.
+// An allocator keeps some memory. One window's picture lost in each session would be far more than this.
 constexpr long memoryMarginKib = 2048;
 
 double number(const char* variable, double otherwise) {
@@ -39,7 +39,7 @@ class Soak : public EndToEndTest {
         start(R"("pollInterval": 0.05)");
     }
 
-    /// Call appears, accept, mirror, call ends; each in one of several ways by the session's number.
+    /// The call appears, is accepted and mirrored, and ends. The session's number chooses among several ways.
     void runSession(int session) {
         SCOPED_TRACE("session " + std::to_string(session));
         CallWindow call(server, {.rate = 30});
@@ -50,7 +50,7 @@ class Soak : public EndToEndTest {
         else
             call.tell("quit");
         awaitNothing();
-        // A call that is followed by another one between two polls goes on, as the monitor sees it.
+        // For the monitor, a call goes on if another one follows between two polls.
         holdsFor([this] { return nothingShown(); }, quietTime);
     }
 
@@ -73,7 +73,7 @@ class Soak : public EndToEndTest {
         pointer.move(2, 2);
     }
 
-    /// What is on another desktop is no call any more, and is one again on the way back.
+    /// A call on another desktop has ended, and is a new one on the way back.
     void lookAtAnotherDesktop(const CallWindow& call) {
         commands.switchToDesktop(1);
         require("the source is out of sight", [&] { return !facts.viewable(call.window()); });
@@ -89,7 +89,7 @@ class Soak : public EndToEndTest {
         awaitPanel();
     }
 
-    /// What is let go may take a moment: queues end on threads of their own.
+    /// The holdings after a while, because queues end on threads of their own.
     Holdings settled(const Holdings* expected) {
         auto now = Holdings::of(client, program->pid());
         waitUntil(
