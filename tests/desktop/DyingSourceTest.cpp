@@ -1,4 +1,4 @@
-// By hand, as often as wanted: MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='ASourceThatDies*'
+// By hand, as often as wanted: MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='DyingSourceTest*'
 
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/RequestGate.h"
@@ -17,9 +17,9 @@ namespace {
 using platform::desktop::PixelRect;
 
 /// A client's windows appear, change and die between any two requests of capture and presenter.
-class ASourceThatDies : public testing::Test, protected MirrorParts {
+class DyingSourceTest : public testing::Test, protected MirrorParts {
   protected:
-    ASourceThatDies() {
+    DyingSourceTest() {
         connect(gate.display());
         target = makeWindow({700, 10, 100, 100});
         presenter = x11::X11WindowPresenter::make(*connection, target);
@@ -27,7 +27,7 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
     }
 
     /// Ends the client before the gate.
-    ~ASourceThatDies() override {
+    ~DyingSourceTest() override {
         presenter.reset();
         capture.reset();
         connection.reset();
@@ -110,7 +110,7 @@ class ASourceThatDies : public testing::Test, protected MirrorParts {
     std::unique_ptr<platform::desktop::WindowPresenter> presenter;
 };
 
-TEST_F(ASourceThatDies, BetweenAnyTwoRequestsLeavesNothingBehind) {
+TEST_F(DyingSourceTest, BetweenAnyTwoRequestsLeavesNothingBehind) {
     const char* wanted = std::getenv("MIRROLET_DEATHS");
     const int deaths = wanted == nullptr ? 10000 : std::atoi(wanted);
     std::map<std::string, long> before;

@@ -131,9 +131,9 @@ void PrintTo(const KeyboardState& state, std::ostream* out) {
     *out << state.name;
 }
 
-class HotKeysInEveryState : public HotKeysTest, public testing::WithParamInterface<KeyboardState> {};
+class HotKeysTestInEveryState : public HotKeysTest, public testing::WithParamInterface<KeyboardState> {};
 
-TEST_P(HotKeysInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers) {
+TEST_P(HotKeysTestInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers) {
     keyboard.setLayout(GetParam().layout);
     lockGroup(GetParam().group);
     for (const int lock : GetParam().locks)
@@ -149,7 +149,7 @@ TEST_P(HotKeysInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers) {
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 }
 
-INSTANTIATE_TEST_SUITE_P(Keyboards, HotKeysInEveryState,
+INSTANTIATE_TEST_SUITE_P(Keyboards, HotKeysTestInEveryState,
                          testing::Values(KeyboardState{"plain", "us", 0, {}},
                                          KeyboardState{"capsLock", "us", 0, {key::capsLock}},
                                          KeyboardState{"numLock", "us", 0, {key::numLock}},
@@ -170,9 +170,9 @@ TEST_F(HotKeysTest, HeldDownIsOnePress) {
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey, mirrorHotKey));
 }
 
-class HotKeysOnHeldKeys : public HotKeysTest, public testing::WithParamInterface<bool> {};
+class HotKeysTestOnHeldKeys : public HotKeysTest, public testing::WithParamInterface<bool> {};
 
-TEST_P(HotKeysOnHeldKeys, CountOnlyTheNextPress) {
+TEST_P(HotKeysTestOnHeldKeys, CountOnlyTheNextPress) {
     const bool untilRepeat = GetParam();
     hotKeys->suspend(true); // As while a recorder listens.
     ASSERT_EQ(hotKeys->grab(mirrorHotKey, key::p, superAndAlt), GrabResult::held);
@@ -189,7 +189,7 @@ TEST_P(HotKeysOnHeldKeys, CountOnlyTheNextPress) {
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 }
 
-INSTANTIATE_TEST_SUITE_P(Released, HotKeysOnHeldKeys, testing::Bool(),
+INSTANTIATE_TEST_SUITE_P(Released, HotKeysTestOnHeldKeys, testing::Bool(),
                          [](const auto& each) { return each.param ? "AfterARepeat" : "AtOnce"; });
 
 TEST_F(HotKeysTest, AreNotPressedByAnEventThatAClientSent) {

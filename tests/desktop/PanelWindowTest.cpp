@@ -127,7 +127,7 @@ class TestPanel {
     std::vector<int> seen;
 };
 
-class PanelTest : public testing::TestWithParam<WindowManagerKind> {
+class PanelWindowTestUnderAManager : public testing::TestWithParam<WindowManagerKind> {
   protected:
     void startManager() {
         manager.reset();
@@ -192,7 +192,7 @@ class PanelTest : public testing::TestWithParam<WindowManagerKind> {
     Backend backend{server};
 };
 
-TEST_P(PanelTest, FloatsAboveFullScreenWindowsOfOthersOnEveryDesktop) {
+TEST_P(PanelWindowTestUnderAManager, FloatsAboveFullScreenWindowsOfOthersOnEveryDesktop) {
     startManager();
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.show();
@@ -221,7 +221,7 @@ TEST_P(PanelTest, FloatsAboveFullScreenWindowsOfOthersOnEveryDesktop) {
     EXPECT_THAT(facts.clientList(), Not(Contains(panel.window)));
 }
 
-TEST_P(PanelTest, StaysBelowPopUpsAndKeepsItsLevels) {
+TEST_P(PanelWindowTestUnderAManager, StaysBelowPopUpsAndKeepsItsLevels) {
     startManager();
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel, {60, 70, 200, 120});
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
@@ -253,7 +253,7 @@ TEST_P(PanelTest, StaysBelowPopUpsAndKeepsItsLevels) {
     EXPECT_TRUE(comesAbove(panel.window, prompt.window));
 }
 
-TEST_P(PanelTest, AmongNormalWindowsIsOnEveryDesktopInNoListAndNeverFocused) {
+TEST_P(PanelWindowTestUnderAManager, AmongNormalWindowsIsOnEveryDesktopInNoListAndNeverFocused) {
     if (GetParam() == WindowManagerKind::none)
         return;
     startManager();
@@ -279,7 +279,7 @@ TEST_P(PanelTest, AmongNormalWindowsIsOnEveryDesktopInNoListAndNeverFocused) {
     EXPECT_THAT(panel.events(), Not(Contains(0)));
 }
 
-TEST_P(PanelTest, AmongNormalWindowsFollowsHasteToTheLast) {
+TEST_P(PanelWindowTestUnderAManager, AmongNormalWindowsFollowsHasteToTheLast) {
     startManager();
     TestPanel panel(server, backend, PanelStacking::amongNormal, 0);
     for (int round = 1; round <= 8; ++round) {
@@ -296,7 +296,7 @@ TEST_P(PanelTest, AmongNormalWindowsFollowsHasteToTheLast) {
     }
 }
 
-TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
+TEST_P(PanelWindowTestUnderAManager, PromptBorrowsTheKeyboardAndGivesItBack) {
     startManager();
     const auto owner = focusedWindow({});
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
@@ -320,7 +320,7 @@ TEST_P(PanelTest, PromptBorrowsTheKeyboardAndGivesItBack) {
     EXPECT_TRUE(waitUntil([&] { return owner->keys().size() == 2; }));
 }
 
-TEST_P(PanelTest, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
+TEST_P(PanelWindowTestUnderAManager, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
     startManager();
     const auto chosen = focusedWindow({.place = {700, 300, 640, 400}});
     const auto owner = focusedWindow({.place = {60, 300, 640, 400}});
@@ -348,13 +348,13 @@ TEST_P(PanelTest, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
     EXPECT_TRUE(holdsFor([&] { return facts.focus() == owner->window(); }, std::chrono::milliseconds(100)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Panels, PanelTest,
+INSTANTIATE_TEST_SUITE_P(Panels, PanelWindowTestUnderAManager,
                          testing::Values(WindowManagerKind::none, WindowManagerKind::openbox,
                                          WindowManagerKind::xfwm4, WindowManagerKind::i3,
                                          WindowManagerKind::icewm),
                          [](const auto& each) { return WindowManager::name(each.param); });
 
-class PanelAloneTest : public testing::Test {
+class PanelWindowTest : public testing::Test {
   protected:
     /// The rectangles of a window's shape. Empty if the window has no shape.
     std::vector<Box> shapeOf(xcb_window_t window) {
@@ -380,7 +380,7 @@ class PanelAloneTest : public testing::Test {
     Backend backend{server};
 };
 
-TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
+TEST_F(PanelWindowTest, CornersAreCutOnlyWithoutACompositingManager) {
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.desktop->setCorners({200, 120}, 10);
     EXPECT_TRUE(waitUntil([&] { return !shapeOf(panel.window).empty(); }));
@@ -400,7 +400,7 @@ TEST_F(PanelAloneTest, CornersAreCutOnlyWithoutACompositingManager) {
     EXPECT_TRUE(waitUntil([&] { return shapeOf(panel.window) == std::vector{Box{0, 0, 1, 1}}; }));
 }
 
-TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
+TEST_F(PanelWindowTest, ThrowsAShadowWhileACompositingManagerRuns) {
     const CallWindow wall(server, {.place = {0, 0, 1280, 800}, .colour = "ffffff"});
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.desktop->setCorners({200, 120}, 10);
@@ -439,7 +439,7 @@ TEST_F(PanelAloneTest, ThrowsAShadowWhileACompositingManagerRuns) {
     EXPECT_TRUE(waitUntil([&] { return facts.windowsOf(getpid()) == std::vector{panel.window}; }));
 }
 
-TEST_F(PanelAloneTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile) {
+TEST_F(PanelWindowTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile) {
     const CallWindow opponent(server);
     TestPanel panel(server, backend, PanelStacking::floating, panelLevel);
     panel.show();
@@ -463,7 +463,7 @@ TEST_F(PanelAloneTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile) 
     }));
 }
 
-TEST_F(PanelAloneTest, KeyboardGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
+TEST_F(PanelWindowTest, KeyboardGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
     auto owner = std::make_unique<CallWindow>(server);
     xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, owner->window(), XCB_CURRENT_TIME);
     client.sync();

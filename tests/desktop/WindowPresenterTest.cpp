@@ -331,7 +331,7 @@ TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
 
 /// A red source in a frame, which draws nothing by itself, and a panel of half its size that shows the
 /// source.
-class MirrorOfAFramedWindowTest : public WindowPresenterTest {
+class WindowPresenterTestOfAFrame : public WindowPresenterTest {
   protected:
     static constexpr std::uint32_t red = 0xcc2020;
     static constexpr std::uint32_t green = 0x20a040;
@@ -357,7 +357,7 @@ class MirrorOfAFramedWindowTest : public WindowPresenterTest {
     const std::unique_ptr<WindowPresenter> presenter = x11::X11WindowPresenter::make(*connection, panel);
 };
 
-TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
+TEST_F(WindowPresenterTestOfAFrame, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
     xcb_unmap_window(client.xcb(), frame);
     client.sync();
     presenter->resize({240, 180}, 0);
@@ -370,7 +370,7 @@ TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenTheFrameIsUnmappedUntold) {
     EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
 }
 
-TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItHasRepainted) {
+TEST_F(WindowPresenterTestOfAFrame, KeepsItsPictureWhenItIsHiddenBeforeItHasRepainted) {
     xcb_reparent_window(client.xcb(), source, client.root(), 300, 300);
     fill(source, red, {0, 0, 400, 300});
     makeWindow({350, 350, 100, 100});
@@ -380,7 +380,7 @@ TEST_F(MirrorOfAFramedWindowTest, KeepsItsPictureWhenItIsHiddenBeforeItHasRepain
     EXPECT_TRUE(holdsFor([&] { return pixelsShown(red) == 200L * 150; }, std::chrono::milliseconds(2300)));
 }
 
-TEST_F(MirrorOfAFramedWindowTest, StaysLiveWhenACompositingManagerHasRedirectedTheSource) {
+TEST_F(WindowPresenterTestOfAFrame, StaysLiveWhenACompositingManagerHasRedirectedTheSource) {
     xcb_reparent_window(client.xcb(), source, client.root(), 300, 300);
     xcb_composite_redirect_subwindows(client.xcb(), client.root(), XCB_COMPOSITE_REDIRECT_MANUAL);
     fill(source, red, {0, 0, 400, 300});

@@ -9,7 +9,7 @@
 #include <string>
 #include <sys/stat.h>
 
-namespace mirrolet::platform::desktop::x11 {
+namespace mirrolet::platform::desktop {
 namespace {
 
 constexpr std::int32_t ownPid = 77;
@@ -129,4 +129,4 @@ TEST_F(ApplicationRegistryTest, ReadsOnlySoundEntriesAndTheFirstOfEachId) {
 }
 
 } // namespace
-} // namespace mirrolet::platform::desktop::x11
+} // namespace mirrolet::platform::desktop

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace mirrolet::platform::desktop::x11 {
+namespace mirrolet::platform::desktop {
 namespace {
 
 using namespace std::string_literals;
@@ -83,7 +83,7 @@ struct Case {
     const char* expected; ///< Empty for no entry.
 };
 
-TEST(ApplicationResolver, FindsTheEntryOfAWindow) {
+TEST(ApplicationResolverTest, FindsTheEntryOfAWindow) {
     const auto entries = recordedEntries();
     const auto chrome = program("/opt/google/chrome/chrome");
     const std::string folder = "/usr/share/applications/";
@@ -181,4 +181,4 @@ TEST(ApplicationResolver, FindsTheEntryOfAWindow) {
 }
 
 } // namespace
-} // namespace mirrolet::platform::desktop::x11
+} // namespace mirrolet::platform::desktop

@@ -216,7 +216,7 @@ TEST_F(CapturePolicyTest, LeavesAHiddenWindowAloneUntilItIsViewableAgain) {
 }
 
 /// Ticks in each of which most of the window is reported as damaged.
-class ContinuousDamageTest : public CapturePolicyTest {
+class CapturePolicyTestOfContinuousDamage : public CapturePolicyTest {
   protected:
     void SetUp() override { startDirect(); }
 
@@ -233,7 +233,7 @@ class ContinuousDamageTest : public CapturePolicyTest {
     }
 };
 
-TEST_F(ContinuousDamageTest, IsAssumedForSomeTicksAndThenConfirmed) {
+TEST_F(CapturePolicyTestOfContinuousDamage, IsAssumedForSomeTicksAndThenConfirmed) {
     reportMost(15, {applyDamage, ignoreDamage});
     for (int round = 0; round < 3; ++round) {
         passAssumedTicks(14);
@@ -247,7 +247,7 @@ TEST_F(ContinuousDamageTest, IsAssumedForSomeTicksAndThenConfirmed) {
          {60ms, tick(nothing), {}, State::direct}});
 }
 
-TEST_F(ContinuousDamageTest, EndsWithASmallDamageOrATickWithoutAny) {
+TEST_F(CapturePolicyTestOfContinuousDamage, EndsWithASmallDamageOrATickWithoutAny) {
     const Row interruptions[] = {{1ms, tick(nothing), {}, State::direct},
                                  {1ms, damageTaken({0, 0, 74, 80}), {applyDamage}, State::direct}};
     for (const auto& interruption : interruptions) {
@@ -258,7 +258,7 @@ TEST_F(ContinuousDamageTest, EndsWithASmallDamageOrATickWithoutAny) {
     }
 }
 
-TEST_F(ContinuousDamageTest, IsReportedAgainBeforeTheWindowIsRedirected) {
+TEST_F(CapturePolicyTestOfContinuousDamage, IsReportedAgainBeforeTheWindowIsRedirected) {
     reportMost(15, {applyDamage, ignoreDamage});
     run({{1ms, tick(damaged), {damageAll}, State::direct}, // A report from before.
          {1ms, tick(replaced), {checkWindow}, State::direct},

@@ -9,7 +9,7 @@ namespace {
 
 using platform::DesktopAppearance;
 
-TEST(DesktopAppearance, TurnsTheToolkitDarkAndBackButLeavesADarkDesktopAlone) {
+TEST(DesktopAppearanceTest, TurnsTheToolkitDarkAndBackButLeavesADarkDesktopAlone) {
     const QPalette own = QApplication::palette();
     DesktopAppearance::setDark(false);
     EXPECT_EQ(QApplication::palette(), own);

@@ -47,7 +47,7 @@ void drain(DispatchQueue& queue) {
     ASSERT_EQ(done.get_future().wait_for(deadline), std::future_status::ready);
 }
 
-TEST(SerialQueue, RunsOneTaskAtATimeInOrderOnAThreadOfItsName) {
+TEST(DispatchQueueTestOfSerialQueues, RunsOneTaskAtATimeInOrderOnAThreadOfItsName) {
     DispatchQueue queue("app.mirrolet.Mirrolet.windowMonitor");
     std::vector<int> order;
     std::string name(16, '\0');
@@ -61,7 +61,7 @@ TEST(SerialQueue, RunsOneTaskAtATimeInOrderOnAThreadOfItsName) {
     EXPECT_STREQ(name.c_str(), "t.windowMonitor");
 }
 
-TEST(SerialQueue, LetsATaskGoOnItsThreadRightAfterItRan) {
+TEST(DispatchQueueTestOfSerialQueues, LetsATaskGoOnItsThreadRightAfterItRan) {
     DispatchQueue queue("test");
     std::promise<std::thread::id> released;
     auto held = std::shared_ptr<int>(new int, [&released](const int* number) {
@@ -75,7 +75,7 @@ TEST(SerialQueue, LetsATaskGoOnItsThreadRightAfterItRan) {
     drain(queue);
 }
 
-TEST(SerialQueue, EndsInTheMiddleOfItsWork) {
+TEST(DispatchQueueTestOfSerialQueues, EndsInTheMiddleOfItsWork) {
     std::atomic<int> started = 0;
     {
         DispatchQueue queue("test");
@@ -91,7 +91,7 @@ TEST(SerialQueue, EndsInTheMiddleOfItsWork) {
     EXPECT_EQ(started, 1);
 }
 
-TEST(SerialQueue, CanBeLetGoByItsOwnTaskWhichCanBeAwaited) {
+TEST(DispatchQueueTestOfSerialQueues, CanBeLetGoByItsOwnTaskWhichCanBeAwaited) {
     auto queue = std::make_shared<DispatchQueue>("test");
     auto kept = std::make_shared<bool>();
     const std::weak_ptr seen = kept;
@@ -108,7 +108,7 @@ TEST(SerialQueue, CanBeLetGoByItsOwnTaskWhichCanBeAwaited) {
     EXPECT_TRUE(seen.expired()) << "what the task kept is let go before it counts as ended";
 }
 
-TEST(SerialQueue, IsAwaitedForABoundedTimeAlsoIfItsTaskHasNotBegun) {
+TEST(DispatchQueueTestOfSerialQueues, IsAwaitedForABoundedTimeAlsoIfItsTaskHasNotBegun) {
     DispatchQueue queue("test");
     std::promise<void> answer;
     queue.async([&answer] { answer.get_future().wait(); });
@@ -134,7 +134,7 @@ TEST(SerialQueue, IsAwaitedForABoundedTimeAlsoIfItsTaskHasNotBegun) {
     EXPECT_TRUE(dispatch::ThreadExecutor::awaitTasks(deadline));
 }
 
-TEST(SerialQueue, RunsTimedTasksByDeadlineAndNoneThatWasCancelled) {
+TEST(DispatchQueueTestOfSerialQueues, RunsTimedTasksByDeadlineAndNoneThatWasCancelled) {
     DispatchQueue queue("test");
     auto& executor = *queue.executor();
     const auto start = Clock::now();
@@ -151,7 +151,7 @@ TEST(SerialQueue, RunsTimedTasksByDeadlineAndNoneThatWasCancelled) {
     EXPECT_THAT(order, ElementsAre(10, 20));
 }
 
-TEST(SerialQueue, ATimerIsCancelledFromAnyThreadWhileItFires) {
+TEST(DispatchQueueTestOfSerialQueues, ATimerIsCancelledFromAnyThreadWhileItFires) {
     DispatchQueue queue("test");
     std::atomic<int> firings = 0;
     auto timer = DispatchSourceTimer::make(queue);
@@ -171,7 +171,7 @@ TEST(SerialQueue, ATimerIsCancelledFromAnyThreadWhileItFires) {
     EXPECT_EQ(firings, last);
 }
 
-class TimerTest : public testing::Test {
+class DispatchQueueTestOfTimers : public testing::Test {
   protected:
     dispatch::VirtualTime time;
     DispatchQueue queue{"test"};
@@ -189,7 +189,7 @@ class TimerTest : public testing::Test {
     }
 };
 
-TEST_F(TimerTest, FiresAtOnceAndThenOnDeadlinesThatDoNotDrift) {
+TEST_F(DispatchQueueTestOfTimers, FiresAtOnceAndThenOnDeadlinesThatDoNotDrift) {
     startTimer(0.1, [this] {
         note();
         time.advance(0.03); // The work takes a while.
@@ -198,7 +198,7 @@ TEST_F(TimerTest, FiresAtOnceAndThenOnDeadlinesThatDoNotDrift) {
     EXPECT_THAT(firings, ElementsAre(0, 100, 200, 300)) << "also after its owner has let it go";
 }
 
-TEST_F(TimerTest, FoldsMissedFiringsIntoOne) {
+TEST_F(DispatchQueueTestOfTimers, FoldsMissedFiringsIntoOne) {
     startTimer(0.1, [this] {
         note();
         if (firings.size() == 1)
@@ -208,7 +208,7 @@ TEST_F(TimerTest, FoldsMissedFiringsIntoOne) {
     EXPECT_THAT(firings, ElementsAre(0, 350, 400, 500));
 }
 
-TEST_F(TimerTest, CancelledByItsOwnHandlerItNeverFiresAgainAndFreesTheHandler) {
+TEST_F(DispatchQueueTestOfTimers, CancelledByItsOwnHandlerItNeverFiresAgainAndFreesTheHandler) {
     std::weak_ptr<DispatchSourceTimer> weak;
     {
         const auto timer = std::make_shared<std::shared_ptr<DispatchSourceTimer>>();
@@ -223,7 +223,7 @@ TEST_F(TimerTest, CancelledByItsOwnHandlerItNeverFiresAgainAndFreesTheHandler) {
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(TimerTest, AnIntervalThatIsNoIntervalNeitherSpinsNorOverflows) {
+TEST_F(DispatchQueueTestOfTimers, AnIntervalThatIsNoIntervalNeitherSpinsNorOverflows) {
     const std::pair<double, std::size_t> rows[] = {
         {0, 101},
         {-5, 101},
@@ -241,7 +241,7 @@ TEST_F(TimerTest, AnIntervalThatIsNoIntervalNeitherSpinsNorOverflows) {
     }
 }
 
-TEST(MainQueue, RunsPostsOfOtherThreadsInTheirOrderOnTheMainThread) {
+TEST(DispatchQueueTestOfTheMainQueue, RunsPostsOfOtherThreadsInTheirOrderOnTheMainThread) {
     std::vector<int> order;
     bool onMain = true;
     {
@@ -260,7 +260,7 @@ TEST(MainQueue, RunsPostsOfOtherThreadsInTheirOrderOnTheMainThread) {
     EXPECT_TRUE(onMain);
 }
 
-TEST(MainQueue, ALoopInsideATaskDoesNotHoldUpTheTasksBehindIt) {
+TEST(DispatchQueueTestOfTheMainQueue, ALoopInsideATaskDoesNotHoldUpTheTasksBehindIt) {
     std::vector<int> order;
     bool done = false;
     DispatchQueue::main().async([&] {
@@ -277,7 +277,7 @@ TEST(MainQueue, ALoopInsideATaskDoesNotHoldUpTheTasksBehindIt) {
     EXPECT_THAT(order, ElementsAre(1, 2, 3, 4));
 }
 
-TEST(MainQueue, AOneShotTimerFiresOnceNeverEarlyAndNotAfterItsEnd) {
+TEST(DispatchQueueTestOfTheMainQueue, AOneShotTimerFiresOnceNeverEarlyAndNotAfterItsEnd) {
     std::vector<int> fired;
     const auto start = Clock::now();
     Clock::duration after{};
@@ -294,7 +294,7 @@ TEST(MainQueue, AOneShotTimerFiresOnceNeverEarlyAndNotAfterItsEnd) {
     EXPECT_GE(after, 30ms);
 }
 
-TEST(MainQueue, ATimerCanBeSetFromAnotherThread) {
+TEST(DispatchQueueTestOfTheMainQueue, ATimerCanBeSetFromAnotherThread) {
     std::atomic<bool> fired = false;
     std::thread([&fired] {
         auto& executor = *DispatchQueue::main().executor();

@@ -145,7 +145,7 @@ TEST_F(HotkeyManagerTest, WhileAModeIsPushedTheKeysGoThrough) {
     EXPECT_TRUE(desktop.hotKeys().press(pressP));
 }
 
-TEST(CarbonModifiers, KeepsTheFourAndDropsTheRest) {
+TEST(HotkeyManagerTestOfModifiers, KeepsTheFourAndDropsTheRest) {
     const std::uint64_t command = 1 << 20, option = 1 << 19, control = 1 << 18, shift = 1 << 17;
     const std::pair<std::uint64_t, std::uint32_t> rows[] = {
         {0, 0},
@@ -162,7 +162,7 @@ TEST(CarbonModifiers, KeepsTheFourAndDropsTheRest) {
         EXPECT_EQ(carbonModifiers(flags), mask) << flags;
 }
 
-TEST(KeyCodes, EveryKeyHasOneCodeThatLeadsBackToIt) {
+TEST(HotkeyManagerTestOfKeyCodes, EveryKeyHasOneCodeThatLeadsBackToIt) {
     std::set<std::uint32_t> codes;
     for (std::uint32_t evdev = 1; evdev <= 247; ++evdev) {
         const auto code = virtualFromEvdev(evdev);
@@ -176,7 +176,7 @@ TEST(KeyCodes, EveryKeyHasOneCodeThatLeadsBackToIt) {
         EXPECT_EQ(evdevFromVirtual(code), std::nullopt) << code;
 }
 
-TEST(KeyCodes, ThePlacesOfTheCommonKeysAreThoseOfTheStandardKeyboard) {
+TEST(HotkeyManagerTestOfKeyCodes, ThePlacesOfTheCommonKeysAreThoseOfTheStandardKeyboard) {
     // The letters at both ends of each row, and the keys of the recorder and of the default shortcuts.
     const std::map<std::uint32_t, std::uint32_t> evdevByVirtual = {
         {12, 16},   {35, 25},   {0, 30},    {37, 38},   {6, 44},    {46, 50},   {3, 33},   {18, 2},

@@ -15,7 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(ObservableObjectPublisher, CallsSubscribersInOrderUntilTheyCancel) {
+TEST(ObservableObjectPublisherTest, CallsSubscribersInOrderUntilTheyCancel) {
     ObservableObjectPublisher publisher;
     std::vector<std::string> calls;
     AnyCancellable second;
@@ -35,14 +35,14 @@ TEST(ObservableObjectPublisher, CallsSubscribersInOrderUntilTheyCancel) {
     EXPECT_THAT(calls, ElementsAre("first", "third", "third goes on", "first"));
 }
 
-TEST(ObservableObjectPublisher, ASubscriptionMayOutliveItsPublisher) {
+TEST(ObservableObjectPublisherTest, ASubscriptionMayOutliveItsPublisher) {
     auto publisher = std::make_unique<ObservableObjectPublisher>();
     const auto subscription = publisher->sink([&publisher] { publisher.reset(); });
     publisher->send();
     EXPECT_EQ(publisher, nullptr);
 }
 
-TEST(ObservableObjectPublisher, OnAQueueACallComesLaterAndNotAfterCancelling) {
+TEST(ObservableObjectPublisherTest, OnAQueueACallComesLaterAndNotAfterCancelling) {
     dispatch::VirtualTime time;
     ObservableObjectPublisher publisher;
     int calls = 0;

@@ -17,7 +17,7 @@ struct Row {
     std::optional<double> asDouble;
 };
 
-TEST(PropertyList, GivesAValueOnlyWhereItFits) {
+TEST(PropertyListTest, GivesAValueOnlyWhereItFits) {
     const auto none = std::nullopt;
     const Row rows[] = {
         {"null", {}, none, none, none, none},

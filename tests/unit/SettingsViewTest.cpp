@@ -186,7 +186,7 @@ TEST_F(SettingsViewTest, TickingAnApplicationChangesItsIdentifierOnly) {
     EXPECT_EQ(list().model()->index(0, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
 }
 
-TEST(FilteredApps, AreThoseWhoseNameContainsTheText) {
+TEST_F(SettingsViewTest, FiltersTheApplicationsByATextInTheirName) {
     const std::vector<InstalledApp> apps = {
         {"net.whatsapp.WhatsApp", "WhatsApp", nullptr}, {"org.what.Editor", "Editor", nullptr},
         {"org.example.Two", "Two Words", nullptr},      {"org.example.Cafe", "Cafe\u0301", nullptr},

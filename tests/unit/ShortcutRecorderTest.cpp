@@ -15,18 +15,6 @@ namespace {
 using namespace platform;
 using Shortcut = ShortcutRecorderNSView::Shortcut;
 
-TEST(ShortcutNames, AreModifiersInAFixedOrderAndTheKeysName) {
-    EXPECT_EQ(shortcutDisplayString(35, 2304), "⌥⌘P");
-    EXPECT_EQ(shortcutDisplayString(49, 4608), "⌃⇧Space");
-    EXPECT_EQ(shortcutDisplayString(0, 6400), "⌃⌥⌘A");
-    EXPECT_EQ(shortcutDisplayString(53, 6912), "⌃⌥⇧⌘Key 53");
-    EXPECT_EQ(shortcutDisplayString(200, 0), "Key 200");
-    EXPECT_EQ(shortcutDisplayString(10, 0), "Key 10");
-    EXPECT_EQ(shortcutDisplayString(36, 256), "⌘↩");
-    EXPECT_EQ(shortcutDisplayString(118, 2048), "⌥F4");
-    EXPECT_EQ(shortcutDisplayString(126, 512), "⇧↑");
-}
-
 class ShortcutRecorderTest : public DesktopTest {
   protected:
     ShortcutRecorderTest() {
@@ -52,6 +40,18 @@ class ShortcutRecorderTest : public DesktopTest {
     QLabel& label = *new QLabel("Shortcut", &window);
     std::vector<Shortcut> recorded;
 };
+
+TEST_F(ShortcutRecorderTest, NamesAShortcutByModifiersInAFixedOrderAndTheKeysName) {
+    EXPECT_EQ(shortcutDisplayString(35, 2304), "⌥⌘P");
+    EXPECT_EQ(shortcutDisplayString(49, 4608), "⌃⇧Space");
+    EXPECT_EQ(shortcutDisplayString(0, 6400), "⌃⌥⌘A");
+    EXPECT_EQ(shortcutDisplayString(53, 6912), "⌃⌥⇧⌘Key 53");
+    EXPECT_EQ(shortcutDisplayString(200, 0), "Key 200");
+    EXPECT_EQ(shortcutDisplayString(10, 0), "Key 10");
+    EXPECT_EQ(shortcutDisplayString(36, 256), "⌘↩");
+    EXPECT_EQ(shortcutDisplayString(118, 2048), "⌥F4");
+    EXPECT_EQ(shortcutDisplayString(126, 512), "⇧↑");
+}
 
 TEST_F(ShortcutRecorderTest, RecordsTheFirstKeyWithAModifierByItsPlace) {
     struct Case {

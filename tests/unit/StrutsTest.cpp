@@ -7,7 +7,7 @@
 namespace mirrolet::platform::desktop::x11 {
 namespace {
 
-TEST(Struts, TakeFromTheMonitorsThatTheyReachIntoAndFromNoOther) {
+TEST(StrutsTest, TakeFromTheMonitorsThatTheyReachIntoAndFromNoOther) {
     // A small monitor at the left, lower than the large one beside it.
     const PixelSize root{1800, 800};
     const PixelRect small{0, 200, 800, 600};

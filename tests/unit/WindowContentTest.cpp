@@ -7,7 +7,7 @@ namespace {
 
 const PixelRect everything{0, 0, 100, 80};
 
-TEST(WindowContent, GivesWhatChangedBetweenTwoImagesAlsoWhenSomeInBetweenWereNeverShown) {
+TEST(WindowContentTest, GivesWhatChangedBetweenTwoImagesAlsoWhenSomeInBetweenWereNeverShown) {
     WindowContent content(NothingSeen{{100, 80}});
     EXPECT_EQ(content.changedBetween(0, 0), PixelRect{});
     content.noteDamage({10, 10, 5, 5});
@@ -20,7 +20,7 @@ TEST(WindowContent, GivesWhatChangedBetweenTwoImagesAlsoWhenSomeInBetweenWereNev
     EXPECT_EQ(content.changedBetween(3, 1), everything) << "an older image shown after a newer one";
 }
 
-TEST(WindowContent, GivesAllOfItWhenTheLastImageIsTooOld) {
+TEST(WindowContentTest, GivesAllOfItWhenTheLastImageIsTooOld) {
     WindowContent content(NothingSeen{{100, 80}});
     for (int i = 0; i < 1000; ++i)
         content.noteDamage({1, 1, 1, 1});
@@ -28,7 +28,7 @@ TEST(WindowContent, GivesAllOfItWhenTheLastImageIsTooOld) {
     EXPECT_EQ(content.changedBetween(999, 1000), (PixelRect{1, 1, 1, 1}));
 }
 
-TEST(WindowContent, GivesChangesInThePartThatIsShownOfAWindowWithBorderAndShadow) {
+TEST(WindowContentTest, GivesChangesInThePartThatIsShownOfAWindowWithBorderAndShadow) {
     constexpr int border = 7;
     WindowContent content(RedirectedPixels{{{}, 0, {border + 10, border + 30, 60, 40}}, border});
     content.noteDamage({10, 30, 5, 5});

@@ -38,7 +38,7 @@ struct Title {
     const char* expected; ///< nullptr for no title.
 };
 
-TEST(WindowDescription, ReadsTitlesInEveryEncoding) {
+TEST(WindowDescriptionTest, ReadsTitlesInEveryEncoding) {
     const Property none;
     const auto utf8 = atoms.UTF8_STRING;
     const std::vector<Title> titles = {
@@ -71,7 +71,7 @@ TEST(WindowDescription, ReadsTitlesInEveryEncoding) {
     }
 }
 
-TEST(WindowDescription, CropsOnlyAShadowThatLeavesAWindow) {
+TEST(WindowDescriptionTest, CropsOnlyAShadowThatLeavesAWindow) {
     const auto cropped = [](const std::vector<std::uint32_t>& extents) {
         return describe({100, 50, 200, 120}, {{}, {}, {}, {}, numbers(XCB_ATOM_CARDINAL, extents)}, atoms)
             ->bounds;
@@ -83,7 +83,7 @@ TEST(WindowDescription, CropsOnlyAShadowThatLeavesAWindow) {
         EXPECT_EQ(cropped(lie), whole);
 }
 
-TEST(WindowDescription, SortsWindowsIntoLayersAndLeavesOutWhatIsNoWindow) {
+TEST(WindowDescriptionTest, SortsWindowsIntoLayersAndLeavesOutWhatIsNoWindow) {
     struct Case {
         std::vector<std::uint32_t> states;
         std::vector<std::uint32_t> types;
@@ -107,7 +107,7 @@ TEST(WindowDescription, SortsWindowsIntoLayersAndLeavesOutWhatIsNoWindow) {
     }
 }
 
-TEST(WindowDescription, TellsThisMachineFromOthersWithOrWithoutTheirDomain) {
+TEST(WindowDescriptionTest, TellsThisMachineFromOthersWithOrWithoutTheirDomain) {
     EXPECT_TRUE(isSameMachine("desk", "desk"));
     EXPECT_TRUE(isSameMachine("desk", "desk.example.org"));
     EXPECT_TRUE(isSameMachine("desk.example.org", "desk"));
@@ -116,7 +116,7 @@ TEST(WindowDescription, TellsThisMachineFromOthersWithOrWithoutTheirDomain) {
     EXPECT_FALSE(isSameMachine("", ""));
 }
 
-TEST(WindowDescription, ReadsClassAndClaimedProcessOnlyFromSoundProperties) {
+TEST(WindowDescriptionTest, ReadsClassAndClaimedProcessOnlyFromSoundProperties) {
     const auto classOf = [](Property wmClass) { return windowClass(wmClass, {}, atoms); };
     EXPECT_EQ(classOf({XCB_ATOM_STRING, 8, "navigator\0Fox\0"sv}), (WindowClass{"navigator", "Fox", ""}));
     EXPECT_EQ(classOf({XCB_ATOM_STRING, 8, "alone"}), (WindowClass{"alone", "", ""}));

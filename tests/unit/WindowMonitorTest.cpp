@@ -23,16 +23,16 @@ WindowRow row(std::uint32_t number, int width, int height, std::int32_t pid, con
     return {number, {10, 20, width, height}, 0, pid, owner, title};
 }
 
-class WindowSearchTest : public DesktopTest {
+class WindowMonitorTestOfSearches : public DesktopTest {
   protected:
-    WindowSearchTest() {
+    WindowMonitorTestOfSearches() {
         desktop.applications().add({messenger, "WhatsApp", "net.whatsapp.WhatsApp"});
         desktop.applications().add({editor, "Editor", "org.editor"});
         desktop.applications().add({browser, "Browser", "org.browser"});
     }
 };
 
-TEST_F(WindowSearchTest, ASnapshotLeavesOutWhatCannotBeOffered) {
+TEST_F(WindowMonitorTestOfSearches, ASnapshotLeavesOutWhatCannotBeOffered) {
     auto layered = row(3, 500, 500, editor, "Editor");
     layered.layer = 1;
     auto untitled = row(5, 500, 500, 999, "Nobody");
@@ -57,7 +57,7 @@ TEST_F(WindowSearchTest, ASnapshotLeavesOutWhatCannotBeOffered) {
     EXPECT_TRUE(WindowMonitor::currentWindows().empty());
 }
 
-TEST_F(WindowSearchTest, BoundsAndTheSmallestSizeAreInPoints) {
+TEST_F(WindowMonitorTestOfSearches, BoundsAndTheSmallestSizeAreInPoints) {
     platform::DisplayScale::setCurrent(2);
     desktop.windowList().setWindows(
         {{row(1, 199, 400, editor, "Editor"), row(2, 200, 201, editor, "Editor")}});
@@ -76,7 +76,7 @@ struct SearchRow {
     bool isLikelyCall;
 };
 
-TEST_F(WindowSearchTest, AmongChosenApplicationsTheCallComesFirst) {
+TEST_F(WindowMonitorTestOfSearches, AmongChosenApplicationsTheCallComesFirst) {
     const auto chats = row(1, 1000, 800, messenger, "WhatsApp", "WhatsApp");
     const auto text = row(2, 1200, 900, editor, "Editor", "video call.txt");
     const auto call = row(3, 300, 200, messenger, "WhatsApp Helper", "Ann – VIDEO Call");
@@ -109,7 +109,7 @@ TEST_F(WindowSearchTest, AmongChosenApplicationsTheCallComesFirst) {
     }
 }
 
-TEST_F(WindowSearchTest, EveryKeywordOfACallIsFoundInUnicodeTitles) {
+TEST_F(WindowMonitorTestOfSearches, EveryKeywordOfACallIsFoundInUnicodeTitles) {
     for (const auto* title : {"Video call", "ÄÖ voice CALL", "group call (3)", "Call with Ünal"}) {
         desktop.windowList().setWindows({{row(1, 900, 900, messenger, "WhatsApp", "chats"),
                                           row(2, 800, 800, messenger, "WhatsApp", "profile"),
@@ -120,7 +120,7 @@ TEST_F(WindowSearchTest, EveryKeywordOfACallIsFoundInUnicodeTitles) {
     }
 }
 
-TEST_F(WindowSearchTest, AmongAllWindowsTheDesktopsOwnPartsAreLeftOut) {
+TEST_F(WindowMonitorTestOfSearches, AmongAllWindowsTheDesktopsOwnPartsAreLeftOut) {
     std::vector<WindowRow> parts;
     for (const auto* owner :
          {"Window Server", "Dock", "Control Center", "NotificationCenter", "Spotlight", "loginwindow",
@@ -146,7 +146,7 @@ TEST_F(WindowSearchTest, AmongAllWindowsTheDesktopsOwnPartsAreLeftOut) {
     }
 }
 
-TEST_F(WindowSearchTest, ASearchReadsTheListOnceAndWithoutASelectionNever) {
+TEST_F(WindowMonitorTestOfSearches, ASearchReadsTheListOnceAndWithoutASelectionNever) {
     WindowMonitor::candidateForSpecificApps({});
     EXPECT_EQ(desktop.windowList().reads(), 0);
     WindowMonitor::candidateForSpecificApps({"net.whatsapp.WhatsApp", "org.editor"});

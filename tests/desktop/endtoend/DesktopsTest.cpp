@@ -21,9 +21,9 @@ std::vector<WindowManagerKind> windowManagers() {
 constexpr auto restTime = std::chrono::milliseconds(600);
 
 /// Runs prompt and mirror on one desktop, and writes the results as a row of the table in docs/desktops.md.
-class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<WindowManagerKind> {
+class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<WindowManagerKind> {
   protected:
-    EveryDesktop() : EndToEndTest(GetParam()) {}
+    DesktopsTest() : EndToEndTest(GetParam()) {}
 
     void TearDown() override {
         if (const char* file = std::getenv("MIRROLET_DESKTOPS_TABLE"); file && !row.empty())
@@ -107,7 +107,7 @@ class EveryDesktop : public EndToEndTest, public testing::WithParamInterface<Win
     std::string row;
 };
 
-TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
+TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     start();
     // A dialog, so that it floats under managers that tile.
     const CallWindow notes(server, {.title = "Notes",
@@ -167,7 +167,7 @@ TEST_P(EveryDesktop, CarriesPromptAndFloatingMirror) {
     note("closed by the other shortcut", [&] { return nothingShown(); });
 }
 
-TEST_P(EveryDesktop, CarriesAMirrorAmongOrdinaryWindows) {
+TEST_P(DesktopsTest, CarriesAMirrorAmongOrdinaryWindows) {
     if (GetParam() == WindowManagerKind::none)
         return;
     startQuiet(R"("pipAlwaysOnTop": false)");
@@ -198,7 +198,7 @@ TEST_P(EveryDesktop, CarriesAMirrorAmongOrdinaryWindows) {
     row.insert(0, ", not floating");
 }
 
-TEST_P(EveryDesktop, KeepsTheMirrorOfACallWhoseWorkspaceIsLeft) {
+TEST_P(DesktopsTest, KeepsTheMirrorOfACallWhoseWorkspaceIsLeft) {
     if (GetParam() == WindowManagerKind::none)
         return;
     start();
@@ -245,10 +245,10 @@ TEST_P(EveryDesktop, KeepsTheMirrorOfACallWhoseWorkspaceIsLeft) {
     accept();
 }
 
-INSTANTIATE_TEST_SUITE_P(Under, EveryDesktop, testing::ValuesIn(windowManagers()),
+INSTANTIATE_TEST_SUITE_P(Under, DesktopsTest, testing::ValuesIn(windowManagers()),
                          [](const auto& each) { return WindowManager::name(each.param); });
 
-class OneDesktop : public EndToEndTest {
+class DesktopsTestOfOne : public EndToEndTest {
   protected:
     void startWith(const Environment& environment) {
         const auto defaults = Program::defaults(R"("startMonitoringOnLaunch": false)");
@@ -265,7 +265,7 @@ class OneDesktop : public EndToEndTest {
     }
 };
 
-TEST_F(OneDesktop, IsTheSameAtEveryScaleFactor) {
+TEST_F(DesktopsTestOfOne, IsTheSameAtEveryScaleFactor) {
     const auto call = showCall();
     for (const double scale : {1.25, 1.5, 2.0}) {
         SCOPED_TRACE(scale);
@@ -291,7 +291,7 @@ TEST_F(OneDesktop, IsTheSameAtEveryScaleFactor) {
     }
 }
 
-TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
+TEST_F(DesktopsTestOfOne, MayHaveTwoMonitorsADockAndOneMonitorLess) {
     // A smaller monitor at the left, lower than the main one.
     xrandr({"--setmonitor", "*Main", "800/211x700/185+480+0", "screen"});
     xrandr({"--setmonitor", "Side", "480/127x600/158+0+200", "none"});
@@ -329,7 +329,7 @@ TEST_F(OneDesktop, MayHaveTwoMonitorsADockAndOneMonitorLess) {
     awaitColour(panel, blue);
 }
 
-TEST_F(OneDesktop, ThatIsAWaylandSessionIsSaidToShowItsX11WindowsOnly) {
+TEST_F(DesktopsTestOfOne, ThatIsAWaylandSessionIsSaidToShowItsX11WindowsOnly) {
     startWith({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_SESSION_TYPE", "wayland"}});
     const auto call = showCall();
     openMirror(*call);

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 /// Sessions during which another program ends. The mirror goes on, the shortcuts work, and the log stays
 /// empty.
-class AMirror : public EndToEndTest {
+class FaultTest : public EndToEndTest {
   protected:
     void open() {
         startQuiet();
@@ -56,7 +56,7 @@ class AMirror : public EndToEndTest {
     xcb_window_t panel = XCB_NONE;
 };
 
-TEST_F(AMirror, OutlivesItsWindowManager) {
+TEST_F(FaultTest, AMirrorOutlivesItsWindowManager) {
     open();
     for (const auto next : {WindowManagerKind::openbox, WindowManagerKind::fluxbox}) {
         manager.reset();
@@ -66,7 +66,7 @@ TEST_F(AMirror, OutlivesItsWindowManager) {
     }
 }
 
-TEST_F(AMirror, OutlivesTheCompositingManager) {
+TEST_F(FaultTest, AMirrorOutlivesTheCompositingManager) {
     open();
     for (int times = 0; times < 2; ++times) {
         const Picom picom(server);
@@ -76,7 +76,7 @@ TEST_F(AMirror, OutlivesTheCompositingManager) {
     }
 }
 
-TEST_F(AMirror, OutlivesTheTray) {
+TEST_F(FaultTest, AMirrorOutlivesTheTray) {
     std::optional<TrayHost> tray(std::in_place, server);
     open();
     for (int times = 0; times < 2; ++times) {
@@ -87,7 +87,7 @@ TEST_F(AMirror, OutlivesTheTray) {
     }
 }
 
-TEST_F(AMirror, OutlivesTheSessionBus) {
+TEST_F(FaultTest, AMirrorOutlivesTheSessionBus) {
     open();
     bus.kill();
     expectAlive("without a session bus");
@@ -98,7 +98,7 @@ TEST_F(AMirror, OutlivesTheSessionBus) {
 }
 
 /// Stops the program, as when the machine sleeps. By hand, as long as wanted: MIRROLET_PAUSE_SECONDS=60
-TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
+TEST_F(FaultTest, AMirrorGoesOnAfterAPauseOfTheWholeProgram) {
     start(R"("pollInterval": 0.05, "promptTimeout": 1)");
     call = showCall();
     awaitPrompt();
@@ -116,7 +116,7 @@ TEST_F(AMirror, GoesOnAfterAPauseOfTheWholeProgram) {
 
 #ifdef FAKETIME_LIBRARY
 /// People and time servers set the clock. In this test only the program sees the other time.
-TEST_F(AMirror, DoesNotMindAClockThatJumps) {
+TEST_F(FaultTest, AMirrorDoesNotMindAClockThatJumps) {
     const auto home = std::make_shared<Sandbox>();
     const auto clock = home->write("clock", "+0");
     program =
@@ -141,7 +141,7 @@ TEST_F(AMirror, DoesNotMindAClockThatJumps) {
 }
 #endif
 
-TEST_F(AMirror, IsShownWhereNothingCanBeSaved) {
+TEST_F(FaultTest, AMirrorIsShownWhereNothingCanBeSaved) {
     const auto home = std::make_shared<Sandbox>();
     home->write("config/mirrolet", "a file in the folder's place");
     program = std::make_unique<Program>(&server, &bus, Program::Options{.home = home});

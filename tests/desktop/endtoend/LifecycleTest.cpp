@@ -11,7 +11,7 @@ namespace {
 using namespace harness;
 using testing::HasSubstr;
 
-class TheProgram : public EndToEndTest {};
+class LifecycleTest : public EndToEndTest {};
 
 std::ptrdiff_t lineCount(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n');
@@ -26,7 +26,7 @@ void expectRefusal(Program& program) {
     EXPECT_EQ(lineCount(program.log()), 1) << program.log();
 }
 
-TEST_F(TheProgram, EndsWellOnTheSignalsThatAskForIt) {
+TEST_F(LifecycleTest, EndsWellOnTheSignalsThatAskForIt) {
     const auto call = showCall();
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(strsignal(number));
@@ -39,7 +39,7 @@ TEST_F(TheProgram, EndsWellOnTheSignalsThatAskForIt) {
     EXPECT_FALSE(isGrabbed(key::f));
 }
 
-TEST_F(TheProgram, EndsWithOneLineWhenTheServerIsLost) {
+TEST_F(LifecycleTest, EndsWithOneLineWhenTheServerIsLost) {
     startQuiet();
     const auto call = showCall();
     openMirror(*call);
@@ -47,7 +47,7 @@ TEST_F(TheProgram, EndsWithOneLineWhenTheServerIsLost) {
     expectRefusal(*program);
 }
 
-TEST_F(TheProgram, SetsABrokenDefaultsFileAsideAndRunsWithItsOwnValues) {
+TEST_F(LifecycleTest, SetsABrokenDefaultsFileAsideAndRunsWithItsOwnValues) {
     const std::string broken = R"({"pollInterval": 0.1, "pipCorner")";
     program = std::make_unique<Program>(&server, &bus, Program::Options{.defaults = broken});
     const auto call = showCall();
@@ -64,7 +64,7 @@ TEST_F(TheProgram, SetsABrokenDefaultsFileAsideAndRunsWithItsOwnValues) {
     EXPECT_TRUE(kept) << "the broken file is still to be found";
 }
 
-TEST(ADesktopThatIsNoGood, IsRefusedWithOneLine) {
+TEST(LifecycleTestOfOddDesktops, ADesktopThatIsNoGoodIsRefusedWithOneLine) {
     {
         SCOPED_TRACE("no DISPLAY");
         Program program(nullptr, nullptr, {});
@@ -77,7 +77,7 @@ TEST(ADesktopThatIsNoGood, IsRefusedWithOneLine) {
     }
 }
 
-TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
+TEST(LifecycleTestOfOddDesktops, AServerWithoutCompositeIsToldOfInOneLineAndOpensNoMirror) {
     XServer::Options options;
     options.composite = false;
     const XServer server(options);
@@ -95,7 +95,7 @@ TEST(AServerWithoutComposite, IsToldOfInOneLineAndOpensNoMirror) {
     EXPECT_TRUE(program.child().running());
 }
 
-TEST(ADesktopWithout, AWindowManagerATrayOrABusStillGetsItsMirror) {
+TEST(LifecycleTestOfOddDesktops, ADesktopWithoutAWindowManagerATrayOrABusStillGetsItsMirror) {
     const XServer server;
     XClient client(server);
     const WindowFacts facts(client);

@@ -6,9 +6,9 @@ namespace {
 
 using namespace harness;
 
-class APanel : public EndToEndTest {};
+class PanelTest : public EndToEndTest {};
 
-TEST_F(APanel, StandsInTheCornerThatTheSettingsSay) {
+TEST_F(PanelTest, StandsInTheCornerThatTheSettingsSay) {
     struct Row {
         const char* corner;
         Box box;
@@ -23,7 +23,7 @@ TEST_F(APanel, StandsInTheCornerThatTheSettingsSay) {
     }
 }
 
-TEST_F(APanel, IsMovedByItsBodyAndResizedByItsGrip) {
+TEST_F(PanelTest, IsMovedByItsBodyAndResizedByItsGrip) {
     startQuiet();
     const auto call = showCall();
     const xcb_window_t panel = openMirror(*call);
@@ -46,7 +46,7 @@ TEST_F(APanel, IsMovedByItsBodyAndResizedByItsGrip) {
     EXPECT_EQ(facts.focus(), call->window());
 }
 
-TEST_F(APanel, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
+TEST_F(PanelTest, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
     start();
     const auto editor = showWindow({.title = "Notes", .wmClass = "Editor", .colour = colourName(green)});
     const xcb_window_t panel = openMirror(*editor, green);
@@ -62,7 +62,7 @@ TEST_F(APanel, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
     awaitPrompt();
 }
 
-TEST_F(APanel, HasRoundCornersWithAndWithoutACompositingManager) {
+TEST_F(PanelTest, HasRoundCornersWithAndWithoutACompositingManager) {
     // A compositing manager does not show the root window's colour.
     CallWindow::Options everywhere;
     everywhere.colour = colourName(orange);

@@ -5,9 +5,9 @@ namespace {
 
 using namespace harness;
 
-class APrompt : public EndToEndTest {};
+class PromptTest : public EndToEndTest {};
 
-TEST_F(APrompt, IsShownForACallAndTakesOnlyTheFocus) {
+TEST_F(PromptTest, IsShownForACallAndTakesOnlyTheFocus) {
     start();
     const auto other = showWindow({.title = "Notes", .wmClass = "Editor"});
     const auto call = showCall();
@@ -25,7 +25,7 @@ TEST_F(APrompt, IsShownForACallAndTakesOnlyTheFocus) {
     EXPECT_THAT(other->keys(), testing::IsEmpty());
 }
 
-TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
+TEST_F(PromptTest, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     start();
     auto call = showCall();
     awaitPrompt();
@@ -40,7 +40,7 @@ TEST_F(APrompt, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     awaitPrompt();
 }
 
-TEST_F(APrompt, HasTheKeysAgainAfterAClickOnIt) {
+TEST_F(PromptTest, HasTheKeysAgainAfterAClickOnIt) {
     start();
     const auto notes = showWindow({.title = "Notes", .wmClass = "Editor", .place = {60, 450, 300, 200}});
     const auto call = showCall();
@@ -55,7 +55,7 @@ TEST_F(APrompt, HasTheKeysAgainAfterAClickOnIt) {
     EXPECT_THAT(notes->keys(), testing::IsEmpty());
 }
 
-TEST_F(APrompt, IsDeclinedByItsTimeOut) {
+TEST_F(PromptTest, IsDeclinedByItsTimeOut) {
     start(R"("promptTimeout": 0.5)");
     const auto call = showCall();
     awaitPrompt();
@@ -64,7 +64,7 @@ TEST_F(APrompt, IsDeclinedByItsTimeOut) {
     EXPECT_TRUE(program->child().running());
 }
 
-TEST_F(APrompt, GoesWithTheCallThatEndsBeforeAnAnswer) {
+TEST_F(PromptTest, GoesWithTheCallThatEndsBeforeAnAnswer) {
     start();
     auto call = showCall();
     awaitPrompt();
@@ -72,7 +72,7 @@ TEST_F(APrompt, GoesWithTheCallThatEndsBeforeAnAnswer) {
     awaitNothing();
 }
 
-TEST_F(APrompt, AnswersToThePointer) {
+TEST_F(PromptTest, AnswersToThePointer) {
     start();
     auto call = showCall();
     struct Row {
@@ -96,7 +96,7 @@ TEST_F(APrompt, AnswersToThePointer) {
 }
 
 /// One process shows several windows, as a browser does for itself and for its web applications.
-TEST_F(APrompt, IsShownForAWatchedWebApplicationAndNotForTheBrowserBesideIt) {
+TEST_F(PromptTest, IsShownForAWatchedWebApplicationAndNotForTheBrowserBesideIt) {
     const auto showOne = [this](const std::string& instance, std::int16_t side, std::uint32_t colour) {
         const auto window = xcb_generate_id(client.xcb());
         const auto size = static_cast<std::uint16_t>(side);

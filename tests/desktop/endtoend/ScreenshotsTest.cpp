@@ -21,11 +21,11 @@ void PrintTo(const Look& look, std::ostream* out) {
 }
 
 /// Makes the pictures of the pages, for scripts/screenshots. Fails if a step does not happen.
-class DISABLED_Screenshots : public SettingsSteps, public testing::WithParamInterface<Look> {
+class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:
     static constexpr int manyEntries = 6000; ///< Enough to see the scan.
 
-    DISABLED_Screenshots() : SettingsSteps({.width = 2560, .height = 1600}) {
+    DISABLED_ScreenshotsTest() : SettingsSteps({.width = 2560, .height = 1600}) {
         environment["QT_SCALE_FACTOR"] = std::to_string(GetParam().scale);
         if (GetParam().dark)
             makeDark();
@@ -78,7 +78,7 @@ class DISABLED_Screenshots : public SettingsSteps, public testing::WithParamInte
     void pointerOut() const { Pointer(facts.connection()).move(2, 2); }
 };
 
-TEST_P(DISABLED_Screenshots, OfTheSettings) {
+TEST_P(DISABLED_ScreenshotsTest, OfTheSettings) {
     home->write("config/autostart", "A file where the folder would be.");
     openSettings(R"("startMonitoringOnLaunch": true)");
     const xcb_window_t window = awaitWindow();
@@ -106,7 +106,7 @@ TEST_P(DISABLED_Screenshots, OfTheSettings) {
     take("settings-alert", facts.topLevel(alert));
 }
 
-TEST_P(DISABLED_Screenshots, OfACall) {
+TEST_P(DISABLED_ScreenshotsTest, OfACall) {
     const Picom compositor(server);
     const CallWindow ground(server, {.title = "Ground",
                                      .wmClass = "Ground",
@@ -128,7 +128,7 @@ TEST_P(DISABLED_Screenshots, OfACall) {
     take("mirror", wider(facts.box(panel), 16));
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, DISABLED_Screenshots,
+INSTANTIATE_TEST_SUITE_P(Looks, DISABLED_ScreenshotsTest,
                          testing::Values(Look{"light", false, 1}, Look{"dark", true, 1},
                                          Look{"light-200", false, 2}, Look{"dark-200", true, 2}),
                          [](const auto& each) {

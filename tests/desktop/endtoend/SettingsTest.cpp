@@ -16,7 +16,7 @@ using testing::HasSubstr;
 
 constexpr auto monitoring = R"("pollInterval": 0.1)";
 
-class TheSettings : public SettingsSteps {
+class SettingsTest : public SettingsSteps {
   protected:
     /// Shows a window of another application, in front of the settings window.
     std::unique_ptr<CallWindow> showWindowOf(const std::string& application, std::uint32_t colour) {
@@ -74,7 +74,7 @@ const std::vector<Change>& changes() {
     return rows;
 }
 
-TEST_F(TheSettings, AreChangedWithThePointer) {
+TEST_F(SettingsTest, AreChangedWithThePointer) {
     openSettings();
     for (const Change& row : changes()) {
         SCOPED_TRACE(row.name);
@@ -94,7 +94,7 @@ TEST_F(TheSettings, AreChangedWithThePointer) {
 }
 
 /// Operates the settings from the tab bar on, without the pointer.
-TEST_F(TheSettings, AreChangedWithTheKeyboardAlone) {
+TEST_F(SettingsTest, AreChangedWithTheKeyboardAlone) {
     openSettings();
     tabTo("page tab list", "General");
     tabTo("check box", "Launch at login");
@@ -143,7 +143,7 @@ TEST_F(TheSettings, AreChangedWithTheKeyboardAlone) {
     awaitSaved("org.example.Beta");
 }
 
-TEST_F(TheSettings, HaveANameForWhateverTakesTheKeyboard) {
+TEST_F(SettingsTest, HaveANameForWhateverTakesTheKeyboard) {
     openSettings();
     for (const std::string page : {"General", "PiP"}) {
         choosePage(page);
@@ -161,7 +161,7 @@ TEST_F(TheSettings, HaveANameForWhateverTakesTheKeyboard) {
     EXPECT_EQ(find("push button", "Show/hide PiP shortcut").description, "Super+Alt+P");
 }
 
-TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
+TEST_F(SettingsTest, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     openSettings();
     const xcb_window_t window = awaitWindow();
     constexpr int titleBar = 24; // By so much the window manager may move the window.
@@ -200,7 +200,7 @@ TEST_F(TheSettings, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     EXPECT_EQ(program->windows(facts).size(), 1U);
 }
 
-TEST_F(TheSettings, OpenFromTheMenu) {
+TEST_F(SettingsTest, OpenFromTheMenu) {
     const StatusHost host(bus);
     host.setPresent(true);
     startQuiet();
@@ -214,7 +214,7 @@ TEST_F(TheSettings, OpenFromTheMenu) {
     awaitWindow();
 }
 
-TEST_F(TheSettings, AlsoOfShortcutsTakeEffectAtOnce) {
+TEST_F(SettingsTest, AlsoOfShortcutsTakeEffectAtOnce) {
     openSettings();
     choosePage("PiP");
     record("Show/hide PiP shortcut", {key::leftControl, key::leftShift, k}, "Ctrl+Shift+K");
@@ -236,7 +236,7 @@ TEST_F(TheSettings, AlsoOfShortcutsTakeEffectAtOnce) {
     require("the mirror is hidden", [this] { return program->windows(facts).size() == 1; });
 }
 
-TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
+TEST_F(SettingsTest, KeepAShortcutUntilAnotherIsRecorded) {
     openSettings();
     choosePage("PiP");
     const Picture before = pictureOf(find("push button", "Show/hide PiP shortcut"));
@@ -271,7 +271,7 @@ TEST_F(TheSettings, KeepAShortcutUntilAnotherIsRecorded) {
 
 /// A limit on the length of files stands in for a full disk, which needs root. Writing ends in the middle of
 /// the file.
-TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
+TEST_F(SettingsTest, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
     std::signal(SIGXFSZ, SIG_IGN); // The program inherits this, and would end by the signal otherwise.
     const std::string others = R"("others": ")" + std::string(2000, 'x') + '"';
     openSettings(R"("startMonitoringOnLaunch": false, )" + others);
@@ -303,7 +303,7 @@ TEST_F(TheSettings, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
     EXPECT_EQ(program->log(), said);
 }
 
-TEST_F(TheSettings, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAnswer) {
+TEST_F(SettingsTest, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAnswer) {
     for (int number = 0; number < 2000; ++number) // So many that reading them takes a while.
         home->write("data/applications/many" + std::to_string(number) + ".desktop", "[Desktop Entry]\n");
     openSettings();
@@ -322,7 +322,7 @@ TEST_F(TheSettings, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAn
     awaitSaved(R"("pipAlwaysOnTop": false)");
 }
 
-TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
+TEST_F(SettingsTest, OfMonitoringTakeEffectInTheRunningProgram) {
     openSettings(R"("pollInterval": 600)");
     const auto call = std::make_unique<CallWindow>(
         server, CallWindow::Options{.wmClass = "Alpha", .place = {860, 300, 300, 300}});
@@ -350,7 +350,7 @@ TEST_F(TheSettings, OfMonitoringTakeEffectInTheRunningProgram) {
     require("the mirror comes back", [&] { return mirror() && facts.isAbove(*mirror(), cover->window()); });
 }
 
-TEST_F(TheSettings, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
+TEST_F(SettingsTest, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
     openSettings(monitoring);
     choosePage("PiP");
     const auto other = showWindowOf("Mail", green);
@@ -362,7 +362,7 @@ TEST_F(TheSettings, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
     awaitPrompt();
 }
 
-TEST_F(TheSettings, OfTheLoginItemAreTheFile) {
+TEST_F(SettingsTest, OfTheLoginItemAreTheFile) {
     openSettings();
     const auto clickTo = [this](bool isOn) {
         click("check box", "Launch at login");
@@ -387,7 +387,7 @@ TEST_F(TheSettings, OfTheLoginItemAreTheFile) {
     }
 }
 
-TEST_F(TheSettings, SayWhyTheLoginItemCannotBeHad) {
+TEST_F(SettingsTest, SayWhyTheLoginItemCannotBeHad) {
     home->write("config/autostart", "A file where the folder would be.");
     openSettings();
     for (const char* answer : {"OK", "Escape"}) {
@@ -403,47 +403,6 @@ TEST_F(TheSettings, SayWhyTheLoginItemCannotBeHad) {
         require("the alert is gone", [&] { return !facts.viewable(alert); });
         EXPECT_FALSE(find("check box", "Launch at login").checked);
     }
-}
-
-class ASecondStart : public EndToEndTest {
-  protected:
-    using Bus = const SessionBus*;
-
-    /// Returns when another start can find the program.
-    std::unique_ptr<Program> startOn(const XServer& screen, Bus bus) {
-        auto started = std::make_unique<Program>(&screen, bus, Program::Options{.home = home});
-        XClient onScreen(screen);
-        require("the program takes its shortcuts", [&] { return isGrabbed(onScreen, key::f); });
-        return started;
-    }
-
-    void expectSecondShows(const XServer& screen, Bus bus, const Program& first) {
-        EXPECT_EQ(Program(&screen, bus, {.home = home}).child().waitForExit(), 0);
-        XClient onScreen(screen);
-        const WindowFacts there(onScreen);
-        require("the first shows its settings", [&] { return first.windows(there).size() == 1; });
-    }
-
-    std::shared_ptr<Sandbox> home = std::make_shared<Sandbox>();
-};
-
-TEST_F(ASecondStart, FindsTheFirstWithoutABusAndNothingOfOneThatWasKilled) {
-    for (int times = 0; times < 2; ++times) {
-        const auto first = startOn(server, nullptr);
-        expectSecondShows(server, nullptr, *first);
-        first->child().signal(SIGKILL);
-        first->child().waitForExit();
-        require("nothing is grabbed", [this] { return !isGrabbed(key::f); });
-    }
-}
-
-TEST_F(ASecondStart, OnAnotherDisplayIsAnotherProgram) {
-    const XServer right;
-    const auto first = startOn(server, &bus);
-    const auto second = startOn(right, &bus);
-    expectSecondShows(right, &bus, *second);
-    EXPECT_TRUE(first->child().running());
-    EXPECT_TRUE(first->windows(facts).empty());
 }
 
 } // namespace

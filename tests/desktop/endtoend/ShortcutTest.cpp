@@ -15,10 +15,10 @@ void PrintTo(const Keys& keys, std::ostream* out) {
     *out << keys.name;
 }
 
-class Shortcuts : public EndToEndTest {};
-class ShortcutsWith : public EndToEndTest, public testing::WithParamInterface<Keys> {};
+class ShortcutTest : public EndToEndTest {};
+class ShortcutTestOfKeys : public EndToEndTest, public testing::WithParamInterface<Keys> {};
 
-TEST_P(ShortcutsWith, OpenHideShowAndCloseTheMirror) {
+TEST_P(ShortcutTestOfKeys, OpenHideShowAndCloseTheMirror) {
     keyboard.setLayout(GetParam().layout);
     for (const int lock : GetParam().locks)
         keyboard.stroke({lock});
@@ -38,14 +38,14 @@ TEST_P(ShortcutsWith, OpenHideShowAndCloseTheMirror) {
     EXPECT_THAT(call->keys(), testing::Not(testing::Contains("key 41 press"))); // F was part of the shortcut.
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, ShortcutsWith,
+INSTANTIATE_TEST_SUITE_P(Keys, ShortcutTestOfKeys,
                          testing::Values(Keys{"NoLock", {}, "us"}, Keys{"NumLock", {key::numLock}, "us"},
                                          Keys{"CapsLock", {key::capsLock}, "us"},
                                          Keys{"BothLocks", {key::numLock, key::capsLock}, "us"},
                                          Keys{"RussianLayout", {}, "ru"}),
                          [](const auto& each) { return each.param.name; });
 
-TEST_F(Shortcuts, FollowALayoutThatChangesWhileItRuns) {
+TEST_F(ShortcutTest, FollowALayoutThatChangesWhileItRuns) {
     startQuiet();
     const auto call = showCall();
     giveKeyboardTo(*call);
@@ -55,7 +55,7 @@ TEST_F(Shortcuts, FollowALayoutThatChangesWhileItRuns) {
     awaitPanel();
 }
 
-TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
+TEST_F(ShortcutTest, ThatAreTakenAreLoggedAndTheOthersWork) {
     const auto code = static_cast<xcb_keycode_t>(key::f + 8);
     XClient rival(server);
     xcb_grab_key(rival.xcb(), 0, rival.root(), XCB_MOD_MASK_ANY, code, XCB_GRAB_MODE_ASYNC,
@@ -73,7 +73,7 @@ TEST_F(Shortcuts, ThatAreTakenAreLoggedAndTheOthersWork) {
     awaitNothing();
 }
 
-TEST_F(Shortcuts, MirrorTheLargestWindowOfTheFrontmostApplication) {
+TEST_F(ShortcutTest, MirrorTheLargestWindowOfTheFrontmostApplication) {
     startQuiet();
     const auto other =
         showWindow({.title = "Mail", .wmClass = "Mail", .place = {60, 80, 900, 600}, .colour = "20a040"});

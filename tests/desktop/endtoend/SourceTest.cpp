@@ -5,7 +5,7 @@ namespace {
 
 using namespace harness;
 
-class ASource : public EndToEndTest {
+class SourceTest : public EndToEndTest {
   protected:
     void SetUp() override {
         startQuiet();
@@ -17,14 +17,14 @@ class ASource : public EndToEndTest {
     xcb_window_t panel = XCB_NONE;
 };
 
-TEST_F(ASource, IsMirroredWhileItIsObscured) {
+TEST_F(SourceTest, IsMirroredWhileItIsObscured) {
     const auto cover = showWindow({.title = "Notes", .wmClass = "Editor", .place = {10, 10, 900, 600}});
     require("the source is obscured", [&] { return facts.isAbove(cover->window(), call->window()); });
     call->tell("colour " + colourName(green));
     awaitColour(panel, green);
 }
 
-TEST_F(ASource, KeepsItsProportionsWhenItIsResized) {
+TEST_F(SourceTest, KeepsItsProportionsWhenItIsResized) {
     call->tell("resize 200 400");
     call->tell("colour " + colourName(green));
     awaitColour(panel, green);
@@ -37,7 +37,7 @@ TEST_F(ASource, KeepsItsProportionsWhenItIsResized) {
     EXPECT_TRUE(isNear(facts.pixel(box.x + 70, box.y + 50), green));
 }
 
-TEST_F(ASource, LeavesItsLastPictureWhileItIsMinimizedAndLivesOnAfterwards) {
+TEST_F(SourceTest, LeavesItsLastPictureWhileItIsMinimizedAndLivesOnAfterwards) {
     commands.minimize(call->window());
     require("the source is minimized", [&] { return !facts.viewable(call->window()); });
     EXPECT_TRUE(holdsFor([&] { return isNear(centreOf(panel), blue); }, std::chrono::milliseconds(400)));
@@ -47,7 +47,7 @@ TEST_F(ASource, LeavesItsLastPictureWhileItIsMinimizedAndLivesOnAfterwards) {
     awaitColour(panel, green);
 }
 
-TEST_F(ASource, LeavesItsLastPictureWhileItIsOnAnotherDesktopAndLivesOnAfterwards) {
+TEST_F(SourceTest, LeavesItsLastPictureWhileItIsOnAnotherDesktopAndLivesOnAfterwards) {
     commands.setDesktopCount(2);
     commands.switchToDesktop(1);
     require("the source is out of sight", [&] { return !facts.viewable(call->window()); });
@@ -58,7 +58,7 @@ TEST_F(ASource, LeavesItsLastPictureWhileItIsOnAnotherDesktopAndLivesOnAfterward
     awaitColour(panel, green);
 }
 
-TEST_F(ASource, ClosesTheMirrorWhenItIsDestroyed) {
+TEST_F(SourceTest, ClosesTheMirrorWhenItIsDestroyed) {
     using namespace std::chrono;
     const auto from = steady_clock::now();
     call->tell("quit");
@@ -70,7 +70,7 @@ TEST_F(ASource, ClosesTheMirrorWhenItIsDestroyed) {
     openMirror(*call, green);
 }
 
-TEST_F(ASource, ClosesTheMirrorWhenItsProgramIsKilled) {
+TEST_F(SourceTest, ClosesTheMirrorWhenItsProgramIsKilled) {
     call->kill();
     awaitNothing();
     EXPECT_TRUE(program->child().running());

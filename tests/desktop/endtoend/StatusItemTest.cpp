@@ -14,7 +14,7 @@ namespace {
 using namespace harness;
 using namespace std::chrono_literals;
 
-class TheStatusItem : public EndToEndTest {
+class StatusItemTest : public EndToEndTest {
   protected:
     std::optional<Box> icon() { return statusIcon(facts, program->pid()); }
 
@@ -44,7 +44,7 @@ class TheStatusItem : public EndToEndTest {
     }
 };
 
-TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
+TEST_F(StatusItemTest, ComesWithATrayThatComesLaterGoesAndComesBack) {
     startQuiet();
     EXPECT_FALSE(icon());
     for (int times = 0; times < 2; ++times) {
@@ -55,7 +55,7 @@ TEST_F(TheStatusItem, ComesWithATrayThatComesLaterGoesAndComesBack) {
     }
 }
 
-TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
+TEST_F(StatusItemTest, OpensItsMenuWithEitherButton) {
     const TrayHost tray(server);
     startQuiet();
     awaitIcon();
@@ -72,7 +72,7 @@ TEST_F(TheStatusItem, OpensItsMenuWithEitherButton) {
     EXPECT_EQ(program->child().waitForExit(), 0) << "Ctrl+Q in the open menu";
 }
 
-TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBack) {
+TEST_F(StatusItemTest, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBack) {
     auto host = std::make_unique<StatusHost>(bus);
     startQuiet();
     EXPECT_EQ(host->icons(), 0);
@@ -90,7 +90,7 @@ TEST_F(TheStatusItem, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBac
     require("the status icon with another registry", [&] { return host->icons() == 1; });
 }
 
-TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
+TEST_F(StatusItemTest, ComesBackWithASessionBusThatIsStartedAnew) {
     startQuiet();
     for (const bool anew : {false, true}) {
         if (anew)
@@ -109,7 +109,7 @@ TEST_F(TheStatusItem, ComesBackWithASessionBusThatIsStartedAnew) {
     EXPECT_EQ(program->log(), "");
 }
 
-TEST_F(TheStatusItem, IsNotHeldUpByARegistryThatHangs) {
+TEST_F(StatusItemTest, IsNotHeldUpByARegistryThatHangs) {
     const StatusHost host(bus);
     host.setPresent(true);
     host.child().signal(SIGSTOP);

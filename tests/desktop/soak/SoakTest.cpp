@@ -1,5 +1,5 @@
 // Runs many sessions and compares what the program holds. By hand, as many as wanted:
-//   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='Soak.*'
+//   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='SoakTest.*'
 
 #include "tests/desktop/endtoend/EndToEndTest.h"
 #include "tests/desktop/harness/Holdings.h"
@@ -32,7 +32,7 @@ double number(const char* variable, double otherwise) {
     return text == nullptr ? otherwise : std::atof(text);
 }
 
-class Soak : public EndToEndTest {
+class SoakTest : public EndToEndTest {
   protected:
     void SetUp() override {
         commands.setDesktopCount(2);
@@ -104,7 +104,7 @@ class Soak : public EndToEndTest {
     const double mirrorSeconds = number("MIRROLET_SOAK_SECONDS", 0.1);
 };
 
-TEST_F(Soak, HoldsNoMoreAfterManySessionsThanAfterTheTenth) {
+TEST_F(SoakTest, HoldsNoMoreAfterManySessionsThanAfterTheTenth) {
     const int sessions = static_cast<int>(number("MIRROLET_SOAK_SESSIONS", briefly));
     for (int session = 1; session <= warmUp; ++session)
         runSession(session);

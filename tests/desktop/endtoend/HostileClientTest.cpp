@@ -16,10 +16,10 @@ namespace {
 using namespace harness;
 
 /// Repeats one step, on a connection and a thread of its own, until the destructor ends the thread.
-class RudeClient {
+class HostileClient {
   public:
     /// Calls `step` with the client and the number of the round, `perSecond` times a second.
-    RudeClient(const XServer& server, int perSecond, std::function<void(XClient&, unsigned)> step)
+    HostileClient(const XServer& server, int perSecond, std::function<void(XClient&, unsigned)> step)
         : client(server), thread([this, perSecond, step = std::move(step)] {
               auto due = std::chrono::steady_clock::now();
               for (unsigned round = 0; !done; ++round) {
@@ -29,12 +29,12 @@ class RudeClient {
                   std::this_thread::sleep_until(due);
               }
           }) {}
-    ~RudeClient() {
+    ~HostileClient() {
         done = true;
         thread.join();
     }
-    RudeClient(const RudeClient&) = delete;
-    RudeClient& operator=(const RudeClient&) = delete;
+    HostileClient(const HostileClient&) = delete;
+    HostileClient& operator=(const HostileClient&) = delete;
 
   private:
     XClient client;
@@ -55,10 +55,10 @@ void resize(XClient& client, xcb_window_t window, std::uint32_t width, std::uint
     client.sync();
 }
 
-class TheMirrorOf : public EndToEndTest {
+class HostileClientTest : public EndToEndTest {
   protected:
     /// Without a window manager, which would cost more than the program.
-    TheMirrorOf() : EndToEndTest(WindowManagerKind::none) {}
+    HostileClientTest() : EndToEndTest(WindowManagerKind::none) {}
 
     /// Mirrors a detected call. The window list is read ten times a second meanwhile.
     void detect(const std::string& defaults = {}) {
@@ -105,7 +105,7 @@ class TheMirrorOf : public EndToEndTest {
     xcb_window_t panel = XCB_NONE;
 };
 
-TEST_F(TheMirrorOf, AWindowWithATitleOfAMegabyteStaysAlive) {
+TEST_F(HostileClientTest, AMirrorOfAWindowWithATitleOfAMegabyteStaysAlive) {
     detect();
     setTitle(client, call->window(), std::string(1'000'000, 'x').append(" video call"));
     expectAlive();
@@ -116,7 +116,7 @@ TEST_F(TheMirrorOf, AWindowWithATitleOfAMegabyteStaysAlive) {
     printCost("a new title of a megabyte, 60 times a second");
 }
 
-TEST_F(TheMirrorOf, AWindowAmongThousandsStaysAlive) {
+TEST_F(HostileClientTest, AMirrorOfAWindowAmongThousandsStaysAlive) {
     const char* wanted = std::getenv("MIRROLET_MANY_WINDOWS");
     const int count = wanted == nullptr ? 10000 : std::atoi(wanted);
     // By hand, with the default poll interval.
@@ -135,7 +135,7 @@ TEST_F(TheMirrorOf, AWindowAmongThousandsStaysAlive) {
     printCost("among " + std::to_string(count) + " windows");
 }
 
-TEST_F(TheMirrorOf, AWindowOfOddSizesStaysAlive) {
+TEST_F(HostileClientTest, AMirrorOfAWindowOfOddSizesStaysAlive) {
     choose();
     const std::pair<int, int> sizes[] = {{30000, 2}, {2, 30000}, {1, 1}, {32767, 1}, {400, 400}};
     for (const auto& [width, height] : sizes) {
@@ -146,7 +146,7 @@ TEST_F(TheMirrorOf, AWindowOfOddSizesStaysAlive) {
     expectAlive();
 }
 
-TEST_F(TheMirrorOf, AWindowThatIsResizedOnEveryFrameStaysAlive) {
+TEST_F(HostileClientTest, AMirrorOfAWindowThatIsResizedOnEveryFrameStaysAlive) {
     detect();
     {
         const HostileClient hostile(server, 60, [window = call->window()](XClient& own, unsigned round) {
@@ -158,7 +158,7 @@ TEST_F(TheMirrorOf, AWindowThatIsResizedOnEveryFrameStaysAlive) {
     expectAlive();
 }
 
-TEST_F(TheMirrorOf, AWindowWhosePropertiesAndPicturesFloodStaysAlive) {
+TEST_F(HostileClientTest, AMirrorOfAWindowWhosePropertiesAndPicturesFloodStaysAlive) {
     detect();
     const std::pair<const char*, std::function<void(XClient&, unsigned)>> floods[] = {
         {"6,000 property changes a second",
