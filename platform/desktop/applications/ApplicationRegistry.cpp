@@ -19,7 +19,7 @@ ApplicationRegistry::ProcessKey ApplicationRegistry::keyOf(const WindowOwner& ow
 
 std::vector<Application> ApplicationRegistry::applicationsOf(const std::vector<WindowOwner>& windows,
                                                              bool complete) {
-    const std::lock_guard lock(registryMutex);
+    const MutexLock lock(registryMutex);
     readEntriesAnew();
     if (complete) {
         for (auto& [window, known] : windowsKnown)
@@ -118,7 +118,7 @@ bool ApplicationRegistry::lives(const ProcessKey& key, const Process& process) c
 }
 
 std::optional<Application> ApplicationRegistry::running(std::int32_t number) {
-    const std::lock_guard lock(registryMutex);
+    const MutexLock lock(registryMutex);
     for (const auto& [key, process] : processesKnown) {
         for (const auto& [entryId, application] : process.applications) {
             if (application.pid == number)

@@ -5,10 +5,10 @@
 #include "platform/desktop/applications/DesktopEntryIndex.h"
 #include "platform/desktop/applications/ProcFolder.h"
 #include "platform/desktop/applications/WindowOwner.h"
+#include "platform/foundation/Mutex.h"
 
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -52,23 +52,24 @@ class ApplicationRegistry {
     };
 
     static ProcessKey keyOf(const WindowOwner& owner);
-    void readEntriesAnew();
-    Application applicationOf(const WindowOwner& owner);
-    Application resolve(const WindowOwner& owner);
-    Process& processOf(const WindowOwner& owner);
-    std::int32_t numberFor(const Process& process, std::int32_t pid);
-    void forgetUnlisted();
+    void readEntriesAnew() MIRROLET_REQUIRES(registryMutex);
+    Application applicationOf(const WindowOwner& owner) MIRROLET_REQUIRES(registryMutex);
+    Application resolve(const WindowOwner& owner) MIRROLET_REQUIRES(registryMutex);
+    Process& processOf(const WindowOwner& owner) MIRROLET_REQUIRES(registryMutex);
+    std::int32_t numberFor(const Process& process, std::int32_t pid) MIRROLET_REQUIRES(registryMutex);
+    void forgetUnlisted() MIRROLET_REQUIRES(registryMutex);
     [[nodiscard]] bool lives(const ProcessKey& key, const Process& process) const;
 
     const std::int32_t ownPid;
     const ProcFolder processes;
 
-    std::mutex registryMutex; ///< Guards the members below.
-    DesktopEntryIndex index;
-    std::unordered_map<WindowNumber, Known> windowsKnown;
-    std::map<ProcessKey, Process> processesKnown;
-    std::uint32_t numbersGiven = 0;
-    bool changed = false; ///< A window was added since forgetUnlisted() last forgot processes.
+    Mutex registryMutex;
+    DesktopEntryIndex index MIRROLET_GUARDED_BY(registryMutex);
+    std::unordered_map<WindowNumber, Known> windowsKnown MIRROLET_GUARDED_BY(registryMutex);
+    std::map<ProcessKey, Process> processesKnown MIRROLET_GUARDED_BY(registryMutex);
+    std::uint32_t numbersGiven MIRROLET_GUARDED_BY(registryMutex) = 0;
+    /// A window was added since forgetUnlisted() last forgot processes.
+    bool changed MIRROLET_GUARDED_BY(registryMutex) = false;
 };
 
 } // namespace mirrolet::platform::desktop

@@ -67,7 +67,7 @@ std::uint64_t CaptureSource::packed(PixelSize size, int borderWidth) {
 }
 
 CaptureResult CaptureSource::image() {
-    const std::lock_guard lock(captureMutex);
+    const MutexLock lock(captureMutex);
     const bool changed = !gone && update();
     if (gone)
         return xcb_connection_has_error(connection.xcb()) ? CaptureFailure::serverLost : CaptureFailure::gone;

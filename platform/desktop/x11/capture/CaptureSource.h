@@ -6,6 +6,7 @@
 #include "platform/desktop/x11/capture/SourceWindow.h"
 #include "platform/desktop/x11/capture/WindowContent.h"
 #include "platform/desktop/x11/server/RenderFormats.h"
+#include "platform/foundation/Mutex.h"
 
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
@@ -13,7 +14,6 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -25,8 +25,9 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
   public:
     /// Selects the window's events; does not wait for the server.
     CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window);
-    /// `selectedAnew`: another source has this window number by now, and its event selection must stay.
-    void end(bool selectedAnew);
+    /// `selectedAnew`: another source has this window number by now, and its event selection must stay. The
+    /// source has no owner any more, so no other thread uses it.
+    void end(bool selectedAnew) MIRROLET_UNCHECKED;
 
     /// The window's image now. The same object, without a request to the server, if nothing changed. The same
     /// object too if the viewers of the image have drawn the change.
@@ -48,22 +49,22 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
   private:
     static std::uint64_t packed(PixelSize size, int borderWidth);
 
-    bool update();
-    void perform(const CapturePolicy::Commands& commands);
-    void perform(CaptureCommand command);
-    void checkWindow();
-    void checkViewable();
-    void checkRedirection();
-    void watchDamage();
-    void subtractDamage();
-    void takeDamage();
-    void redirect();
+    bool update() MIRROLET_REQUIRES(captureMutex);
+    void perform(const CapturePolicy::Commands& commands) MIRROLET_REQUIRES(captureMutex);
+    void perform(CaptureCommand command) MIRROLET_REQUIRES(captureMutex);
+    void checkWindow() MIRROLET_REQUIRES(captureMutex);
+    void checkViewable() MIRROLET_REQUIRES(captureMutex);
+    void checkRedirection() MIRROLET_REQUIRES(captureMutex);
+    void watchDamage() MIRROLET_REQUIRES(captureMutex);
+    void subtractDamage() MIRROLET_REQUIRES(captureMutex);
+    void takeDamage() MIRROLET_REQUIRES(captureMutex);
+    void redirect() MIRROLET_REQUIRES(captureMutex);
     void unredirect();
-    void readDirectly();
-    void stopReading();
-    void namePixmap();
-    [[nodiscard]] bool canEverBeDirect() const;
-    [[nodiscard]] bool hasSameGeometry(const DirectPixels& direct) const;
+    void readDirectly() MIRROLET_REQUIRES(captureMutex);
+    void stopReading() MIRROLET_REQUIRES(captureMutex);
+    void namePixmap() MIRROLET_REQUIRES(captureMutex);
+    [[nodiscard]] bool canEverBeDirect() const MIRROLET_REQUIRES(captureMutex);
+    [[nodiscard]] bool hasSameGeometry(const DirectPixels& direct) const MIRROLET_REQUIRES(captureMutex);
 
     X11Connection& connection;
     const RenderFormats& formats;
@@ -75,15 +76,19 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     std::atomic<std::uint64_t> checkedGeometry = 0; ///< As packed(), when the window was checked last.
     ReportedDamage reportedDamage;
 
-    std::mutex captureMutex; ///< Guards all that follows. Viewers are called with it locked.
-    CapturePolicy policy;
-    SourceWindow source; ///< As it was checked last.
-    PixelRect obscured;  ///< The parts that the pixmap lacks when the window is redirected, in the window.
-    ServerResource<&xcb_damage_destroy, XError::damage> damage;
-    PixelRect takenDamage;
-    std::shared_ptr<WindowContent> content;
-    std::shared_ptr<WindowContent> waitingContent; ///< The named pixmap until it is shown.
-    std::weak_ptr<const X11WindowImage> lastImage;
+    /// The first in the order of the mutexes: source, viewers, presenter, content. Viewers are called with it
+    /// locked.
+    Mutex captureMutex;
+    CapturePolicy policy MIRROLET_GUARDED_BY(captureMutex);
+    SourceWindow source MIRROLET_GUARDED_BY(captureMutex); ///< As it was checked last.
+    /// The parts that the pixmap lacks when the window is redirected, in the window.
+    PixelRect obscured MIRROLET_GUARDED_BY(captureMutex);
+    ServerResource<&xcb_damage_destroy, XError::damage> damage MIRROLET_GUARDED_BY(captureMutex);
+    PixelRect takenDamage MIRROLET_GUARDED_BY(captureMutex);
+    std::shared_ptr<WindowContent> content MIRROLET_GUARDED_BY(captureMutex);
+    /// The named pixmap until it is shown.
+    std::shared_ptr<WindowContent> waitingContent MIRROLET_GUARDED_BY(captureMutex);
+    std::weak_ptr<const X11WindowImage> lastImage MIRROLET_GUARDED_BY(captureMutex);
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -7,27 +7,27 @@
 namespace mirrolet::platform::desktop::x11 {
 
 void ReportedDamage::add(const PixelRect& area, std::uint32_t eventSequence) {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     box = united(box, area);
     if (isAfter(redirectSequence, eventSequence))
         repainted = united(repainted, area);
 }
 
 PixelRect ReportedDamage::take() {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     return std::exchange(box, {});
 }
 
 /// The request is made under the mutex, because its first events may be read before it returns.
 void ReportedDamage::awaitRepaint(const PixelRect& obscured, const std::function<std::uint32_t()>& redirect) {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     redirectSequence = redirect();
     awaited = obscured;
     repainted = {};
 }
 
 bool ReportedDamage::isRepainted() const {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     return contains(repainted, awaited);
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/desktop/Pixels.h"
+#include "platform/foundation/Mutex.h"
 
 #include <cstdint>
 #include <functional>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -28,11 +28,11 @@ class ReportedDamage {
     [[nodiscard]] bool isRepainted() const;
 
   private:
-    mutable std::mutex damageMutex; ///< Guards all that follows. No other mutex is locked while it is held.
-    PixelRect box;
-    std::uint32_t redirectSequence = 0;
-    PixelRect awaited;
-    PixelRect repainted; ///< Since the window was redirected.
+    mutable Mutex damageMutex; ///< No other mutex is locked while it is held.
+    PixelRect box MIRROLET_GUARDED_BY(damageMutex);
+    std::uint32_t redirectSequence MIRROLET_GUARDED_BY(damageMutex) = 0;
+    PixelRect awaited MIRROLET_GUARDED_BY(damageMutex);
+    PixelRect repainted MIRROLET_GUARDED_BY(damageMutex); ///< Since the window was redirected.
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -53,7 +53,7 @@ void WindowContent::stopReading() {
 }
 
 void WindowContent::noteDamage(PixelRect area) {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     recent.push_back(area);
     ++noted;
     if (recent.size() > damagesKept)
@@ -61,12 +61,12 @@ void WindowContent::noteDamage(PixelRect area) {
 }
 
 std::uint64_t WindowContent::serial() const {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     return noted;
 }
 
 PixelRect WindowContent::changedBetween(std::uint64_t earlier, std::uint64_t later) const {
-    const std::lock_guard lock(damageMutex);
+    const MutexLock lock(damageMutex);
     if (earlier > later || later > noted || noted - earlier > recent.size())
         return {0, 0, visible.width, visible.height};
     PixelRect changed;
@@ -79,17 +79,17 @@ PixelRect WindowContent::changedBetween(std::uint64_t earlier, std::uint64_t lat
 }
 
 void WindowContent::watch(ImageViewer& viewer) const {
-    const std::lock_guard lock(viewersMutex);
+    const MutexLock lock(viewersMutex);
     viewers.push_back(&viewer);
 }
 
 void WindowContent::unwatch(ImageViewer& viewer) const {
-    const std::lock_guard lock(viewersMutex);
+    const MutexLock lock(viewersMutex);
     std::erase(viewers, &viewer);
 }
 
 bool WindowContent::showToViewers(const std::shared_ptr<const X11WindowImage>& image) const {
-    const std::lock_guard lock(viewersMutex);
+    const MutexLock lock(viewersMutex);
     const auto shown =
         std::count_if(viewers.begin(), viewers.end(), [&](auto* viewer) { return viewer->show(image); });
     return shown > 0 && static_cast<std::size_t>(shown) == viewers.size();

@@ -4,11 +4,11 @@
 #include "platform/desktop/x11/capture/DirectPixels.h"
 #include "platform/desktop/x11/capture/ImageViewer.h"
 #include "platform/desktop/x11/capture/StoredPixels.h"
+#include "platform/foundation/Mutex.h"
 
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <variant>
 #include <vector>
 
@@ -62,12 +62,14 @@ class WindowContent {
     const Pixels pixels;
     const PixelRect visible; ///< In the window, without its border.
 
-    mutable std::mutex damageMutex; ///< Guards the next two.
-    std::deque<PixelRect> recent; ///< The last damages, in the window. The newest one has the number `noted`.
-    std::uint64_t noted = 0;
+    mutable Mutex damageMutex; ///< The last in the order of the mutexes; none is locked while it is held.
+    /// The last damages, in the window. The newest one has the number `noted`.
+    std::deque<PixelRect> recent MIRROLET_GUARDED_BY(damageMutex);
+    std::uint64_t noted MIRROLET_GUARDED_BY(damageMutex) = 0;
 
-    mutable std::mutex viewersMutex; ///< Guards the viewers, and is held while they show an image.
-    mutable std::vector<ImageViewer*> viewers;
+    /// Held while the viewers show an image. Each of them then locks its own mutex and the damage mutex.
+    mutable Mutex viewersMutex MIRROLET_ACQUIRED_BEFORE(damageMutex);
+    mutable std::vector<ImageViewer*> viewers MIRROLET_GUARDED_BY(viewersMutex);
 };
 
 } // namespace mirrolet::platform::desktop::x11

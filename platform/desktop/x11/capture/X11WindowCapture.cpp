@@ -1,13 +1,13 @@
 #include "platform/desktop/x11/capture/X11WindowCapture.h"
 
 #include "platform/desktop/x11/capture/CaptureSource.h"
+#include "platform/foundation/Mutex.h"
 
 #include <xcb/damage.h>
 #include <xcb/xfixes.h>
 
 #include <iterator>
 #include <map>
-#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -20,12 +20,12 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 
     /// nullptr if the window is not captured.
     std::shared_ptr<CaptureSource> find(xcb_window_t window) {
-        const std::lock_guard lock(sourcesMutex);
+        const MutexLock lock(sourcesMutex);
         return findLocked(window);
     }
 
     std::shared_ptr<CaptureSource> findOrAdd(xcb_window_t window) {
-        const std::lock_guard lock(sourcesMutex);
+        const MutexLock lock(sourcesMutex);
         if (auto found = findLocked(window))
             return found;
         auto added = std::shared_ptr<CaptureSource>(
@@ -36,7 +36,7 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
     }
 
     std::vector<std::shared_ptr<CaptureSource>> all() {
-        const std::lock_guard lock(sourcesMutex);
+        const MutexLock lock(sourcesMutex);
         std::vector<std::shared_ptr<CaptureSource>> found;
         for (const auto& [window, source] : byNumber)
             if (auto locked = source.lock())
@@ -45,7 +45,7 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
     }
 
   private:
-    std::shared_ptr<CaptureSource> findLocked(xcb_window_t window) const {
+    std::shared_ptr<CaptureSource> findLocked(xcb_window_t window) const MIRROLET_REQUIRES(sourcesMutex) {
         const auto found = byNumber.find(window);
         return found == byNumber.end() ? nullptr : found->second.lock();
     }
@@ -54,7 +54,7 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
     /// selection of a new source for the same window.
     void end(xcb_window_t window, CaptureSource* source) {
         {
-            const std::lock_guard lock(sourcesMutex);
+            const MutexLock lock(sourcesMutex);
             const auto entry = byNumber.find(window);
             const bool selectedAnew = entry != byNumber.end() && !entry->second.expired();
             if (!selectedAnew && entry != byNumber.end())
@@ -67,10 +67,9 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 
     X11Connection& connection;
     const RenderFormats formats;
-    /// Guards byNumber, and the order of event selections on one window. No reply is waited for while it is
-    /// locked.
-    std::mutex sourcesMutex;
-    std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber;
+    /// Keeps the order of event selections on one window as well. No reply is waited for while it is locked.
+    Mutex sourcesMutex;
+    std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber MIRROLET_GUARDED_BY(sourcesMutex);
 };
 
 X11WindowCapture::X11WindowCapture(X11Connection& connection)

@@ -55,7 +55,7 @@ X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection), held
         connection.subscribe<KeyRelease>([this](const KeyRelease& event) { keyReleased(event); });
     rawReleaseSubscription =
         connection.subscribe<xcb_input_raw_key_release_event_t>([this](const auto& event) {
-            const std::lock_guard lock(combinationsMutex);
+            const MutexLock lock(combinationsMutex);
             heldBeforeGrab.remove(static_cast<xcb_keycode_t>(event.detail));
         });
     followMapping();
@@ -100,7 +100,7 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
     const auto key = keyCodeOf(connection, evdevCode);
     if (!key)
         return GrabResult::invalid;
-    const std::lock_guard lock(combinationsMutex);
+    const MutexLock lock(combinationsMutex);
     remove(number);
     if (!modifierMap)
         modifierMap = ModifierMap::read(connection);
@@ -117,13 +117,13 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
 }
 
 void X11HotKeys::release(std::uint32_t number) {
-    const std::lock_guard lock(combinationsMutex);
+    const MutexLock lock(combinationsMutex);
     remove(number);
     connection.flush();
 }
 
 void X11HotKeys::suspend(bool suspended) {
-    const std::lock_guard lock(combinationsMutex);
+    const MutexLock lock(combinationsMutex);
     if (std::exchange(isSuspended, suspended) == suspended)
         return;
     for (auto& [number, combination] : combinations) {
@@ -201,7 +201,7 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
         return;
     std::optional<std::uint32_t> number;
     {
-        const std::lock_guard lock(combinationsMutex);
+        const MutexLock lock(combinationsMutex);
         if (down.empty())
             grabbedBy = event.detail;
         if (!down.insert(event.detail).second || heldBeforeGrab.contains(event.detail))
@@ -215,7 +215,7 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
 void X11HotKeys::keyReleased(const xcb_key_release_event_t& event) {
     if (event.response_type & sentByClient)
         return;
-    const std::lock_guard lock(combinationsMutex);
+    const MutexLock lock(combinationsMutex);
     down.erase(event.detail);
     heldBeforeGrab.remove(event.detail);
     if (event.detail == grabbedBy)
@@ -223,7 +223,7 @@ void X11HotKeys::keyReleased(const xcb_key_release_event_t& event) {
 }
 
 void X11HotKeys::followModifiers() {
-    const std::lock_guard lock(combinationsMutex);
+    const MutexLock lock(combinationsMutex);
     if (!modifierMap)
         return;
     const auto fresh = ModifierMap::read(connection);

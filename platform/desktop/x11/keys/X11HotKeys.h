@@ -4,11 +4,11 @@
 #include "platform/desktop/x11/keys/HeldKeys.h"
 #include "platform/desktop/x11/keys/ModifierMap.h"
 #include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/foundation/Mutex.h"
 
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -38,12 +38,13 @@ class X11HotKeys final : public HotKeys {
         bool grabbed = false;
     };
 
-    [[nodiscard]] GrabResult acquire(Combination& combination);
-    void ungrab(Combination& combination) const;
-    void remove(std::uint32_t number);
-    void reacquire(std::uint32_t number, Combination& combination);
-    [[nodiscard]] bool heldByUs(const Combination& wanted) const;
-    [[nodiscard]] std::optional<std::uint32_t> numberOf(const xcb_key_press_event_t& event) const;
+    [[nodiscard]] GrabResult acquire(Combination& combination) MIRROLET_REQUIRES(combinationsMutex);
+    void ungrab(Combination& combination) const MIRROLET_REQUIRES(combinationsMutex);
+    void remove(std::uint32_t number) MIRROLET_REQUIRES(combinationsMutex);
+    void reacquire(std::uint32_t number, Combination& combination) MIRROLET_REQUIRES(combinationsMutex);
+    [[nodiscard]] bool heldByUs(const Combination& wanted) const MIRROLET_REQUIRES(combinationsMutex);
+    [[nodiscard]] std::optional<std::uint32_t> numberOf(const xcb_key_press_event_t& event) const
+        MIRROLET_REQUIRES(combinationsMutex);
 
     void keyPressed(const xcb_key_press_event_t& event);
     void keyReleased(const xcb_key_release_event_t& event);
@@ -53,14 +54,18 @@ class X11HotKeys final : public HotKeys {
     X11Connection& connection;
     std::function<void(std::uint32_t)> pressed;
 
-    /// Guards the members below. Held while the server is asked, never while `pressed` runs.
-    std::mutex combinationsMutex;
-    std::map<std::uint32_t, Combination> combinations; ///< By the caller's number.
-    std::optional<ModifierMap> modifierMap;            ///< Read when first needed.
-    bool isSuspended = false;
-    HeldKeys heldBeforeGrab;
-    std::set<xcb_keycode_t> down; ///< Keys whose press was seen. A further press is auto-repeat.
-    xcb_keycode_t grabbedBy = 0;  ///< The key whose release ends the server's active grab.
+    /// Held while the server is asked, never while `pressed` runs.
+    Mutex combinationsMutex;
+    /// By the caller's number.
+    std::map<std::uint32_t, Combination> combinations MIRROLET_GUARDED_BY(combinationsMutex);
+    /// Read when first needed.
+    std::optional<ModifierMap> modifierMap MIRROLET_GUARDED_BY(combinationsMutex);
+    bool isSuspended MIRROLET_GUARDED_BY(combinationsMutex) = false;
+    HeldKeys heldBeforeGrab MIRROLET_GUARDED_BY(combinationsMutex);
+    /// Keys whose press was seen. A further press is auto-repeat.
+    std::set<xcb_keycode_t> down MIRROLET_GUARDED_BY(combinationsMutex);
+    /// The key whose release ends the server's active grab.
+    xcb_keycode_t grabbedBy MIRROLET_GUARDED_BY(combinationsMutex) = 0;
 
     X11Connection::Subscription pressSubscription;
     X11Connection::Subscription releaseSubscription;

@@ -45,7 +45,7 @@ X11WindowPresenter::~X11WindowPresenter() {
 }
 
 void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(presenterMutex);
     canvas = {};
     overlay = {};
     corners.reset();
@@ -66,7 +66,7 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
 }
 
 void X11WindowPresenter::setBackground(std::uint32_t colour) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(presenterMutex);
     if (std::exchange(background, colour) != colour)
         stale = whole();
 }
@@ -74,7 +74,7 @@ void X11WindowPresenter::setBackground(std::uint32_t colour) {
 void X11WindowPresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect rect) {
     const auto onServer = std::dynamic_pointer_cast<const X11WindowImage>(image);
     {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(presenterMutex);
         take(onServer, rect);
     }
     watch(onServer ? onServer->content() : nullptr);
@@ -93,8 +93,10 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
 bool X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
     // A main thread that is drawing, or has something to draw, presents this image as well. A capture never
     // waits for it.
-    const std::unique_lock guard(lock, std::try_to_lock);
-    if (!guard || !isEmpty(stale) || isEmpty(pictureRect))
+    if (!presenterMutex.try_lock())
+        return false;
+    const MutexLock lock(presenterMutex, std::adopt_lock);
+    if (!isEmpty(stale) || isEmpty(pictureRect))
         return false;
     take(image, pictureRect);
     draw();
@@ -119,7 +121,7 @@ void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, Pixel
 }
 
 void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(presenterMutex);
     if (!canvas.pixmap || bitmap.size != canvas.size)
         return;
     if (!overlay.pixmap)
@@ -129,7 +131,7 @@ void X11WindowPresenter::setOverlay(const Bitmap& bitmap) {
 }
 
 void X11WindowPresenter::present() {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(presenterMutex);
     draw();
 }
 
@@ -176,7 +178,7 @@ void X11WindowPresenter::copyToWindow(const PixelRect& part) {
 }
 
 void X11WindowPresenter::repair(PixelRect area) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(presenterMutex);
     // A part that will be drawn anew, or was never drawn, need not be copied.
     const auto part = intersection(area, whole());
     if (!canvas.pixmap || isEmpty(part) || stale == whole())

@@ -6,9 +6,9 @@
 #include "platform/desktop/x11/mirror/TranslucentCorners.h"
 #include "platform/desktop/x11/server/RenderFormats.h"
 #include "platform/desktop/x11/server/RenderResources.h"
+#include "platform/foundation/Mutex.h"
 
 #include <memory>
-#include <mutex>
 #include <optional>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -45,29 +45,35 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
 
     X11WindowPresenter(X11Connection& connection, RenderFormats formats, Target target);
     [[nodiscard]] bool show(const std::shared_ptr<const X11WindowImage>& image) override;
-    void take(std::shared_ptr<const X11WindowImage> image, PixelRect rect);
-    void watch(std::shared_ptr<const WindowContent> content);
-    void draw();
-    [[nodiscard]] PixelRect whole() const { return {0, 0, canvas.size.width, canvas.size.height}; }
-    void drawCanvas(const PixelRect& part);
-    void layOver(const PixelRect& part);
-    void copyToWindow(const PixelRect& part);
+    void take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) MIRROLET_REQUIRES(presenterMutex);
+    void watch(std::shared_ptr<const WindowContent> content) MIRROLET_EXCLUDES(presenterMutex);
+    void draw() MIRROLET_REQUIRES(presenterMutex);
+    [[nodiscard]] PixelRect whole() const MIRROLET_REQUIRES(presenterMutex) {
+        return {0, 0, canvas.size.width, canvas.size.height};
+    }
+    void drawCanvas(const PixelRect& part) MIRROLET_REQUIRES(presenterMutex);
+    void layOver(const PixelRect& part) MIRROLET_REQUIRES(presenterMutex);
+    void copyToWindow(const PixelRect& part) MIRROLET_REQUIRES(presenterMutex);
 
     X11Connection& connection;
     const RenderFormats formats;
     const Target target;
     std::shared_ptr<const WindowContent> watched; ///< The main thread's.
 
-    std::mutex lock; ///< Guards what follows. Not held while `watched` changes.
-    ServerContext context;
-    PictureScaler scaler;
-    Surface canvas;  ///< Background, picture, overlay and round corners, with the window's depth.
-    Surface overlay; ///< Premultiplied colours. Empty before the first setOverlay().
-    std::optional<TranslucentCorners> corners;
-    std::uint32_t background = 0xff000000;
-    std::shared_ptr<const X11WindowImage> picture;
-    PixelRect pictureRect;
-    PixelRect stale; ///< The part that present() has to draw.
+    /// Not held while `watched` changes, because a capture that shows an image holds the viewers' mutex and
+    /// tries to lock this one.
+    Mutex presenterMutex;
+    ServerContext context MIRROLET_GUARDED_BY(presenterMutex);
+    PictureScaler scaler MIRROLET_GUARDED_BY(presenterMutex);
+    /// Background, picture, overlay and round corners, with the window's depth.
+    Surface canvas MIRROLET_GUARDED_BY(presenterMutex);
+    /// Premultiplied colours. Empty before the first setOverlay().
+    Surface overlay MIRROLET_GUARDED_BY(presenterMutex);
+    std::optional<TranslucentCorners> corners MIRROLET_GUARDED_BY(presenterMutex);
+    std::uint32_t background MIRROLET_GUARDED_BY(presenterMutex) = 0xff000000;
+    std::shared_ptr<const X11WindowImage> picture MIRROLET_GUARDED_BY(presenterMutex);
+    PixelRect pictureRect MIRROLET_GUARDED_BY(presenterMutex);
+    PixelRect stale MIRROLET_GUARDED_BY(presenterMutex); ///< The part that present() has to draw.
 };
 
 } // namespace mirrolet::platform::desktop::x11

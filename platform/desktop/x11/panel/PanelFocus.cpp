@@ -36,7 +36,7 @@ PanelFocus::~PanelFocus() {
 }
 
 void PanelFocus::take() {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (state != State::without)
         return;
     state = State::awaitingTime;
@@ -48,14 +48,14 @@ void PanelFocus::take() {
 }
 
 void PanelFocus::giveBack() {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (std::exchange(state, State::without) == State::held)
         restore();
     previousFocus.end(panel);
 }
 
 void PanelFocus::timeKnown(xcb_timestamp_t time) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (state != State::awaitingTime)
         return;
     since = time;
@@ -65,7 +65,7 @@ void PanelFocus::timeKnown(xcb_timestamp_t time) {
 }
 
 void PanelFocus::mapped() {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (state == State::awaitingMap)
         tryFocus();
 }
@@ -73,7 +73,7 @@ void PanelFocus::mapped() {
 void PanelFocus::unmapped() {
     // The focus is given back here and not only in giveBack(), because a window manager that sees the focus
     // fall to nobody picks a window itself.
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (state != State::held)
         return;
     state = State::without;
@@ -86,7 +86,7 @@ void PanelFocus::focusLeft(const xcb_focus_out_event_t& event) {
         return; // A hot key's grab has the keyboard for a moment.
     if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER)
         return;
-    const std::lock_guard guard(lock);
+    const MutexLock lock(focusMutex);
     if (state != State::held || focusIsOurs())
         return;
     state = State::without;

@@ -3,9 +3,9 @@
 #include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/server/X11Connection.h"
 #include "platform/desktop/x11/windows/PreviousFocus.h"
+#include "platform/foundation/Mutex.h"
 
 #include <cstdint>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -33,9 +33,9 @@ class PanelFocus {
     void unmapped();
     void focusLeft(const xcb_focus_out_event_t& event);
 
-    void rememberOwner();
-    void tryFocus();
-    void restore();
+    void rememberOwner() MIRROLET_REQUIRES(focusMutex);
+    void tryFocus() MIRROLET_REQUIRES(focusMutex);
+    void restore() MIRROLET_REQUIRES(focusMutex);
     bool focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time);
     [[nodiscard]] bool focusIsOurs() const;
 
@@ -43,12 +43,14 @@ class PanelFocus {
     PreviousFocus& previousFocus;
     xcb_window_t panel;
 
-    std::mutex lock; ///< Guards what follows; the connection's thread and the main thread both come here.
-    State state = State::without;
-    xcb_timestamp_t since = XCB_CURRENT_TIME;
-    xcb_window_t owner = XCB_WINDOW_NONE; ///< What had the focus; None and PointerRoot are possible.
-    std::uint8_t ownerRevertTo = XCB_INPUT_FOCUS_POINTER_ROOT;
-    xcb_window_t active = XCB_WINDOW_NONE; ///< The window manager's active window of that time.
+    Mutex focusMutex; ///< Held while the server is asked.
+    State state MIRROLET_GUARDED_BY(focusMutex) = State::without;
+    xcb_timestamp_t since MIRROLET_GUARDED_BY(focusMutex) = XCB_CURRENT_TIME;
+    /// What had the focus; None and PointerRoot are possible.
+    xcb_window_t owner MIRROLET_GUARDED_BY(focusMutex) = XCB_WINDOW_NONE;
+    std::uint8_t ownerRevertTo MIRROLET_GUARDED_BY(focusMutex) = XCB_INPUT_FOCUS_POINTER_ROOT;
+    /// The window manager's active window of that time.
+    xcb_window_t active MIRROLET_GUARDED_BY(focusMutex) = XCB_WINDOW_NONE;
 
     X11Connection::Subscription subscriptions[5];
 };

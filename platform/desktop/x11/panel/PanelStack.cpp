@@ -40,7 +40,7 @@ PanelStack::~PanelStack() {
 
 void PanelStack::show(xcb_window_t panel, int level) {
     {
-        const std::lock_guard lock(panelsMutex);
+        const MutexLock lock(panelsMutex);
         if (panels.empty())
             connection.watchTopLevels(true);
         panels.show(panel, level);
@@ -49,14 +49,14 @@ void PanelStack::show(xcb_window_t panel, int level) {
 }
 
 void PanelStack::hide(xcb_window_t panel) {
-    const std::lock_guard lock(panelsMutex);
+    const MutexLock lock(panelsMutex);
     if (panels.hide(panel) && panels.empty())
         connection.watchTopLevels(false);
 }
 
 void PanelStack::setLevel(xcb_window_t panel, int level) {
     {
-        const std::lock_guard lock(panelsMutex);
+        const MutexLock lock(panelsMutex);
         if (!panels.setLevel(panel, level))
             return;
     }
@@ -64,7 +64,7 @@ void PanelStack::setLevel(xcb_window_t panel, int level) {
 }
 
 void PanelStack::setShadow(xcb_window_t panel, xcb_window_t shadow) {
-    const std::lock_guard lock(panelsMutex);
+    const MutexLock lock(panelsMutex);
     panels.setShadow(panel, shadow);
     if (shadow != XCB_WINDOW_NONE)
         carryOut({shadow, PanelOrder::Place::below, panel});
@@ -73,7 +73,7 @@ void PanelStack::setShadow(xcb_window_t panel, xcb_window_t shadow) {
 /// Sends a message to ourselves. It arrives after every event that is already under way, so a burst of events
 /// (a switched workspace) costs one check.
 void PanelStack::requestCheck() {
-    const std::lock_guard lock(panelsMutex);
+    const MutexLock lock(panelsMutex);
     if (panels.empty() || std::exchange(checkPending, true))
         return;
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, connection.ownWindow(),
@@ -94,7 +94,7 @@ void PanelStack::forget(xcb_window_t topLevel) {
 void PanelStack::checkRequested() {
     PanelOrder shown;
     {
-        const std::lock_guard lock(panelsMutex);
+        const MutexLock lock(panelsMutex);
         checkPending = false;
         shown = panels;
     }

@@ -4,8 +4,8 @@
 #include "platform/desktop/x11/panel/RaiseLimit.h"
 #include "platform/desktop/x11/panel/SiblingsBelow.h"
 #include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/foundation/Mutex.h"
 
-#include <mutex>
 #include <vector>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -29,7 +29,7 @@ class PanelStack {
     void setShadow(xcb_window_t panel, xcb_window_t shadow);
 
   private:
-    void requestCheck();
+    void requestCheck() MIRROLET_EXCLUDES(panelsMutex);
     void configured(const xcb_configure_notify_event_t& event);
     void forget(xcb_window_t topLevel);
     void checkRequested();
@@ -38,9 +38,9 @@ class PanelStack {
 
     X11Connection& connection;
 
-    std::mutex panelsMutex; ///< Guards the panels and whether a check has been requested.
-    PanelOrder panels;
-    bool checkPending = false;
+    Mutex panelsMutex;
+    PanelOrder panels MIRROLET_GUARDED_BY(panelsMutex);
+    bool checkPending MIRROLET_GUARDED_BY(panelsMutex) = false;
 
     // Used by the connection's thread only.
     SiblingsBelow siblings;

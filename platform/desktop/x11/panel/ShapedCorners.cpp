@@ -16,13 +16,13 @@ ShapedCorners::ShapedCorners(X11Connection& connection, CompositingManager& comp
                              xcb_window_t window)
     : connection(connection), compositingManager(compositingManager), window(window) {
     subscription = compositingManager.onChange([this] {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(cornersMutex);
         apply();
     });
 }
 
 void ShapedCorners::set(PixelSize newSize, double newRadius) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(cornersMutex);
     size = newSize;
     radius = newRadius;
     apply();

@@ -2,8 +2,7 @@
 
 #include "platform/desktop/Pixels.h"
 #include "platform/desktop/x11/server/X11Connection.h"
-
-#include <mutex>
+#include "platform/foundation/Mutex.h"
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -20,14 +19,14 @@ class ShapedCorners {
     void set(PixelSize size, double radius);
 
   private:
-    void apply();
+    void apply() MIRROLET_REQUIRES(cornersMutex);
 
     X11Connection& connection;
     CompositingManager& compositingManager;
     xcb_window_t window;
-    std::mutex lock; ///< Guards size and radius: the connection's thread follows the compositing manager.
-    PixelSize size;
-    double radius = 0;
+    Mutex cornersMutex; ///< The connection's thread follows the compositing manager.
+    PixelSize size MIRROLET_GUARDED_BY(cornersMutex);
+    double radius MIRROLET_GUARDED_BY(cornersMutex) = 0;
     X11Connection::Subscription subscription;
 };
 

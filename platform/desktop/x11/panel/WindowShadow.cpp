@@ -44,7 +44,7 @@ WindowShadow::WindowShadow(X11Connection& connection, const PanelEvents& events,
         panelConfigured({event.x, event.y, event.width, event.height});
     });
     subscriptions[3] = compositingManager.onChange([this] {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(shadowMutex);
         update();
     });
 }
@@ -56,7 +56,7 @@ WindowShadow::~WindowShadow() {
 }
 
 void WindowShadow::set(const PanelShadow& newShadow) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(shadowMutex);
     if (std::exchange(shadow, newShadow) == newShadow)
         return;
     painted = {};
@@ -64,7 +64,7 @@ void WindowShadow::set(const PanelShadow& newShadow) {
 }
 
 void WindowShadow::setRadius(double newRadius) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(shadowMutex);
     radius = newRadius;
     update();
 }
@@ -73,7 +73,7 @@ void WindowShadow::panelMapped() {
     // No event has told the place that the panel was made with.
     const auto geometry =
         connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(connection.xcb(), panel), windowGone);
-    const std::lock_guard guard(lock);
+    const MutexLock lock(shadowMutex);
     if (geometry)
         panelRect = {geometry->x, geometry->y, geometry->width, geometry->height};
     mapped = geometry != nullptr;
@@ -81,13 +81,13 @@ void WindowShadow::panelMapped() {
 }
 
 void WindowShadow::panelUnmapped() {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(shadowMutex);
     mapped = false;
     update();
 }
 
 void WindowShadow::panelConfigured(const PixelRect& newRect) {
-    const std::lock_guard guard(lock);
+    const MutexLock lock(shadowMutex);
     if (std::exchange(panelRect, newRect) != newRect)
         update();
 }

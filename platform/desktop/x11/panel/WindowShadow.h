@@ -6,8 +6,7 @@
 #include "platform/desktop/x11/panel/ShadowPixmap.h"
 #include "platform/desktop/x11/server/RenderResources.h"
 #include "platform/desktop/x11/server/X11Connection.h"
-
-#include <mutex>
+#include "platform/foundation/Mutex.h"
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -43,29 +42,29 @@ class WindowShadow {
     void panelMapped();
     void panelUnmapped();
     void panelConfigured(const PixelRect& newRect);
-    void update();
-    [[nodiscard]] bool wanted() const;
-    [[nodiscard]] PixelRect place() const;
-    void make();
-    void remove();
-    void writeProperties() const;
-    void paint();
-    void cutOut() const;
+    void update() MIRROLET_REQUIRES(shadowMutex);
+    [[nodiscard]] bool wanted() const MIRROLET_REQUIRES(shadowMutex);
+    [[nodiscard]] PixelRect place() const MIRROLET_REQUIRES(shadowMutex);
+    void make() MIRROLET_REQUIRES(shadowMutex);
+    void remove() MIRROLET_REQUIRES(shadowMutex);
+    void writeProperties() const MIRROLET_REQUIRES(shadowMutex);
+    void paint() MIRROLET_REQUIRES(shadowMutex);
+    void cutOut() const MIRROLET_REQUIRES(shadowMutex);
 
     X11Connection& connection;
     CompositingManager& compositingManager;
     PanelStack& stack;
     xcb_window_t panel;
 
-    std::mutex lock; ///< Guards what follows; the connection's thread and the main thread both come here.
-    PanelShadow shadow;
-    double radius = 0;
-    bool mapped = false;
-    PixelRect panelRect;
-    ServerWindow window;
-    ServerColourMap colours;
-    ShadowPixmap pixmap;
-    Painted painted;
+    Mutex shadowMutex; ///< Locked before the mutex of the panel stack.
+    PanelShadow shadow MIRROLET_GUARDED_BY(shadowMutex);
+    double radius MIRROLET_GUARDED_BY(shadowMutex) = 0;
+    bool mapped MIRROLET_GUARDED_BY(shadowMutex) = false;
+    PixelRect panelRect MIRROLET_GUARDED_BY(shadowMutex);
+    ServerWindow window MIRROLET_GUARDED_BY(shadowMutex);
+    ServerColourMap colours MIRROLET_GUARDED_BY(shadowMutex);
+    ShadowPixmap pixmap MIRROLET_GUARDED_BY(shadowMutex);
+    Painted painted MIRROLET_GUARDED_BY(shadowMutex);
 
     X11Connection::Subscription subscriptions[4];
 };

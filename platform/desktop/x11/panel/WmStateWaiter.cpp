@@ -38,8 +38,8 @@ void WmStateWaiter::awaitWithdrawn() {
 }
 
 void WmStateWaiter::await(const std::function<bool(const State&)>& wanted) {
-    std::unique_lock guard(lock);
-    change.wait_for(guard, longestWait, [&] {
+    const MutexLock lock(stateMutex);
+    change.waitFor(stateMutex, longestWait, [&] {
         const State now = state();
         return !now.known || wanted(now);
     });
@@ -61,8 +61,8 @@ bool WmStateWaiter::managerLives() const {
 }
 
 void WmStateWaiter::changed() {
-    const std::lock_guard guard(lock);
-    change.notify_all();
+    const MutexLock lock(stateMutex);
+    change.notifyAll();
 }
 
 } // namespace mirrolet::platform::desktop::x11

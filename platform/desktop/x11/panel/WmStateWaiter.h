@@ -2,11 +2,10 @@
 
 #include "platform/desktop/x11/panel/PanelEvents.h"
 #include "platform/desktop/x11/server/X11Connection.h"
+#include "platform/foundation/Mutex.h"
 
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -39,8 +38,8 @@ class WmStateWaiter {
 
     X11Connection& connection;
     xcb_window_t window;
-    std::mutex lock; ///< Held while the server is asked, so that no change in between is missed.
-    std::condition_variable change;
+    Mutex stateMutex; ///< Held while the server is asked, so that no change in between is missed.
+    ConditionVariable change;
     X11Connection::Subscription subscriptions[3];
 };
 
