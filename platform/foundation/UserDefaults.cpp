@@ -2,12 +2,12 @@
 
 #include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/Executor.h"
+#include "platform/foundation/ConfigFolder.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/PropertyListFile.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
@@ -19,14 +19,6 @@ namespace mirrolet::platform {
 namespace {
 
 constexpr double writeDelay = 0.3; // Seconds after the last change.
-
-std::string configFolder() {
-    // A relative path there is invalid and to be ignored.
-    if (const char* folder = std::getenv("XDG_CONFIG_HOME"); folder && folder[0] == '/')
-        return folder;
-    const char* home = std::getenv("HOME");
-    return std::string(home ? home : "") + "/.config";
-}
 
 std::string timeStamp() {
     const auto now = std::time(nullptr);
@@ -134,7 +126,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 UserDefaults& UserDefaults::standard() {
     // Never destroyed: other objects that live as long as the process write to it. The program flushes it at
     // exit.
-    static auto& defaults = *new UserDefaults(configFolder() + "/mirrolet/defaults.json");
+    static auto& defaults = *new UserDefaults(userConfigFolder() + "/mirrolet/defaults.json");
     return defaults;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/servicemanagement/AutostartEntry.h"
 
+#include "platform/foundation/ConfigFolder.h"
 #include "platform/foundation/GLibPointer.h"
 #include "platform/foundation/RegularFile.h"
 
@@ -65,11 +66,7 @@ std::optional<NSError> replaceFile(const std::string& path, GKeyFile* keys) {
 } // namespace
 
 AutostartEntry AutostartEntry::own() {
-    const std::string configHome = environment("XDG_CONFIG_HOME", "");
-    // A relative path is ignored.
-    const std::string folder =
-        configHome.starts_with('/') ? configHome : std::string(g_get_home_dir()) + "/.config";
-    return AutostartEntry(folder + fileName);
+    return AutostartEntry(userConfigFolder() + fileName);
 }
 
 std::optional<AutostartEntry> AutostartEntry::systemWide() {

@@ -1,6 +1,7 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include "platform/dispatch/fake/VirtualTime.h"
+#include "platform/foundation/ConfigFolder.h"
 #include "platform/foundation/PropertyListFile.h"
 
 #include <QDir>
@@ -15,6 +16,19 @@ namespace mirrolet::platform {
 namespace {
 
 using testing::HasSubstr;
+
+TEST(UserConfigFolder, IsThatOfTheEnvironmentOnlyIfAbsolute) {
+    const auto before = qgetenv("XDG_CONFIG_HOME");
+    const auto usual = (qgetenv("HOME") + "/.config").toStdString();
+    EXPECT_EQ(userConfigFolder(), before.toStdString());
+    for (const auto* unusable : {"", "relative", "./here"}) {
+        qputenv("XDG_CONFIG_HOME", unusable);
+        EXPECT_EQ(userConfigFolder(), usual);
+    }
+    qunsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(userConfigFolder(), usual);
+    qputenv("XDG_CONFIG_HOME", before);
+}
 
 class UserDefaultsTest : public testing::Test {
   protected:
