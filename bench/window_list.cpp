@@ -131,12 +131,12 @@ struct Backend {
         connection = X11Connection::open(display, problem);
         if (!connection)
             throw std::runtime_error(problem);
-        applications = std::make_unique<X11Applications>(*connection, loan);
+        applications = std::make_unique<X11Applications>(*connection, previousFocus);
         list =
             std::make_unique<X11WindowList>(*connection, *applications, [](xcb_window_t) { return false; });
     }
     std::unique_ptr<X11Connection> connection;
-    PreviousFocus loan;
+    PreviousFocus previousFocus;
     std::unique_ptr<X11Applications> applications;
     std::unique_ptr<X11WindowList> list;
 };

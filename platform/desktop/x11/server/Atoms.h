@@ -8,9 +8,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The atoms that the backend uses (EWMH, ICCCM and some of toolkits), interned in one round trip at start.
+/// The atoms that the backend uses, interned in one round trip at start.
 struct Atoms {
-    /// None interned yet: every atom is XCB_ATOM_NONE in `Atoms{}`. For code that runs without a server.
+    /// Every atom is XCB_ATOM_NONE in `Atoms{}`. For code that runs without a server.
     Atoms() = default;
     explicit Atoms(xcb_connection_t* connection, int screenNumber);
 
@@ -27,8 +27,8 @@ struct Atoms {
         _NET_WM_WINDOW_TYPE_MENU, _NET_WM_WINDOW_TYPE_POPUP_MENU, _NET_WM_WINDOW_TYPE_DROPDOWN_MENU,
         _NET_WM_WINDOW_TYPE_TOOLTIP, _NET_WM_WINDOW_TYPE_COMBO, _NET_WM_WINDOW_TYPE_DND;
     xcb_atom_t _GTK_FRAME_EXTENTS, _GTK_APPLICATION_ID, _MOTIF_WM_HINTS;
-    xcb_atom_t _COMPTON_SHADOW; ///< 0 where a compositing manager shall draw no shadow of its own.
-    xcb_atom_t _MIRROLET_RESTACK, _MIRROLET_TIME; ///< Properties of our own window, as messages to ourselves.
+    xcb_atom_t _COMPTON_SHADOW;                   ///< 0 asks a compositing manager for no shadow.
+    xcb_atom_t _MIRROLET_RESTACK, _MIRROLET_TIME; ///< Properties of ownWindow().
     xcb_atom_t compositingManager;                ///< _NET_WM_CM_S<screen>
     xcb_atom_t systemTray;                        ///< _NET_SYSTEM_TRAY_S<screen>
 };

@@ -7,11 +7,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Tells whether a compositing manager runs, that is, whether windows can be translucent. A compositing
-/// manager may start and stop at any time.
+/// Tells whether a compositing manager runs. Windows can be translucent only while one runs, and one may
+/// start or stop at any time.
 class CompositingManager {
   public:
-    /// Made before the connection starts.
+    /// Must be made before the connection starts.
     explicit CompositingManager(X11Connection& connection)
         : watcher(connection, connection.atoms().compositingManager) {}
 

@@ -13,20 +13,23 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Logs each error of the server that nobody has announced, once, with the request's name: such an error is a
-/// fault of ours. Any thread.
+/// Logs each unexpected error of the server once, with the request's name. Such an error is a fault of ours.
+/// Any thread.
 class ErrorLog {
   public:
     explicit ErrorLog(const Extensions& extensions) : extensions(extensions) {}
 
-    /// The requests from this sequence number on may meet these errors. Returns a number for `endRange()`.
+    /// Begins a range of requests, which follow the one of this sequence number and may meet these errors.
+    /// Returns the range's number for endRange().
     std::uint64_t beginRange(std::uint32_t sequence, ErrorSet expected);
-    /// The requests from this sequence number on are not in the range any more.
+    /// Ends a range before the request of this sequence number.
     void endRange(std::uint64_t number, std::uint32_t sequence);
-    /// All errors of earlier requests have been noted. Ranges that lie before are forgotten.
+    /// Forgets the ranges before this sequence number, because the errors of all requests before it have been
+    /// noted.
     void noteAnswered(std::uint32_t sequence);
 
-    /// `expected`: what the waiting caller of the request expects, beside the ranges.
+    /// Logs the error unless a range or `expected` holds it. A caller that waits for its request's reply
+    /// names the errors in `expected`, because the range may be forgotten before the caller reads the reply.
     void note(const xcb_generic_error_t& error, ErrorSet expected = {});
     [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
 
@@ -39,7 +42,7 @@ class ErrorLog {
         ErrorSet expected;
     };
 
-    /// Sequence numbers wrap around.
+    /// Right also when the sequence numbers have wrapped around.
     static bool precedes(std::uint32_t earlier, std::uint32_t later) {
         return static_cast<std::int32_t>(earlier - later) < 0;
     }
@@ -49,7 +52,8 @@ class ErrorLog {
     std::mutex rangesMutex; ///< Guards what follows.
     std::deque<Range> ranges;
     std::uint64_t lastNumber = 0;
-    std::set<std::tuple<std::uint8_t, std::uint16_t, std::uint8_t>> logged; ///< Request and error.
+    std::set<std::tuple<std::uint8_t, std::uint16_t, std::uint8_t>>
+        logged; ///< Major and minor opcode, error.
 };
 
 } // namespace mirrolet::platform::desktop::x11

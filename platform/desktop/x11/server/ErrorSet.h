@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The errors of the server that requests of ours may meet. The first ones have the core protocol's codes.
+/// The errors that requests of ours may meet. Up to `implementation` they have the core protocol's codes.
 enum class XError : std::uint8_t {
     request = 1,
     value,
@@ -24,7 +24,7 @@ enum class XError : std::uint8_t {
     name,
     length,
     implementation,
-    damage, ///< The rest are those of extensions, whose codes each server gives out anew.
+    damage, ///< From here on the errors of extensions, for which each server has codes of its own.
     pictureFormat,
     picture,
     region,
@@ -41,6 +41,7 @@ class ErrorSet {
     }
 
     [[nodiscard]] constexpr bool holds(XError error) const { return (bits & bitOf(error)) != 0; }
+    friend constexpr bool operator==(ErrorSet, ErrorSet) = default;
     constexpr ErrorSet operator|(ErrorSet other) const {
         other.bits |= bits;
         return other;
@@ -52,9 +53,12 @@ class ErrorSet {
     std::uint32_t bits = 0;
 };
 
-/// A window of another program, or of the toolkit, can disappear between any two requests.
+/// A window of another program, or of Qt, can disappear between any two requests.
 constexpr ErrorSet windowGone{XError::window, XError::drawable};
-/// With the window go the resources that were made from it.
+/// The number of a window that disappeared can belong to a new window at once. A request that draws, or names
+/// a format, meets BadMatch if the new window has another depth or takes only input.
+constexpr ErrorSet windowGoneOrReplaced = windowGone | ErrorSet{XError::match};
+/// The resources that were made from a window disappear with the window.
 constexpr ErrorSet windowAndResourcesGone =
     windowGone | ErrorSet{XError::damage, XError::picture, XError::region};
 

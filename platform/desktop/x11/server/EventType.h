@@ -12,16 +12,19 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-// XCB has one struct for both events of such a pair; the type of a subscription tells them apart.
+// XCB has one struct for both events of each of these pairs. Types of our own tell the two apart in a
+// subscription.
 struct KeyPress : xcb_key_press_event_t {};
 struct KeyRelease : xcb_key_release_event_t {};
 struct FocusOut : xcb_focus_out_event_t {};
 
-/// How the server marks an event of this type.
+/// How the server marks an event of this type: by `number()`, and in some extensions by a field that
+/// `matches()` reads.
 template <typename Event> struct EventType;
 
 template <std::uint8_t Number> struct CoreEventType {
-    /// `response_type` without the bit that marks an event sent by a client; 0 where the server lacks it.
+    /// The event's `response_type`, without the bit that marks an event that a client sent. 0 where the
+    /// server lacks the extension.
     static std::uint8_t number(const Extensions&) { return Number; }
     static bool matches(const auto&) { return true; }
 };
@@ -34,12 +37,12 @@ template <Extension Extensions::*Of, std::uint8_t Number> struct ExtensionEventT
     static bool matches(const auto&) { return true; }
 };
 
-/// All XKB events share one number and tell themselves apart by a field.
+/// All XKB events share one number and differ in a field.
 template <std::uint8_t Kind> struct XkbEventType : ExtensionEventType<&Extensions::xkb, 0> {
     static bool matches(const auto& event) { return event.xkbType == Kind; }
 };
 
-/// Events of XInput 2 share the number of generic events. The backend selects those of no other extension.
+/// Events of XInput 2 have the number of generic events. No other extension's generic events are selected.
 template <std::uint16_t Kind> struct XInputEventType {
     static std::uint8_t number(const Extensions& extensions) {
         return extensions.xinput ? XCB_GE_GENERIC : std::uint8_t{0};
@@ -71,8 +74,8 @@ struct EventType<xcb_xkb_new_keyboard_notify_event_t> : XkbEventType<XCB_XKB_NEW
 template <>
 struct EventType<xcb_input_raw_key_release_event_t> : XInputEventType<XCB_INPUT_RAW_KEY_RELEASE> {};
 
-/// The window on which the event was selected. A structure event that is selected on a window and on its
-/// parent comes twice, and names one of them each time.
+/// The window on which the event was selected. A structure event that is selected on a window and also on its
+/// parent comes once for each of the two.
 template <typename Event> xcb_window_t selectedOn(const Event& event) {
     if constexpr (requires { event.event; })
         return event.event;

@@ -19,8 +19,8 @@ struct Extension {
 struct Extensions {
     /// A server without any of them.
     Extensions() = default;
-    /// Waits for the server. Also tells it which version this client speaks, because several extensions
-    /// refuse every other request before that.
+    /// Waits for the server. Also tells the server which version of each extension this client speaks,
+    /// because several extensions refuse every other request before that.
     explicit Extensions(xcb_connection_t* connection);
 
     Extension composite; ///< 0.2 or later: NameWindowPixmap.
@@ -30,7 +30,7 @@ struct Extensions {
     Extension shape;
     Extension xres; ///< 1.2 or later: QueryClientIds.
     Extension xkb;
-    Extension xinput; ///< 2.1 or later: raw events come during grabs of other clients too.
+    Extension xinput; ///< 2.1 or later: raw events also come while another client has a grab.
 };
 
 } // namespace mirrolet::platform::desktop::x11

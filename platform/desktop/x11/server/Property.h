@@ -12,11 +12,11 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// A property as the server gave it. Any client can write anything into any property, so type, format and
-/// length are checked at each use, and a property that does not fit counts as absent. A view of bytes that
-/// its maker keeps.
+/// length are checked at each use, and a property that does not fit counts as absent. The bytes belong to
+/// whoever made the property.
 struct Property {
     xcb_atom_t type = XCB_ATOM_NONE; ///< XCB_ATOM_NONE where there is no such property.
-    std::uint8_t format = 0;         ///< 8, 16 or 32 bits an item.
+    std::uint8_t format = 0;         ///< The bits of an item: 8, 16 or 32.
     std::string_view bytes;
     bool cut = false; ///< The property is longer than what was read of it.
 
@@ -25,20 +25,20 @@ struct Property {
     [[nodiscard]] std::vector<std::uint32_t> items(xcb_atom_t itemType) const;
 };
 
-/// A property together with its bytes.
+/// A property that owns its bytes.
 struct PropertyReply : Property {
     explicit PropertyReply(XcbReply<xcb_get_property_reply_t> reply);
 
-    /// False where the window is gone; true also for a property that the window lacks.
+    /// False where the window is gone. True also for a property that the window lacks.
     [[nodiscard]] bool answered() const { return owner != nullptr; }
 
     XcbReply<xcb_get_property_reply_t> owner;
 };
 
-/// Asks for at most `mostBytes` of a property, of whatever type.
+/// Asks for at most `mostBytes` of a property of any type.
 xcb_get_property_cookie_t requestProperty(const X11Connection& connection, xcb_window_t window,
                                           xcb_atom_t name, std::uint32_t mostBytes);
-/// Waits for the reply. An absent property where the window is gone.
+/// Waits for the reply. The property is absent where the window is gone.
 PropertyReply takeProperty(const X11Connection& connection, xcb_get_property_cookie_t cookie);
 
 } // namespace mirrolet::platform::desktop::x11

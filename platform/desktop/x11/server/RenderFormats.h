@@ -15,11 +15,11 @@ class RenderFormats {
   public:
     explicit RenderFormats(X11Connection& connection);
 
-    /// Whether the server can hold and compose 24 and 32 bit pixels.
+    /// Whether the server can store and compose pixels of 24 and of 32 bits.
     [[nodiscard]] bool complete() const { return opaque24 != 0 && argb32 != 0; }
-    /// The format of a visual with its alpha left out: pixels read by it are opaque. 0 if there is none.
+    /// The format of a visual without its alpha, by which all pixels are read as opaque. 0 if there is none.
     [[nodiscard]] xcb_render_pictformat_t opaque(xcb_visualid_t visual) const;
-    /// The format of a visual as it is. 0 if there is none.
+    /// The format of a visual with its alpha. 0 if there is none.
     [[nodiscard]] xcb_render_pictformat_t exact(xcb_visualid_t visual) const;
     /// Whether windows of this visual can be translucent.
     [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const;

@@ -22,13 +22,13 @@ struct Surface {
     PixelSize size;
 };
 
-/// A picture on a drawable. Samples outside take the nearest edge pixel, and scaling is bilinear.
+/// Makes a picture on a drawable. Scaling is bilinear, and samples outside take the nearest edge pixel.
 ServerPicture makePicture(X11Connection& connection, xcb_drawable_t drawable, xcb_render_pictformat_t format);
 ServerPixmap makePixmap(X11Connection& connection, PixelSize size, std::uint8_t depth);
-/// New, with undefined content.
+/// Makes a surface with undefined content.
 Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
                     xcb_render_pictformat_t format);
-/// Uploads rows of 32 bit pixels, in as many requests as the server's limit asks for.
+/// Uploads pixels of 32 bits, in several requests where the server's limit on a request demands that.
 void upload(X11Connection& connection, const Surface& surface, const Bitmap& bitmap);
 
 } // namespace mirrolet::platform::desktop::x11

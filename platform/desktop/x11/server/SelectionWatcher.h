@@ -7,19 +7,19 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Watches whether a selection of the screen has an owner. A service of the desktop (compositing manager,
-/// tray) owns its selection while it runs. XFixes tells of an owner that crashed, too.
+/// Watches whether a selection of the screen has an owner. A service of the desktop, such as the compositing
+/// manager or the tray, owns its selection while it runs. XFIXES also reports an owner that has crashed.
 class SelectionWatcher {
   public:
-    /// Waits for the server. Made before the connection starts, so that no change is missed.
+    /// Waits for the server. Must be made before the connection starts, so that no change is missed.
     SelectionWatcher(X11Connection& connection, xcb_atom_t selection);
     SelectionWatcher(const SelectionWatcher&) = delete;
     SelectionWatcher& operator=(const SelectionWatcher&) = delete;
 
-    /// As far as events told. Any thread.
+    /// As the events have reported it so far. Any thread.
     [[nodiscard]] bool owned() const { return isOwned; }
-    /// Calls the handler after each change of owner, on the connection's thread. The watcher may end before
-    /// the subscription does.
+    /// Calls the handler after each change of owner, on the connection's thread. The subscription may outlive
+    /// the watcher.
     [[nodiscard]] X11Connection::Subscription onChange(std::function<void(bool owned)> changed);
 
   private:

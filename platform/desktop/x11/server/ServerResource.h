@@ -7,11 +7,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Owner of something that a request made on the server: gives it back with `Free` when destroyed. Empty when
-/// moved from. The connection must outlive it. The server keeps requests in order, so what was asked for
-/// before stays whole.
-/// Given with an error, the resource can vanish on the server together with a window of another program, or
-/// may never have been made there; freeing it may then meet this error.
+/// Owns a resource that a request made on the server, and frees the resource with `Free` when destroyed.
+/// Empty when moved from. The connection must outlive the owner. The server carries out requests in order, so
+/// earlier requests that use the resource are not disturbed.
+///
+/// `Vanished` names the error that `Free` may meet where the server has freed the resource together with a
+/// window of another program, or has never made the resource.
 template <auto Free, XError... Vanished> class ServerResource {
   public:
     ServerResource() = default;
@@ -36,7 +37,7 @@ template <auto Free, XError... Vanished> class ServerResource {
 
     [[nodiscard]] std::uint32_t id() const { return number; }
     explicit operator bool() const { return number != 0; }
-    /// Forgets it: the server has freed it by itself.
+    /// Forgets the resource, because the server has freed it.
     void release() { number = 0; }
 
   private:

@@ -22,12 +22,14 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The backend's own connection to the X server, never Qt's, so that every error is ours to read. Requests
-/// may be made from any thread. The connection's own thread reads the events and calls the subscribers.
+/// The backend's own connection to the X server. Qt's connection is not used, because Qt reads the errors of
+/// that one. Requests may be made from any thread. The connection's own thread reads the events and calls the
+/// handlers of the subscriptions.
 class X11Connection {
   public:
-    /// Ends a subscription when destroyed; waits for a handler that is running, unless called from it. Must
-    /// not be destroyed while holding a lock that the handler takes.
+    /// Holds one handler of events. The handler is not called any more once its subscription is destroyed.
+    /// The destructor waits for a handler that is running, unless the handler itself destroys the
+    /// subscription. Must not be destroyed while a mutex is held that the handler locks.
     class Subscription {
       public:
         Subscription() = default;
@@ -43,8 +45,8 @@ class X11Connection {
         std::uint64_t number = 0;
     };
 
-    /// Connects to a display (empty: $DISPLAY). On failure returns nothing and says why in `problem`, one
-    /// line.
+    /// Connects to a display, or to $DISPLAY if `display` is empty. Returns nullptr on failure and puts the
+    /// reason into `problem`, one line.
     static std::unique_ptr<X11Connection> open(const std::string& display, std::string& problem);
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -56,37 +58,38 @@ class X11Connection {
     [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
     [[nodiscard]] const Atoms& atoms() const { return *interned; }
     [[nodiscard]] const Extensions& extensions() const { return available; }
-    /// A window of ours that is never mapped: owner of grabs, target of messages.
+    /// A window of ours that is never mapped. Its properties are changed to get an event back.
     [[nodiscard]] xcb_window_t ownWindow() const { return hidden; }
 
-    /// Calls the handler with every event of one type, on the connection's thread, in order. The handler
-    /// takes the event, and its sequence number too if it has a second parameter. Subscribes to nothing where
-    /// the server lacks the extension.
+    /// Calls the handler with every event of one type, on the connection's thread, in order. A handler with a
+    /// second parameter gets the event's sequence number as well. The subscription is empty where the server
+    /// lacks the extension.
     template <typename Event, typename Handler> [[nodiscard]] Subscription subscribe(Handler handler);
     /// The same for the events that were selected on one window. See `selectedOn()`.
     template <typename Event, typename Handler>
     [[nodiscard]] Subscription subscribe(xcb_window_t window, Handler handler);
-    /// Adds to the events that this connection selects on the root window; never takes one away.
+    /// Adds to the events that this connection selects on the root window.
     void selectOnRoot(std::uint32_t eventMask);
-    /// SubstructureNotify of the root window, counted: they are many, so only while someone needs them.
+    /// Selects SubstructureNotify on the root window while there are more calls with true than with false.
+    /// These events are many, so they are selected only while somebody needs them.
     void watchTopLevels(bool watch);
 
     /// Called once, on the connection's thread, when the server is gone. Set before start().
     void setLost(std::function<void()> handler) { lost = std::move(handler); }
-    /// Starts reading events. Once, after the subscriptions that must not miss any.
+    /// Starts reading events. To be called once, after the subscriptions that must not miss an event.
     void start();
 
-    // Each request says where it is made which errors it may meet: in its reply() or succeeds(), or by the
-    // `ExpectErrors` around it. Any other error is logged.
+    // The expected errors of each request are named where the request is made: in its reply() or succeeds(),
+    // or in the `ExpectErrors` around it. Any other error is logged.
 
     void flush() const { xcb_flush(connection); }
     /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Empty after an error, and when
     /// the server is lost. An error that is not expected is a fault of ours and is logged.
     template <auto Wait, typename Cookie> auto reply(Cookie cookie, ErrorSet expected = {}) const;
-    /// Waits for a checked request. True if it went well. Otherwise `met` tells the error, and an error that
-    /// is not expected is a fault of ours and is logged.
+    /// Waits for a checked request. True if the request went well. Otherwise `met` is set to the error, and
+    /// an error that is not expected is a fault of ours and is logged.
     bool succeeds(xcb_void_cookie_t checked, ErrorSet expected, XError* met = nullptr) const;
-    /// For `ExpectErrors`, which announces the errors of requests that nobody waits for.
+    /// For `ExpectErrors`, which names the expected errors of requests that nobody waits for.
     [[nodiscard]] ErrorLog& errorLog() const { return *errors; }
 
   private:
@@ -114,12 +117,13 @@ class X11Connection {
     xcb_window_t hidden = 0;
     std::function<void()> lost;
 
-    std::mutex rootMaskLock;
+    std::mutex rootMaskMutex; ///< Guards the next two, and is held while the events are selected.
     std::uint32_t rootMask = 0;
     int topLevelWatchers = 0;
 
-    std::mutex entriesLock;       ///< Guards entries and nextNumber.
-    std::recursive_mutex running; ///< Held while handlers run, so that unsubscribe() can wait for them.
+    /// Held while handlers run, so that unsubscribe() can wait for them. Locked before entriesMutex.
+    std::recursive_mutex handlersMutex;
+    std::mutex entriesMutex; ///< Guards the next two.
     std::vector<Entry> entries;
     std::uint64_t nextNumber = 1;
     std::atomic<bool> ending = false; ///< The reader ends with the next event.
@@ -132,7 +136,7 @@ X11Connection::Subscription X11Connection::subscribe(Handler handler) {
     if (number == 0)
         return {};
     return subscribeTo(number, [handler = std::move(handler)](const xcb_generic_event_t& event) {
-        // XCB's structs of single events are views of the generic one.
+        // XCB hands out every event as the generic struct, which begins with the same fields.
         const auto& typed = reinterpret_cast<const Event&>(event);
         if (!EventType<Event>::matches(typed))
             return;

@@ -9,7 +9,7 @@ struct FreeDeleter {
     void operator()(void* memory) const { std::free(memory); } // NOLINT: XCB replies come from malloc.
 };
 
-/// Owner of a reply, an event or an error that XCB allocated.
+/// Owns a reply, an event or an error that XCB allocated.
 template <typename T> using XcbReply = std::unique_ptr<T, FreeDeleter>;
 
 } // namespace mirrolet::platform::desktop::x11

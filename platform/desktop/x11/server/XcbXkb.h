@@ -1,7 +1,7 @@
 #pragma once
 
-// xcb/xkb.h names a member `explicit`. Included through here everywhere, so that the name is bent in one
-// place.
+// xcb/xkb.h names a member `explicit`, which is a keyword of C++. Every file includes that header through
+// this one, which renames the member.
 #ifdef __clang__
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wkeyword-macro"

@@ -10,7 +10,7 @@ ClientProcesses::ClientProcesses(X11Connection& connection)
 ClientProcesses::Request ClientProcesses::request() const {
     if (!connection.extensions().xres)
         return {};
-    // All clients at once: there are far fewer than windows, and it needs no window to be known yet.
+    // All clients at once, because clients are far fewer than windows and no window need be known for that.
     const xcb_res_client_id_spec_t all{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     return {xcb_res_query_client_ids(connection.xcb(), 1, &all), true};
 }
@@ -27,7 +27,7 @@ void ClientProcesses::take(const Request& request) {
         if (!isPid || xcb_res_client_id_value_value_length(ids.data) < 1)
             continue;
         const auto pid = *xcb_res_client_id_value_value(ids.data);
-        // 0 for a client of another PID namespace.
+        // The server gives 0 for a client of another PID namespace.
         if (pid > 0 && pid <= static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max()))
             pids[clientOf(ids.data->spec.client)] = static_cast<std::int32_t>(pid);
     }

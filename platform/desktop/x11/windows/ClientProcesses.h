@@ -9,7 +9,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Which process each client of the server is, as the server itself knows it. Clients of other machines have
+/// The process of each client of the server, as the server itself knows it. Clients on other machines have
 /// none.
 class ClientProcesses {
   public:
@@ -19,14 +19,14 @@ class ClientProcesses {
         xcb_res_query_client_ids_cookie_t cookie{0};
         bool made = false;
     };
-    /// One request for all clients; nothing is sent where the server lacks it.
+    /// Asks about all clients in one request. Sends nothing where the server lacks the extension.
     [[nodiscard]] Request request() const;
     /// Waits for the reply.
     void take(const Request& request);
 
     /// The part of a resource's number that is the client's.
     [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~resourceMask; }
-    /// 0 where the server does not know it.
+    /// 0 where the server does not know the process.
     [[nodiscard]] std::int32_t pidOf(std::uint32_t client) const;
 
   private:

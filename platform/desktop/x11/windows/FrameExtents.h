@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The invisible shadow that some toolkits draw around their window, within it (_GTK_FRAME_EXTENTS), in
+/// The margins of an invisible shadow that some toolkits draw inside their window (_GTK_FRAME_EXTENTS), in
 /// pixels.
 struct FrameExtents {
     int left = 0;
@@ -13,9 +13,9 @@ struct FrameExtents {
     int top = 0;
     int bottom = 0;
 
-    /// Clients write what they like: none if the type, length or values make no sense.
+    /// All 0 if the property's type, length or values make no sense.
     static FrameExtents from(const Property& property);
-    /// The visible part of a window of this size. All of it if nothing would be left.
+    /// The visible part of a window of this size. The whole window if nothing would be left.
     [[nodiscard]] PixelRect visiblePart(PixelSize window) const;
 };
 

@@ -10,12 +10,13 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks for what tells whose a window is, without waiting. take() must follow once.
+/// Asks which client, process and class a window has, without waiting. take() must follow once.
 class OwnerRequest {
   public:
-    /// Asks for the client's own word on its process too, unless the server is known to know better.
+    /// `askForPid`: also ask which process the client says it is, for a client whose process the server does
+    /// not know.
     OwnerRequest(X11Connection& connection, xcb_window_t window, bool askForPid);
-    /// Waits for the replies. A window that died gives an owner of which nothing is known.
+    /// Waits for the replies. The owner of a window that is gone has neither a class nor a claimed process.
     WindowOwner take(const ClientProcesses& clients);
 
   private:
@@ -32,7 +33,7 @@ class OwnerRequest {
     std::optional<Claim> claim;
 };
 
-/// Whether a client machine's name is this machine's; either may come without its domain. Pure.
+/// Whether two names are of the same machine. Either may lack the domain. Pure.
 bool isSameMachine(std::string_view one, std::string_view other);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -9,8 +9,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// Both properties begin with the depths at the edges, in this order; the longer one goes on with the first
-// and the last pixel along each of them.
+// Both properties begin with the depths at the edges, in this order. The longer property goes on with the
+// first and the last pixel along each edge.
 enum Edge : std::size_t { left, right, top, bottom };
 constexpr std::size_t depthsOnly = 4;
 constexpr std::size_t withRanges = 12;

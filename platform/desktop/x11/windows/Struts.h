@@ -8,10 +8,10 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What one window keeps free of a monitor at the edges of a root window of this size, from its
-/// `_NET_WM_STRUT_PARTIAL` (12 values) or `_NET_WM_STRUT` (4). Nothing for any other number of values. A
-/// strip that would take all of a monitor is meant for the one behind it: a dock at an edge where two
-/// monitors meet can only be told so.
+/// The edges of a monitor that one window reserves, from the window's `_NET_WM_STRUT_PARTIAL` (12 values) or
+/// `_NET_WM_STRUT` (4 values). Nothing is reserved by any other number of values. A strip reaches from the
+/// edge of the root window, which has the size `root`. A dock at an edge where two monitors meet therefore
+/// has a strip across the whole monitor in front, and such a strip counts only for the monitor behind.
 ReservedEdges reservedBy(std::span<const std::uint32_t> strut, const PixelRect& monitor, PixelSize root);
 
 /// The deeper of both at each edge.

@@ -73,7 +73,7 @@ std::optional<std::string> titleOf(const WindowProperties& properties, const Ato
     return title.empty() ? std::nullopt : std::optional(std::move(title));
 }
 
-/// Class names are ASCII by rule; in practice some are UTF-8 and a few Latin-1.
+/// Class names should be ASCII. In practice some are UTF-8 and a few are Latin-1.
 std::string className(std::string_view bytes) {
     auto text = repairedUtf8(bytes);
     return text == bytes ? text : latin1ToUtf8(bytes);

@@ -23,22 +23,22 @@ struct WindowProperties {
     Property workspace = {};
 };
 
-/// What the list tells of a window itself, whoever owns it.
+/// A window's entry in the list, without the window's owner.
 struct WindowDescription {
-    PixelRect bounds; ///< Root coordinates; an invisible shadow left out.
+    PixelRect bounds; ///< Root coordinates, without an invisible shadow.
     int layer = 0;    ///< As in WindowRow.
     std::optional<std::string> title;
-    WindowPlacement placement; ///< What the properties say: whether the window is viewable they do not.
+    WindowPlacement placement; ///< Without `viewable`, which no property tells.
 };
 
-/// Describes a window that has these inner bounds in root coordinates. None for a dock or a desktop, which
-/// are no windows to a user. Pure.
+/// Describes a window that has these bounds without its border, in root coordinates. None for a dock or a
+/// desktop window, which users do not see as windows. Pure.
 std::optional<WindowDescription> describe(const PixelRect& bounds, const WindowProperties& properties,
                                           const Atoms& atoms);
 WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationId, const Atoms& atoms);
 /// The first item of a property of type CARDINAL. None for any other property.
 std::optional<std::uint32_t> firstCardinal(const Property& property);
-/// The process that the client says it is. 0 if that is not credible.
+/// The process that the client says it is. 0 for a number that cannot be a process.
 std::int32_t claimedPid(const Property& pid);
 /// The text of a property of type STRING or UTF8_STRING. Empty for any other property.
 std::string plainText(const Property& text, const Atoms& atoms);

@@ -6,18 +6,19 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What a window manager left on the root window is only true while it lives: the window that it names must
-/// exist and name itself. Two steps, so that each can travel with other requests; each step is taken once.
+/// Checks whether the window manager still runs. A window manager that has ended leaves its properties on the
+/// root window. One of them names a window, which exists and names itself while the window manager runs. The
+/// check has two steps, so that each can be sent together with other requests. Each step is taken once.
 class WindowManagerCheck {
   public:
     /// Asks the root window.
     explicit WindowManagerCheck(X11Connection& connection);
-    /// Waits for the root's answer, then asks the window that it names. False if it names none: no window
-    /// manager.
+    /// Waits for the root window's answer, then asks the window that the root names. False if the root names
+    /// none, because there is no window manager then.
     bool askManager();
-    /// The window that the root names; only after askManager() gave true.
+    /// The window that the root names. Only after askManager() has returned true.
     [[nodiscard]] xcb_window_t window() const { return manager; }
-    /// Waits for the manager's answer; only after askManager() gave true.
+    /// Waits for the manager's answer. Only after askManager() has returned true.
     bool managerLives();
 
   private:

@@ -15,8 +15,8 @@ bool isOnScreen(const WindowPlacement& placement, const Workspaces& workspaces, 
     const bool elsewhere = isOnAnotherWorkspace(placement, workspaces);
     if (mirrored)
         return placement.viewable || elsewhere;
-    // A viewable window of a workspace that is not the current one is on screen where each monitor has a
-    // workspace of its own.
+    // Where each monitor has a workspace of its own, a viewable window is on screen although its workspace is
+    // not the current one.
     return placement.viewable && !placement.minimized && !placement.iconic &&
            !(elsewhere && workspaces.othersLookShown);
 }

@@ -5,15 +5,15 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// How a window manager keeps a window.
+/// Whether and where a window manager shows a window.
 struct WindowPlacement {
     bool viewable = false;  ///< The window and all its parents are mapped.
     bool minimized = false; ///< _NET_WM_STATE_HIDDEN.
     bool iconic = false;    ///< WM_STATE is IconicState: minimized, shaded or on another workspace.
-    std::optional<std::uint32_t> workspace; ///< As _NET_WM_DESKTOP numbers it. None if that is not known.
+    std::optional<std::uint32_t> workspace; ///< The number in _NET_WM_DESKTOP. None if absent.
 };
 
-/// What is known of the workspaces.
+/// The workspaces, as far as the window manager tells.
 struct Workspaces {
     std::optional<std::uint32_t> current; ///< None without workspaces.
     /// The window manager leaves windows of other workspaces mapped, and their WM_STATE says NormalState.

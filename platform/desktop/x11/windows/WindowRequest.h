@@ -9,7 +9,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks for everything that the list tells of a window, without waiting. take() must follow once.
+/// Asks for everything that the window list needs to know of a window, without waiting. take() must follow
+/// once.
 class WindowRequest {
   public:
     struct Options {
@@ -23,8 +24,8 @@ class WindowRequest {
     };
 
     WindowRequest(X11Connection& connection, xcb_window_t window, const Options& options);
-    /// Waits for every reply, also where the first says that the window is gone. None for a window that is
-    /// gone, a dock or a desktop.
+    /// Waits for every reply, also if the first one says that the window is gone. None for a window that is
+    /// gone, a dock or a desktop window.
     std::optional<Answer> take(const ClientProcesses& clients);
 
   private:

@@ -14,7 +14,7 @@ unsigned byteAt(std::string_view bytes, std::size_t index) {
     return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0;
 }
 
-/// Length that the first byte announces; 0 for a byte that starts no character.
+/// The length that the first byte of a character announces. 0 for a byte that cannot be the first.
 std::size_t announcedLength(unsigned first) {
     if (first < 0x80)
         return 1;
@@ -25,7 +25,8 @@ std::size_t announcedLength(unsigned first) {
     return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
 }
 
-/// The second byte excludes what is too long an encoding, a surrogate, or beyond the last character.
+/// The second byte tells encodings that are longer than needed, surrogates, and numbers beyond the last
+/// character. These are not valid.
 bool validSecond(unsigned first, unsigned second) {
     const unsigned lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const unsigned highest = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
@@ -55,7 +56,7 @@ void appendLatin1(std::string& text, unsigned byte) {
     text += static_cast<char>(0x80 | (byte & 0x3F));
 }
 
-/// Reads compound text: which character sets the escape sequences have made current.
+/// Reads compound text and keeps track of the character sets that the escape sequences have chosen.
 class CompoundText {
   public:
     explicit CompoundText(std::string_view text) : rest(text) {}
@@ -76,7 +77,7 @@ class CompoundText {
             return takeUtf8();
         if (rest.starts_with("\x1b%/"))
             return takeExtendedSegment();
-        // ESC, any number of intermediate bytes, one final byte.
+        // An escape sequence is ESC, any number of intermediate bytes, and one final byte.
         std::size_t end = 1;
         while (byteAt(rest, end) >= 0x20 && byteAt(rest, end) <= 0x2F)
             ++end;
@@ -104,7 +105,8 @@ class CompoundText {
         skip(end == std::string_view::npos ? rest.size() : end + 3);
     }
 
-    /// ESC % / F, a length in two bytes of base 128, the name of an encoding, STX, text.
+    /// An extended segment is ESC % / F, a length in two bytes of base 128, the name of an encoding, STX and
+    /// text.
     void takeExtendedSegment() {
         const std::size_t length = (byteAt(rest, 4) & 0x7F) * 128U + (byteAt(rest, 5) & 0x7F);
         skip(6 + length);
@@ -138,7 +140,7 @@ class CompoundText {
 
 std::string repairedUtf8(std::string_view bytes) {
     std::string text;
-    std::size_t soundFrom = 0; // Sound characters are taken over in one go: nearly every text has no others.
+    std::size_t soundFrom = 0; // Valid characters are copied together, because most texts have no others.
     std::size_t at = 0;
     while (at < bytes.size()) {
         if (const auto length = characterLength(bytes, at); length > 0) {

@@ -3,18 +3,19 @@
 #include <string>
 #include <string_view>
 
-/// Texts of window properties, which clients write in whatever encoding, as UTF-8 that is always valid. Pure.
+/// Turns texts of window properties into valid UTF-8. Clients write them in different encodings, right or
+/// wrong. Pure.
 namespace mirrolet::platform::desktop::x11 {
 
-/// UTF-8 as it stands, with U+FFFD for each byte that belongs to no valid character.
+/// The same text with U+FFFD for each byte that belongs to no valid character of UTF-8.
 std::string repairedUtf8(std::string_view bytes);
 std::string latin1ToUtf8(std::string_view bytes);
-/// The X encoding by escape sequences: ASCII, Latin-1 and UTF-8 segments are read; the characters of any
-/// other set become U+FFFD each.
+/// Reads compound text, in which escape sequences choose the character set. Characters of ASCII, Latin-1 and
+/// UTF-8 are kept, and each character of any other set becomes U+FFFD.
 std::string compoundTextToUtf8(std::string_view bytes);
-/// Up to the first NUL.
+/// The text before the first NUL.
 std::string_view untilNul(std::string_view bytes);
-/// Without the bytes of a character that was cut off at the end.
+/// The text without an incomplete character at its end.
 std::string_view withoutCutCharacter(std::string_view bytes);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -25,7 +25,8 @@ std::optional<Application> X11Applications::frontmost() {
         return std::nullopt;
     ClientProcesses clients(connection);
     const auto pids = clients.request();
-    // Asked anew although the list just told it of this window: a number is soon another client's window.
+    // The window's owner is asked for each time, because the number may belong to another client's window by
+    // now.
     const auto exists = xcb_get_geometry(connection.xcb(), *window);
     OwnerRequest request(connection, *window, true);
     clients.take(pids);
@@ -49,14 +50,15 @@ std::optional<xcb_window_t> X11Applications::activeWindow() {
     return focusReply ? focusedTopLevel(focusReply->focus) : std::nullopt;
 }
 
-/// A window manager with nothing to focus parks the keyboard on a window of its own, which bypasses itself.
+/// A window manager that has no window to focus gives the focus to a hidden window of its own, which is
+/// override-redirect.
 bool X11Applications::isOrdinary(xcb_window_t topLevel) const {
     const auto attributes = connection.reply<xcb_get_window_attributes_reply>(
         xcb_get_window_attributes(connection.xcb(), topLevel), windowGone);
     return attributes && attributes->override_redirect == 0;
 }
 
-/// The focus is often on a child that the toolkit made for it.
+/// The focus is often on a child window that an application's toolkit made for that purpose.
 std::optional<xcb_window_t> X11Applications::focusedTopLevel(xcb_window_t focus) const {
     constexpr int deepest = 64;
     if (focus == XCB_INPUT_FOCUS_POINTER_ROOT || focus == connection.root())

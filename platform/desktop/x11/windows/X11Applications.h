@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The applications behind the windows of an X server. Any thread.
+/// Tells which applications the windows of an X server belong to. Any thread.
 class X11Applications final : public Applications {
   public:
     X11Applications(X11Connection& connection, PreviousFocus& previousFocus);
@@ -27,7 +27,6 @@ class X11Applications final : public Applications {
   private:
     std::optional<xcb_window_t> activeWindow();
     [[nodiscard]] std::optional<xcb_window_t> focusedTopLevel(xcb_window_t focus) const;
-
     [[nodiscard]] bool isOrdinary(xcb_window_t topLevel) const;
 
     X11Connection& connection;

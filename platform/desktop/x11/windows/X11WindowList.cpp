@@ -18,8 +18,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// No desktop in use has more windows. The rearmost ones are left out, so that a client that creates windows
-// without end does not make each poll slower without end.
+// No desktop in use has more windows. Of more windows the rearmost are left out, because a client that
+// creates windows without end would make each reading slower.
 constexpr std::uint32_t mostBytesOfStack = 1 << 20;
 constexpr std::size_t mostListed = 16384;
 // How many windows are asked about in one round trip. All replies of a round trip, with the titles, are in
@@ -33,13 +33,13 @@ constexpr std::chrono::milliseconds timeToChangeWorkspace{50};
 
 enum class Source { manager, root };
 
-/// The root's children that bypass a window manager are menus, tooltips and the like.
+/// Override-redirect children of the root window are menus, tooltips and the like.
 bool isListable(const xcb_get_window_attributes_reply_t& attributes, Source source) {
     return attributes._class != XCB_WINDOW_CLASS_INPUT_ONLY &&
            (source == Source::manager || attributes.override_redirect == 0);
 }
 
-/// The windows of a stack without the ones that it names twice.
+/// The windows of a stack, which is back to front. A window that the stack names twice is kept once.
 std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
     std::unordered_set<xcb_window_t> seen = {XCB_WINDOW_NONE};
     std::vector<xcb_window_t> windows;
@@ -53,7 +53,7 @@ std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
 /// The windows of the manager's lists, front to back. The stack can lack a window that is on screen: xfwm4
 /// adds a new window only when it is next raised, and i3 leaves out a window that opens in full screen on an
 /// empty workspace. The plain list or the active window then names the window, and as the newest one it is
-/// put in front. An empty list is a desktop without windows; only an absent one is no list.
+/// put in front. An empty list means a desktop without windows. None without a list.
 std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
                                                 const Property& active) {
     const auto isList = [](const Property& list) {
@@ -81,7 +81,7 @@ class X11WindowList::Reading {
         : connection(connection), xcb(connection.xcb()), isMirrored(isMirrored), clients(connection),
           check(connection) {}
 
-    /// Front to back. False if the server did not answer.
+    /// Reads the windows front to back. False if the server did not answer.
     bool run() {
         if (!readRoot())
             return false;
@@ -139,14 +139,14 @@ class X11WindowList::Reading {
         return true;
     }
 
-    /// What is asked of each window before its details.
+    /// The requests that tell whether a window can be on screen.
     struct Glance {
         xcb_window_t window;
         xcb_get_window_attributes_cookie_t attributes;
         std::optional<xcb_get_property_cookie_t> workspace; ///< For mirrored windows only.
     };
 
-    /// The second round trip, which leaves out the windows that cannot be on screen.
+    /// The second round trip. Windows that cannot be on screen are left out.
     std::vector<xcb_window_t> shownAmong(const std::vector<xcb_window_t>& windows, Source source) {
         const auto& atoms = connection.atoms();
         std::vector<Glance> glances;
@@ -195,7 +195,7 @@ class X11WindowList::Reading {
         return firstCardinal(takeProperty(connection, cookie));
     }
 
-    /// The third round trip; a desktop in use needs no further one.
+    /// The third round trip, and further ones for more than `mostAtOnce` windows.
     void readWindows(std::span<const xcb_window_t> windows, Source source) {
         for (; !windows.empty(); windows = windows.subspan(std::min(windows.size(), mostAtOnce)))
             readBatch(windows.first(std::min(windows.size(), mostAtOnce)), source);
@@ -235,7 +235,7 @@ class X11WindowList::Reading {
     std::optional<std::vector<xcb_window_t>> managed; ///< None without a window manager's list.
     std::vector<xcb_window_t> children;
     Workspaces workspaces;
-    std::unordered_set<xcb_window_t> mirrored; ///< Those that count as on screen.
+    std::unordered_set<xcb_window_t> mirrored; ///< The mirrored windows that count as on screen.
     bool missesMirrored = false;               ///< A mirrored window exists that does not count as on screen.
 };
 

@@ -11,17 +11,17 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The windows on screen, read in three round trips whatever their number: all requests of a step are sent
-/// before the first reply is waited for. Any thread.
+/// Reads the windows on screen. All requests of a step are sent before the first reply is waited for, so that
+/// three round trips are enough for any usual number of windows. Any thread.
 class X11WindowList final : public WindowList {
   public:
-    /// Whether a mirror shows the window now. Any thread; asked for each window of a reading.
+    /// Whether a mirror shows the window now. Called on any thread, for each window of a reading.
     using IsMirrored = std::function<bool(xcb_window_t)>;
 
     X11WindowList(X11Connection& connection, X11Applications& applications, IsMirrored isMirrored)
         : connection(connection), applications(applications), isMirrored(std::move(isMirrored)) {}
 
-    /// A mirrored window that would be left out is looked for a second time, 50 ms later.
+    /// If a mirrored window does not count as on screen, the windows are asked for a second time 50 ms later.
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
 
   private:

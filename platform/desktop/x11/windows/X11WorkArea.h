@@ -5,13 +5,13 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks the managed windows themselves what they keep free. The window manager's own sum, `_NET_WORKAREA`, is
-/// one rectangle for all monitors together.
+/// Asks the managed windows which edges they reserve. The window manager's sum of them, `_NET_WORKAREA`, is
+/// of no use because it is one rectangle for all monitors together.
 class X11WorkArea final : public WorkArea {
   public:
     explicit X11WorkArea(X11Connection& connection) : connection(connection) {}
 
-    /// Two round trips, however many windows there are.
+    /// Makes two round trips for any number of windows.
     [[nodiscard]] ReservedEdges reserved(PixelRect monitor) override;
 
   private:
