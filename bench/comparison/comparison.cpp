@@ -29,7 +29,7 @@ constexpr int sourceX = 20;
 constexpr int sourceY = 250;
 
 struct Situation {
-    bool composited, covered, changing;
+    bool composited, obscured, changing;
 };
 
 /// A running program that mirrors the window. The destructor ends the program.
@@ -219,7 +219,7 @@ void measure(const Situation& situation, seconds time) {
                       situation.changing ? TextSource::Change::full : TextSource::Change::none, sourceX,
                       sourceY);
     std::optional<CallWindow> cover;
-    if (situation.covered) {
+    if (situation.obscured) {
         CallWindow::Options options{.title = "Notes", .wmClass = "Editor", .wmInstance = "editor"};
         options.place = desktop.facts.box(source.number());
         options.colour = "3f5170";
@@ -236,7 +236,7 @@ void measure(const Situation& situation, seconds time) {
         const double server = figures.usage.server - (before + after) / 2;
         before = after;
         std::printf("%s\t%s\t%s\t%s\t%.3f\t%.3f\t%.1f\t%.1f\t%.3f\n", situation.composited ? "yes" : "no",
-                    situation.covered ? "yes" : "no", situation.changing ? "yes" : "no", name,
+                    situation.obscured ? "yes" : "no", situation.changing ? "yes" : "no", name,
                     figures.usage.program, server, figures.memory, figures.frames, figures.ssim);
         std::fflush(stdout);
     }
@@ -252,12 +252,12 @@ int main(int argumentCount, char** arguments) {
     try {
         requireProgram("gst-launch-1.0", "gstreamer1.0-tools");
         requireProgram("ffplay", "ffmpeg");
-        std::puts("composited\tcovered\tchanging\tprogram\tprogram ms/s\tserver ms/s\tMB\tframes/s\tSSIM");
+        std::puts("composited\tobscured\tchanging\tprogram\tprogram ms/s\tserver ms/s\tMB\tframes/s\tSSIM");
         for (int round = 0; round < rounds; ++round)
             for (const bool changing : {true, false})
                 for (const bool composited : {true, false})
-                    for (const bool covered : {false, true})
-                        measure({composited, covered, changing}, time);
+                    for (const bool obscured : {false, true})
+                        measure({composited, obscured, changing}, time);
         return EXIT_SUCCESS;
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "%s\n", problem.what());

@@ -73,8 +73,8 @@ class Mirror:
 class Situation:
     """One state of the desktop, and the mirrors in it by name."""
 
-    def __init__(self, changing, composited, covered):
-        self.changing, self.composited, self.covered = changing, composited, covered
+    def __init__(self, changing, composited, obscured):
+        self.changing, self.composited, self.obscured = changing, composited, obscured
         self.mirrors = {}
 
     @property
@@ -83,7 +83,7 @@ class Situation:
 
     @property
     def source(self):
-        return ("Thirty repaints a second" if self.changing else "Still") + (", covered" if self.covered else ", uncovered")
+        return ("Thirty repaints a second" if self.changing else "Still") + (", obscured" if self.obscured else ", unobscured")
 
     @property
     def manager(self):
@@ -104,8 +104,8 @@ class Situation:
 
 def situations(run):
     found = {}
-    for composited, covered, changing, name, *numbers in run.rows():
-        key = tuple(word == "yes" for word in (changing, composited, covered))
+    for composited, obscured, changing, name, *numbers in run.rows():
+        key = tuple(word == "yes" for word in (changing, composited, obscured))
         found.setdefault(key, {}).setdefault(name, []).append([float(number) for number in numbers])
     result = []
     for key, rows in found.items():
@@ -134,8 +134,8 @@ def mirrors_in_full(run):
 def mirrors_in_a_sentence(run):
     """What Mirrolet needs of the cheapest other mirror, where both repaint and a compositing manager runs."""
     all_of_them, _ = situations(run)
-    situation = next(each for each in all_of_them if each.changing and each.composited and not each.covered)
-    yield f"Beside what people use instead (thirty repaints a second, uncovered): {situation.verdict()}"
+    situation = next(each for each in all_of_them if each.changing and each.composited and not each.obscured)
+    yield f"Beside what people use instead (thirty repaints a second, unobscured): {situation.verdict()}"
 
 
 def chart(run):

@@ -18,8 +18,8 @@ struct Application {
 class Applications {
   public:
     virtual ~Applications() = default;
-    /// The application whose window has the keyboard; while a panel of this process has it, the one that had
-    /// it before. None without one. Any thread.
+    /// The application whose window has the focus. While a panel of this process has the focus, the
+    /// application that had the focus before. None without one. Any thread.
     virtual std::optional<Application> frontmost() = 0;
     /// The application of a number that the window list gave. None once it is unknown or gone. Any thread.
     virtual std::optional<Application> running(std::int32_t pid) = 0;

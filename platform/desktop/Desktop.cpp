@@ -34,7 +34,7 @@ WorkArea& Desktop::workArea() {
 
 Desktop& Desktop::current() {
     if (!theDesktop)
-        std::abort(); // A part of the layer was used before the program chose its desktop.
+        std::abort(); // The program has to choose its desktop before it uses the platform layer.
     return *theDesktop;
 }
 

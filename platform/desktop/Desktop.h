@@ -14,8 +14,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// What the layer asks of the desktop it runs on. One object per process, set at start and before any other
-/// part of the layer is used; tests set the scripted one.
+/// The desktop as the platform layer sees it: one object per process, made by a backend. Set at start, before
+/// any other part of the platform layer is used. Tests set the scripted one.
 class Desktop {
   public:
     virtual ~Desktop() = default;

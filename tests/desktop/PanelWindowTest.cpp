@@ -147,7 +147,7 @@ class PanelWindowTestUnderAManager : public testing::TestWithParam<WindowManager
         } else {
             xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, window->window(), XCB_CURRENT_TIME);
         }
-        require("the window has the keyboard", [&] {
+        require("the window has the focus", [&] {
             return facts.focus() == window->window() && (!managed || facts.active() == window->window());
         });
         return window;
@@ -214,7 +214,7 @@ TEST_P(PanelWindowTestUnderAManager, FloatsAboveFullScreenWindowsOfOthersOnEvery
     EXPECT_TRUE(comesAbove(panel.window, elsewhere->window()));
     EXPECT_TRUE(isSeen({40, 50}));
 
-    EXPECT_THAT(panel.events(), ElementsAre()) << "the keyboard was never touched";
+    EXPECT_THAT(panel.events(), ElementsAre()) << "the focus was never touched";
     startManager();
     EXPECT_TRUE(waitUntil([&] { return facts.viewable(elsewhere->window()); }));
     EXPECT_TRUE(comesAbove(panel.window, elsewhere->window())) << "a new window manager";
@@ -296,7 +296,7 @@ TEST_P(PanelWindowTestUnderAManager, AmongNormalWindowsFollowsHasteToTheLast) {
     }
 }
 
-TEST_P(PanelWindowTestUnderAManager, PromptBorrowsTheKeyboardAndGivesItBack) {
+TEST_P(PanelWindowTestUnderAManager, PromptTakesTheFocusAndGivesItBack) {
     startManager();
     const auto owner = focusedWindow({});
     TestPanel prompt(server, backend, PanelStacking::floating, promptLevel);
@@ -320,7 +320,7 @@ TEST_P(PanelWindowTestUnderAManager, PromptBorrowsTheKeyboardAndGivesItBack) {
     EXPECT_TRUE(waitUntil([&] { return owner->keys().size() == 2; }));
 }
 
-TEST_P(PanelWindowTestUnderAManager, PromptLeavesTheKeyboardToTheWindowThatTheUserChose) {
+TEST_P(PanelWindowTestUnderAManager, PromptLeavesTheFocusToTheWindowThatTheUserChose) {
     startManager();
     const auto chosen = focusedWindow({.place = {700, 300, 640, 400}});
     const auto owner = focusedWindow({.place = {60, 300, 640, 400}});
@@ -463,7 +463,7 @@ TEST_F(PanelWindowTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile)
     }));
 }
 
-TEST_F(PanelWindowTest, KeyboardGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
+TEST_F(PanelWindowTest, FocusGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
     auto owner = std::make_unique<CallWindow>(server);
     xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, owner->window(), XCB_CURRENT_TIME);
     client.sync();

@@ -119,7 +119,7 @@ TEST_F(WindowListTest, GivesManagedWindowsFrontToBackWithTheirOwners) {
     EXPECT_TRUE(becomes({other.window()}));
 }
 
-TEST_F(WindowListTest, KnowsTheFrontmostApplicationAndThatOfABorrowedKeyboard) {
+TEST_F(WindowListTest, KnowsTheFrontmostApplicationAndTheOneBeforeAPanel) {
     const WindowManager manager(server, WindowManagerKind::openbox);
     const CallWindow call(server);
     const CallWindow other(server, {.title = "Notes", .wmClass = "Notes"});
@@ -128,7 +128,7 @@ TEST_F(WindowListTest, KnowsTheFrontmostApplicationAndThatOfABorrowedKeyboard) {
     previousFocus.begin(call.window(), 1);
     EXPECT_EQ(applications->frontmost()->identifier, "net.whatsapp.WhatsApp");
     previousFocus.begin(0x7FFFFFF, 1);
-    EXPECT_EQ(frontmost(), 0) << "the lender died";
+    EXPECT_EQ(frontmost(), 0) << "the window before the panel died";
     previousFocus.end(1);
     EXPECT_EQ(frontmost(), other.pid());
 }

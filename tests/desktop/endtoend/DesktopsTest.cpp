@@ -37,13 +37,13 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
         row += yes ? " | yes" : " | no";
     }
 
-    void giveKeyboard(const CallWindow& window) {
+    void giveFocus(const CallWindow& window) {
         // i3 sets the focus with the time of the last input that it saw. The server ignores a time that is
         // older than the prompt's.
         pointer.move(300, 300);
         pointer.move(2, 2);
         if (GetParam() != WindowManagerKind::none)
-            return giveKeyboardTo(window);
+            return giveFocusTo(window);
         xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, window.window(), XCB_CURRENT_TIME);
         raise(window);
     }
@@ -59,7 +59,7 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
         if (GetParam() == WindowManagerKind::none)
             options.place = {0, 0, 1280, 800};
         auto window = std::make_unique<CallWindow>(server, options);
-        giveKeyboard(*window);
+        giveFocus(*window);
         require("the window fills the screen", [&] {
             return facts.box(window->window()) == Box{0, 0, 1280, 800};
         });
@@ -85,7 +85,7 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
 
     bool shows(std::uint32_t colour) { return panel() && isNear(centreOf(*panel()), colour); }
     std::optional<xcb_window_t> panel() { return program->panel(facts); }
-    bool keyboardIsBackAt(const CallWindow& window) {
+    bool focusIsBackAt(const CallWindow& window) {
         return facts.focus() == window.window() &&
                (GetParam() == WindowManagerKind::none || facts.active() == window.window());
     }
@@ -114,19 +114,19 @@ TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
                                     .wmClass = "Editor",
                                     .place = {0, 0, 1270, 780},
                                     .type = "_NET_WM_WINDOW_TYPE_DIALOG"});
-    giveKeyboard(notes);
+    giveFocus(notes);
     auto call = showCall(); // Some window managers give it the focus.
-    const auto isBack = [&] { return keyboardIsBackAt(notes) || keyboardIsBackAt(*call); };
-    const auto hasKeyboard = [this] { return program->prompt(facts) == facts.focus(); };
+    const auto isBack = [&] { return focusIsBackAt(notes) || focusIsBackAt(*call); };
+    const auto hasFocus = [this] { return program->prompt(facts) == facts.focus(); };
     require("the prompt is there", [this] { return program->prompt(facts).has_value(); });
-    note("the prompt has the keyboard", hasKeyboard);
+    note("the prompt has the focus", hasFocus);
     keyboard.stroke({key::escape});
     note("Escape declines and gives it back", [&] { return nothingShown() && isBack(); });
     EXPECT_TRUE(nothingAppears());
     call.reset();
     EXPECT_TRUE(nothingAppears());
     call = showCall();
-    require("the second prompt has the keyboard", hasKeyboard);
+    require("the second prompt has the focus", hasFocus);
     keyboard.stroke({key::returnKey});
     note("Return opens the mirror and gives it back", [&] { return shows(blue) && isBack(); });
 
@@ -134,14 +134,14 @@ TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     // i3 unmaps the call behind the full-screen window.
     program.reset();
     startQuiet();
-    giveKeyboard(*call);
+    giveFocus(*call);
     pressFrontmostShortcut();
     awaitPanel();
-    giveKeyboard(notes);
+    giveFocus(notes);
     note("above normal windows",
          [&] { return shows(blue) && facts.isAbove(notes.window(), call->window()); });
     call->tell("colour " + colourName(orange));
-    note("the picture of a covered source is live", [&] { return shows(orange); });
+    note("the picture of an obscured source is live", [&] { return shows(orange); });
     const auto slides = showFullScreen();
     note("above full-screen windows", [&] { return shows(orange) && facts.focus() == slides->window(); });
     note("in no task list", [&] { return isInNoTaskList(*panel()); });
@@ -150,7 +150,7 @@ TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     else
         row += " | –";
     if (switchToDesktop(0))
-        giveKeyboard(*slides);
+        giveFocus(*slides);
 
     hideAndShow(5);
     note("hidden and shown by its shortcut", [&] { return shows(orange); });

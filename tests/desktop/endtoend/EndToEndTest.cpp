@@ -77,7 +77,7 @@ bool EndToEndTest::isGrabbed(XClient& client, int evdevCode, int modifiers) {
 
 std::unique_ptr<CallWindow> EndToEndTest::showWindow(const CallWindow::Options& options) {
     auto window = std::make_unique<CallWindow>(server, options);
-    giveKeyboardTo(*window);
+    giveFocusTo(*window);
     return window;
 }
 
@@ -88,9 +88,9 @@ std::unique_ptr<CallWindow> EndToEndTest::showCall(std::uint32_t colour) {
     return std::make_unique<CallWindow>(server, options);
 }
 
-void EndToEndTest::giveKeyboardTo(const CallWindow& window) {
+void EndToEndTest::giveFocusTo(const CallWindow& window) {
     commands.activate(window.window());
-    require("the window has the keyboard", [&] { return facts.focus() == window.window(); });
+    require("the window has the focus", [&] { return facts.focus() == window.window(); });
 }
 
 xcb_window_t EndToEndTest::awaitPrompt() {
@@ -115,7 +115,7 @@ bool EndToEndTest::nothingAppears() {
 }
 
 xcb_window_t EndToEndTest::openMirror(const CallWindow& call, std::uint32_t colour) {
-    giveKeyboardTo(call);
+    giveFocusTo(call);
     pressFrontmostShortcut();
     const xcb_window_t panel = awaitPanel();
     awaitColour(panel, colour);

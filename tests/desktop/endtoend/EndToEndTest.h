@@ -38,7 +38,7 @@ class EndToEndTest : public testing::Test {
     /// Shows a still window of one colour, which has the focus.
     std::unique_ptr<harness::CallWindow> showCall(std::uint32_t colour = blue);
     std::unique_ptr<harness::CallWindow> showWindow(const harness::CallWindow::Options& options);
-    void giveKeyboardTo(const harness::CallWindow& window);
+    void giveFocusTo(const harness::CallWindow& window);
 
     xcb_window_t awaitPrompt();
     xcb_window_t awaitPanel();

@@ -11,7 +11,7 @@ TEST_F(PromptTest, IsShownForACallAndTakesOnlyTheFocus) {
     start();
     const auto other = showWindow({.title = "Notes", .wmClass = "Editor"});
     const auto call = showCall();
-    giveKeyboardTo(*other);
+    giveFocusTo(*other);
     const xcb_window_t prompt = awaitPrompt();
     const Box box = facts.box(prompt);
     // In the middle, raised by a tenth of the screen's height.
@@ -21,7 +21,7 @@ TEST_F(PromptTest, IsShownForACallAndTakesOnlyTheFocus) {
     // Keys go only to the prompt, and the focus goes back after the answer.
     keyboard.stroke({key::escape});
     awaitNothing();
-    require("the keyboard is back", [&] { return facts.focus() == other->window(); });
+    require("the focus is back", [&] { return facts.focus() == other->window(); });
     EXPECT_THAT(other->keys(), testing::IsEmpty());
 }
 

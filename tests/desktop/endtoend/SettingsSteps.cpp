@@ -44,7 +44,7 @@ std::optional<xcb_window_t> SettingsSteps::titled(const std::string& title) {
 }
 
 xcb_window_t SettingsSteps::awaitWindow(const std::string& title) {
-    require(title + " is shown and has the keyboard", [&] {
+    require(title + " is shown and has the focus", [&] {
         const auto window = titled(title);
         return window && facts.active() == *window;
     });

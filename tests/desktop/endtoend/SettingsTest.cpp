@@ -143,7 +143,7 @@ TEST_F(SettingsTest, AreChangedWithTheKeyboardAlone) {
     awaitSaved("org.example.Beta");
 }
 
-TEST_F(SettingsTest, HaveANameForWhateverTakesTheKeyboard) {
+TEST_F(SettingsTest, HaveANameForWhateverTakesTheFocus) {
     openSettings();
     for (const std::string page : {"General", "PiP"}) {
         choosePage(page);
@@ -178,7 +178,7 @@ TEST_F(SettingsTest, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
 
     choosePage("PiP");
     click("text", "Search installed apps");
-    require("the field has the keyboard", [this] { return find("text", "Search installed apps").focused; });
+    require("the field has the focus", [this] { return find("text", "Search installed apps").focused; });
     keyboard.stroke({m});
     const auto shows = [this](const char* text) {
         return [this, text] { return find("text", "Search installed apps").text == text; };
@@ -344,7 +344,7 @@ TEST_F(SettingsTest, OfMonitoringTakeEffectInTheRunningProgram) {
     choosePage("PiP");
     click("check box", "Keep PiP on top of other windows");
     awaitSaved(R"("pipAlwaysOnTop": false)");
-    giveKeyboardTo(*cover);
+    giveFocusTo(*cover);
     require("the mirror goes under", [&] { return mirror() && facts.isAbove(cover->window(), *mirror()); });
     click("check box", "Keep PiP on top of other windows");
     require("the mirror comes back", [&] { return mirror() && facts.isAbove(*mirror(), cover->window()); });
@@ -358,7 +358,7 @@ TEST_F(SettingsTest, OfWhatIsWatchedTakeEffectInTheRunningProgram) {
     EXPECT_EQ(startOnceMore(), 0); // Brings the settings window to the front.
     awaitWindow();
     click("radio button", "Check All Windows");
-    giveKeyboardTo(*other);
+    giveFocusTo(*other);
     awaitPrompt();
 }
 

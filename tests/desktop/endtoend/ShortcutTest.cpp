@@ -24,7 +24,7 @@ TEST_P(ShortcutTestOfKeys, OpenHideShowAndCloseTheMirror) {
         keyboard.stroke({lock});
     startQuiet();
     const auto call = showCall();
-    giveKeyboardTo(*call);
+    giveFocusTo(*call);
 
     pressFrontmostShortcut();
     const xcb_window_t panel = awaitPanel();
@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, ShortcutTestOfKeys,
 TEST_F(ShortcutTest, FollowALayoutThatChangesWhileItRuns) {
     startQuiet();
     const auto call = showCall();
-    giveKeyboardTo(*call);
+    giveFocusTo(*call);
     keyboard.setLayout("de");
     keyboard.stroke({key::numLock});
     pressFrontmostShortcut();
@@ -83,7 +83,7 @@ TEST_F(ShortcutTest, MirrorTheLargestWindowOfTheFrontmostApplication) {
     pressFrontmostShortcut();
     awaitNothing();
 
-    giveKeyboardTo(*other);
+    giveFocusTo(*other);
     pressFrontmostShortcut();
     awaitColour(awaitPanel(), green);
 }

@@ -99,7 +99,7 @@ std::optional<xcb_window_t> Program::prompt(const WindowFacts& facts) const {
 xcb_window_t Program::awaitPrompt(const WindowFacts& facts) const {
     require("the prompt is shown", [&] { return prompt(facts).has_value(); });
     const xcb_window_t window = prompt(facts).value_or(XCB_NONE);
-    require("the prompt has the keyboard", [&] { return facts.focus() == window; });
+    require("the prompt has the focus", [&] { return facts.focus() == window; });
     return window;
 }
 
