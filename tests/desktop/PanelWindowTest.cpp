@@ -463,7 +463,7 @@ TEST_F(PanelWindowTest, AnOpponentThatAnswersEveryRaiseWinsSoonAndOnlyForAWhile)
     }));
 }
 
-TEST_F(PanelWindowTest, FocusGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
+TEST_F(PanelWindowTest, FocusGoesOnWhenNoWindowOrADeadOneHadItOrThePromptWasNeverSeen) {
     auto owner = std::make_unique<CallWindow>(server);
     xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, owner->window(), XCB_CURRENT_TIME);
     client.sync();
@@ -476,6 +476,13 @@ TEST_F(PanelWindowTest, FocusGoesOnWhenItsOwnerDiedOrThePromptWasNeverSeen) {
     EXPECT_TRUE(waitUntil([&] { return facts.viewable(prompt.window); }));
     EXPECT_EQ(facts.focus(), owner->window());
 
+    // Some window managers give the focus to no window when they show an empty desktop.
+    for (const xcb_window_t next : {xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT}, owner->window()}) {
+        prompt.desktop->takeFocus();
+        ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
+        xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_POINTER_ROOT, next, XCB_CURRENT_TIME);
+        client.sync();
+    }
     prompt.desktop->takeFocus();
     ASSERT_TRUE(waitUntil([&] { return facts.focus() == prompt.window; }));
     const xcb_window_t dead = owner->window();

@@ -37,7 +37,9 @@ PanelFocus::~PanelFocus() {
 
 void PanelFocus::take() {
     const MutexLock lock(focusMutex);
-    if (state != State::without)
+    // The focus may have gone from the panel to no window, and from there anywhere without an event to us.
+    const bool lost = state == State::held && focused() != panel;
+    if (state != State::without && !lost)
         return;
     state = State::awaitingTime;
     // Only an event tells the server's time, and an empty change of our own property causes one.
@@ -137,9 +139,14 @@ bool PanelFocus::focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp
                                windowGone | ErrorSet{XError::match});
 }
 
-bool PanelFocus::focusIsOurs() const {
+std::optional<xcb_window_t> PanelFocus::focused() const {
     const auto reply = connection.reply<xcb_get_input_focus_reply>(xcb_get_input_focus(connection.xcb()));
-    return reply && (reply->focus == panel || reply->focus == connection.root() || !isWindow(reply->focus));
+    return reply ? std::optional(reply->focus) : std::nullopt;
+}
+
+bool PanelFocus::focusIsOurs() const {
+    const auto window = focused();
+    return window && (*window == panel || *window == connection.root() || !isWindow(*window));
 }
 
 } // namespace mirrolet::platform::desktop::x11

@@ -6,6 +6,7 @@
 #include "platform/foundation/Mutex.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace mirrolet::platform::desktop::x11 {
 
@@ -37,6 +38,9 @@ class PanelFocus {
     void tryFocus() MIRROLET_REQUIRES(focusMutex);
     void restore() MIRROLET_REQUIRES(focusMutex);
     bool focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time);
+    /// None and PointerRoot are possible. No value if the server does not answer.
+    [[nodiscard]] std::optional<xcb_window_t> focused() const;
+    /// Whether the panel has the focus, or no window has it.
     [[nodiscard]] bool focusIsOurs() const;
 
     X11Connection& connection;
