@@ -4,8 +4,7 @@
 #include "platform/carbon/KeyCodes.h"
 #include "platform/dispatch/DispatchQueue.h"
 
-#include <map>
-#include <set>
+#include <array>
 #include <vector>
 
 namespace mirrolet {
@@ -95,7 +94,13 @@ TEST_F(HotkeyManagerTest, AShortcutThatCannotBeHadIsSaidOnceAndHoldsNothing) {
         EXPECT_EQ(registered(HotkeyID::togglePiPVisibility, row.key, row.modifiers), failure(1, row.status));
         EXPECT_THAT(desktop.hotKeys().held(), ElementsAre(pressF));
     }
-    EXPECT_EQ(registered(HotkeyID::togglePiPVisibility, 49, 0), "") << "no modifier at all is fine";
+    for (const auto& [carbon, modifier] :
+         {std::pair(0U, 0U), std::pair(256U, 0U + desktop::superModifier),
+          std::pair(512U, 0U + desktop::shiftModifier), std::pair(2048U, 0U + desktop::altModifier),
+          std::pair(4096U, 0U + desktop::controlModifier)}) {
+        EXPECT_EQ(registered(HotkeyID::togglePiPVisibility, 49, carbon), "");
+        EXPECT_THAT(desktop.hotKeys().held(), UnorderedElementsAre(pressF, std::pair(57U, modifier)));
+    }
 }
 
 TEST_F(HotkeyManagerTest, APressOnItsWayIsDroppedWithItsShortcut) {
@@ -162,28 +167,33 @@ TEST(HotkeyManagerTestOfModifiers, KeepsTheFourAndDropsTheRest) {
         EXPECT_EQ(carbonModifiers(flags), mask) << flags;
 }
 
-TEST(HotkeyManagerTestOfKeyCodes, EveryKeyHasOneCodeThatLeadsBackToIt) {
-    std::set<std::uint32_t> codes;
+TEST(HotkeyManagerTestOfKeyCodes, EveryKeyHasTheCodeOfItsPlaceAndAnyOtherOneOfItsOwn) {
+    constexpr std::uint32_t none = 0xff;
+    // clang-format off
+    constexpr std::array<std::uint32_t, 128> virtualByEvdev = {
+        none,  53,  18,  19,  20,  21,  23,  22,  26,  28,  25,  29,  27,  24,  51,  48, // Escape, 1 to Tab
+          12,  13,  14,  15,  17,  16,  32,  34,  31,  35,  33,  30,  36,  59,   0,   1, // Q to Return, Ctrl, A
+           2,   3,   5,   4,  38,  40,  37,  41,  39,  50,  56,  42,   6,   7,   8,   9, // D to V
+          11,  45,  46,  43,  47,  44,  60,  67,  58,  49,  57, 122, 120,  99, 118,  96, // B to Space, F1 to F5
+          97,  98, 100, 101, 109,  71, none, 89,  91,  92,  78,  86,  87,  88,  69,  83, // F6 to F10, number pad
+          84,  85,  82,  65, none, none, 10, 103, 111,  94, none, none, none, none, none, 95,
+          76,  62,  75, none, 61, none, 115, 126, 116, 123, 124, 119, 125, 121, 114, 117, // Enter to Delete
+        none,  74,  73,  72, none,  81, none, none, none, none, 104, 102, 93, 55,  54, 110};
+    // clang-format on
+    constexpr std::array<std::uint32_t, 8> f13ToF20 = {105, 107, 113, 106, 64, 79, 80, 90};
     for (std::uint32_t evdev = 1; evdev <= 247; ++evdev) {
-        const auto code = virtualFromEvdev(evdev);
-        ASSERT_TRUE(code) << evdev;
-        EXPECT_TRUE(codes.insert(*code).second) << evdev;
-        EXPECT_EQ(evdevFromVirtual(*code), evdev);
+        auto code = evdev < virtualByEvdev.size() ? virtualByEvdev.at(evdev) : none;
+        if (evdev >= 183 && evdev <= 190)
+            code = f13ToF20.at(evdev - 183);
+        if (code == none)
+            code = 0x100 + evdev;
+        EXPECT_EQ(virtualFromEvdev(evdev), code) << evdev;
+        EXPECT_EQ(evdevFromVirtual(code), evdev) << code;
     }
     EXPECT_EQ(virtualFromEvdev(0), std::nullopt);
     EXPECT_EQ(virtualFromEvdev(0x10000), std::nullopt);
     for (const auto code : {52u, 66u, 127u, 0x100u, 0x100u + 30, 0x100u + 0x300, 4294967295u})
         EXPECT_EQ(evdevFromVirtual(code), std::nullopt) << code;
-}
-
-TEST(HotkeyManagerTestOfKeyCodes, ThePlacesOfTheCommonKeysAreThoseOfTheStandardKeyboard) {
-    // The letters at both ends of each row, and the keys of the recorder and of the default shortcuts.
-    const std::map<std::uint32_t, std::uint32_t> evdevByVirtual = {
-        {12, 16},   {35, 25},   {0, 30},    {37, 38},   {6, 44},    {46, 50},   {3, 33},   {18, 2},
-        {29, 11},   {36, 28},   {48, 15},   {49, 57},   {51, 14},   {53, 1},    {122, 59}, {111, 88},
-        {123, 105}, {124, 106}, {125, 108}, {126, 103}, {115, 102}, {119, 107}, {76, 96},  {82, 82}};
-    for (const auto& [code, evdev] : evdevByVirtual)
-        EXPECT_EQ(evdevFromVirtual(code), evdev) << code;
 }
 
 } // namespace
