@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -58,6 +59,11 @@ class AppDelegateTest : public DesktopTest {
         delegate->promptPanel->respond(true);
         time.run();
     }
+    std::string promptTitle() const {
+        auto* content =
+            delegate->promptPanel ? delegate->promptPanel->contentView()->hostedWidget() : nullptr;
+        return content ? content->findChildren<QLabel*>().first()->text().toStdString() : "";
+    }
     NSMenuItem& entry(std::size_t index) { return *delegate->statusItem->menu()->items().at(index); }
     std::optional<desktop::WindowNumber> mirrored() const {
         return delegate->pipController && delegate->pipController->panel
@@ -97,6 +103,8 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     entry(1).performAction(); // This one is refused as well.
     EXPECT_EQ(delegate->promptPanel, nullptr);
     press(showHide);
+    SettingsStore::shared().setPipAlwaysOnTop(false);
+    time.run();
     EXPECT_EQ(mirrored(), std::nullopt);
     press(startClose);
     EXPECT_FALSE(delegate->activeSession);
@@ -104,6 +112,49 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     desktop.applications().setFrontmost(editorPid);
     press(startClose);
     EXPECT_EQ(mirrored(), editorWindow);
+}
+
+TEST_F(AppDelegateTest, AfterEachEndTheNextCallIsOfferedAndDuringASessionNone) {
+    launch();
+    const std::vector<std::function<void()>> ends = {
+        [this] { delegate->promptPanel->respond(false); },
+        [this] { time.advance(15); },
+        [this] { callEnds(); },
+        [this] {
+            accept();
+            callEnds();
+        },
+        [this] {
+            accept();
+            desktop.capture().destroyWindow(callNumber);
+            time.advance(0.2);
+        },
+        [] {},
+    };
+    for (const auto& end : ends) {
+        SCOPED_TRACE(&end - ends.data());
+        callAppears();
+        ASSERT_EQ(promptTitle(), "Video Call Detected");
+        end();
+        EXPECT_EQ(delegate->activeSession, &end == &ends.back());
+        EXPECT_EQ(delegate->promptPanel != nullptr, &end == &ends.back());
+        EXPECT_EQ(mirrored(), std::nullopt);
+        callEnds();
+    }
+    press(startClose);
+    callAppears();
+    EXPECT_EQ(delegate->promptPanel, nullptr);
+    EXPECT_EQ(mirrored(), editorWindow);
+}
+
+TEST_F(AppDelegateTest, AMirrorThatBeganAmongNormalWindowsRisesWhenKeptOnTop) {
+    SettingsStore::shared().setPipAlwaysOnTop(false);
+    launch();
+    callAppears();
+    accept();
+    SettingsStore::shared().setPipAlwaysOnTop(true);
+    time.run();
+    EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::floating);
 }
 
 TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
@@ -164,7 +215,7 @@ TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
     EXPECT_FALSE(delegate->activeSession);
     desktop.windowList().setWindows({{editor}});
     entry(1).performAction();
-    ASSERT_NE(delegate->promptPanel, nullptr);
+    ASSERT_EQ(promptTitle(), "Editor Window Detected");
     accept();
     EXPECT_EQ(mirrored(), editorWindow);
 }
@@ -208,6 +259,10 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     time.run();
     const desktop::fake::FakeHotKeys::Combination changed{30, showHide.second};
     EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(changed, startClose));
+    store.setPipFrontmostShortcutKeyCode(1); // The S key.
+    time.run();
+    const desktop::fake::FakeHotKeys::Combination other{31, startClose.second};
+    EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(changed, other));
     store.setPollInterval(5);
     time.run();
     EXPECT_EQ(desktop.windowList().reads(), reads + 1); // A new timer polls at once, and the call goes on.

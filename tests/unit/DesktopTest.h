@@ -24,7 +24,9 @@ class DesktopTest : public testing::Test {
         store.setPromptTimeout(15);
         store.setStartMonitoringOnLaunch(true);
         store.setPipAlwaysOnTop(true);
+        store.setPipCorner(PiPCorner::bottomRight);
         store.setShortcutKeyCode(35);
+        store.setPipFrontmostShortcutKeyCode(3);
     }
     ~DesktopTest() override { platform::desktop::Desktop::setCurrent(nullptr); }
 

@@ -1,5 +1,6 @@
 #include "pip/PiPController.h"
 
+#include "platform/appkit/NSScreen.h"
 #include "tests/unit/DesktopTest.h"
 
 namespace mirrolet {
@@ -47,7 +48,7 @@ TEST_F(PiPControllerTest, AWindowThatIsGoneEndsTheSessionOnceAndTellsTheOwner) {
     EXPECT_FALSE(desktop.panelWindows().back()->alive);
 }
 
-TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropped) {
+TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWord) {
     controller->start();
     time.run();
     const auto panel = controller->panel;
@@ -61,6 +62,38 @@ TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWordAndLateFramesAreDropp
     time.advance(1);
     EXPECT_EQ(desktop.capture().captures(callWindow), captures);
     EXPECT_EQ(closed, 0);
+}
+
+TEST_F(PiPControllerTest, WhatIsOnItsWayWhenItStopsChangesNothing) {
+    for (const bool fails : {false, true}) {
+        if (fails)
+            desktop.capture().destroyWindow(callWindow);
+        controller->start(); // The first tick is due, and what it tells comes behind the stop.
+        const auto panel = controller->panel;
+        DispatchQueue::main().async([this] { controller->stop(); });
+        time.run();
+        EXPECT_EQ(desktop.capture().captures(callWindow), fails ? 2 : 1);
+        EXPECT_FALSE(panel->imageView->showsWindow());
+    }
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(PiPControllerTest, StartsInTheChosenCornerAtTheChosenLevel) {
+    const auto visible = NSScreen::main()->visibleFrame;
+    const double left = visible.minX() + 24, right = visible.maxX() - 124;
+    const double bottom = visible.minY() + 24, top = visible.maxY() - 124;
+    for (const auto& [corner, origin] : {std::pair(PiPCorner::bottomRight, NSPoint{right, bottom}),
+                                         std::pair(PiPCorner::bottomLeft, NSPoint{left, bottom}),
+                                         std::pair(PiPCorner::topRight, NSPoint{right, top}),
+                                         std::pair(PiPCorner::topLeft, NSPoint{left, top})}) {
+        const bool onTop = corner != PiPCorner::topLeft;
+        SettingsStore::shared().setPipCorner(corner);
+        SettingsStore::shared().setPipAlwaysOnTop(onTop);
+        controller->start();
+        EXPECT_EQ(controller->panel->frame(), (NSRect{origin, {100, 100}}));
+        EXPECT_EQ(controller->panel->level(), onTop ? NSWindowLevel::floating : NSWindowLevel::normal);
+        controller->stop();
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "prompt/PromptPanel.h"
 
+#include "platform/appkit/NSScreen.h"
 #include "tests/unit/DesktopTest.h"
 #include "tests/unit/WidgetSearch.h"
 
@@ -146,6 +147,12 @@ TEST_F(PromptPanelTest, SaysWhatItOffersInPlainText) {
         for (const auto* label : content().findChildren<QLabel*>())
             EXPECT_EQ(label->textFormat(), Qt::PlainText);
     }
+    show();
+    EXPECT_EQ(desktop.panelWindows().back()->level, platform::NSWindowLevel::modalPanel);
+    EXPECT_EQ(desktop.panelWindows().back()->stacking, platform::desktop::PanelStacking::floating);
+    const auto visible = platform::NSScreen::main()->visibleFrame;
+    EXPECT_EQ(panel->frame().midX(), visible.midX());
+    EXPECT_NEAR(panel->frame().midY(), visible.minY() + 0.6 * visible.height(), 1);
 }
 
 TEST_F(PromptPanelTest, KeepsItsSizeAndAllItsPartsInsideWhateverTheNameAndTheFont) {

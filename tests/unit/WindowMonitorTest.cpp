@@ -83,10 +83,13 @@ TEST_F(WindowMonitorTestOfSearches, AmongChosenApplicationsTheCallComesFirst) {
     const auto small = row(4, 300, 200, messenger, "WhatsApp", "Ann");
     const auto sameSize = row(5, 200, 300, messenger, "WhatsApp", "Bob");
     const auto page = row(6, 1200, 900, browser, "Browser");
+    const auto strip = row(8, 1600, 110, messenger, "WhatsApp", "A strip");
+    const auto square = row(9, 500, 500, messenger, "WhatsApp", "A square");
     const std::string app = "net.whatsapp.WhatsApp";
     const SearchRow rows[] = {
         {"a title in any case, on the smaller window", {chats, text, call}, {app}, {}, 3, true},
         {"no title: the second-largest", {small, chats}, {app}, {}, 4, true},
+        {"the second-largest by area", {strip, chats, square}, {app}, {}, 9, true},
         {"equal sizes keep their order", {sameSize, small}, {app}, {}, 4, true},
         {"only one window", {text, chats}, {app}, {}, 1, false},
         {"only one window, but a call", {call}, {app, "org.editor"}, {}, 3, true},
@@ -130,11 +133,17 @@ TEST_F(WindowMonitorTestOfSearches, AmongAllWindowsTheDesktopsOwnPartsAreLeftOut
     const auto& dock = parts.at(1);
     const auto call = row(3, 300, 200, messenger, "WhatsApp", "video call");
     const auto text = row(4, 500, 500, editor, "Editor");
+    const auto strip = row(5, 1600, 110, editor, "Editor");
+    const auto chats = row(6, 200, 300, messenger, "WhatsApp");
+    const auto page = row(7, 400, 300, messenger, "WhatsApp");
     const SearchRow rows[] = {
         {"only the desktop", parts, {}, {}, 0, false},
         {"the largest, and never as a call", {dock, call, text}, {}, {}, 4, false},
         {"the frontmost", {dock, call, text}, {}, messenger, 3, false},
         {"the frontmost has no window", {call, text}, {}, browser, 4, false},
+        {"the largest by area", {strip, text}, {}, {}, 4, false},
+        {"the largest of the frontmost", {text, chats, page, call}, {}, messenger, 7, false},
+        {"the nearest of equals of the frontmost", {text, chats, call}, {}, messenger, 6, false},
     };
     for (const auto& search : rows) {
         SCOPED_TRACE(search.what);
@@ -213,6 +222,9 @@ TEST_F(WindowMonitorTest, StoppingEndsACallOnceAndThePolls) {
     time.advance(10);
     EXPECT_THAT(events, ElementsAre("detected 1", "ended"));
     EXPECT_EQ(desktop.windowList().reads(), 1);
+    monitor->start();
+    time.run();
+    EXPECT_THAT(events, ElementsAre("detected 1", "ended", "detected 1")) << "the call still goes on";
 }
 
 TEST_F(WindowMonitorTest, ARestartTakesTheNewIntervalAndLeavesTheCallAlone) {
