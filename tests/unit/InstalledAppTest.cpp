@@ -1,9 +1,13 @@
 #include "settings/InstalledApp.h"
 
+#include "platform/foundation/Bundle.h"
+#include "platform/foundation/DesktopEntryFiles.h"
+#include "platform/foundation/FileManager.h"
 #include "tests/desktop/harness/Sandbox.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -17,6 +21,7 @@ namespace mirrolet {
 namespace {
 
 using harness::Sandbox;
+using platform::FileManager;
 
 /// A home and a system folder that the scan reads instead of the machine's own.
 class InstalledAppTest : public testing::Test {
@@ -122,12 +127,29 @@ TEST_F(InstalledAppTest, EntriesThatAreNoFilesToReadNeitherStopNorDelayTheScan) 
     EXPECT_EQ(scan(), Apps{"good=Good"});
 }
 
-TEST_F(InstalledAppTest, ApplicationsAreTheSameIfTheirIdentifiersAre) {
-    const InstalledApp one{"id", "One", nullptr};
-    const InstalledApp other{"id", "Other", nullptr};
-    EXPECT_EQ(one, other);
-    EXPECT_EQ(std::hash<InstalledApp>{}(one), std::hash<InstalledApp>{}(other));
-    EXPECT_FALSE(one == (InstalledApp{"ID", "One", nullptr}));
+TEST_F(InstalledAppTest, WithoutUsableVariablesTheUsualFoldersAreRead) {
+    const auto home = FileManager::standard().homeDirectoryForCurrentUser().path();
+    const Apps usual = {home + "/.local/share/applications", "/usr/local/share/applications",
+                        "/usr/share/applications"};
+    setenv("XDG_DATA_HOME", "relative", 1);
+    setenv("XDG_DATA_DIRS", "", 1);
+    EXPECT_EQ(platform::userApplicationFolders(), usual);
+    setenv("XDG_DATA_HOME", "", 1);
+    unsetenv("XDG_DATA_DIRS");
+    EXPECT_EQ(platform::userApplicationFolders(), usual);
+    unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(platform::userApplicationFolders(), usual);
+}
+
+TEST_F(InstalledAppTest, ApplicationsOfTheSystemAreFoundInAFolderOfTheirOwn) {
+    setenv("XDG_DATA_DIRS", "/usr/share", 1);
+    const auto system =
+        FileManager::standard().contentsOfDirectory(platform::URL::fileURLWithPath("/System/Applications"));
+    ASSERT_TRUE(system);
+    EXPECT_EQ(system->size(), platform::desktopEntryFiles({"/usr/share/applications"}).size());
+    const auto shown = std::count_if(system->begin(), system->end(),
+                                     [](const auto& url) { return platform::Bundle::open(url).has_value(); });
+    EXPECT_EQ(scan().size(), static_cast<std::size_t>(shown));
 }
 
 } // namespace
