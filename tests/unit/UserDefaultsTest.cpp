@@ -17,19 +17,6 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(UserConfigFolder, IsThatOfTheEnvironmentOnlyIfAbsolute) {
-    const auto before = qgetenv("XDG_CONFIG_HOME");
-    const auto usual = (qgetenv("HOME") + "/.config").toStdString();
-    EXPECT_EQ(userConfigFolder(), before.toStdString());
-    for (const auto* unusable : {"", "relative", "./here"}) {
-        qputenv("XDG_CONFIG_HOME", unusable);
-        EXPECT_EQ(userConfigFolder(), usual);
-    }
-    qunsetenv("XDG_CONFIG_HOME");
-    EXPECT_EQ(userConfigFolder(), usual);
-    qputenv("XDG_CONFIG_HOME", before);
-}
-
 class UserDefaultsTest : public testing::Test {
   protected:
     QTemporaryDir folder;
@@ -53,6 +40,19 @@ class UserDefaultsTest : public testing::Test {
             .entryList({"defaults.json.broken-*"}, QDir::AllEntries | QDir::System);
     }
 };
+
+TEST_F(UserDefaultsTest, TheFolderIsThatOfTheEnvironmentOnlyIfAbsolute) {
+    const auto before = qgetenv("XDG_CONFIG_HOME");
+    const auto usual = (qgetenv("HOME") + "/.config").toStdString();
+    EXPECT_EQ(userConfigFolder(), before.toStdString());
+    for (const auto* unusable : {"", "relative", "./here"}) {
+        qputenv("XDG_CONFIG_HOME", unusable);
+        EXPECT_EQ(userConfigFolder(), usual);
+    }
+    qunsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(userConfigFolder(), usual);
+    qputenv("XDG_CONFIG_HOME", before);
+}
 
 TEST_F(UserDefaultsTest, ValuesOfEveryTypeAndUnknownKeysOutliveTheProcess) {
     put(R"({"mine": {"deep": [1, null, "x"]}, "half": 1})");
