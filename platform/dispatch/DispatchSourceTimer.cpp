@@ -1,10 +1,10 @@
 #include "platform/dispatch/DispatchSourceTimer.h"
 
 #include "platform/dispatch/Executor.h"
+#include "platform/foundation/Mutex.h"
 
 #include <algorithm>
 #include <chrono>
-#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform {
@@ -21,7 +21,7 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
     explicit State(std::weak_ptr<Executor> executor) : executor(std::move(executor)) {}
 
     void start() {
-        const std::lock_guard lock(stateMutex);
+        const MutexLock lock(stateMutex);
         const auto target = executor.lock();
         if (!target || cancelled || pending != 0 || interval <= interval.zero())
             return; // Never scheduled, already running, or without a queue.
@@ -33,7 +33,7 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
         std::shared_ptr<const std::function<void()>> dropped; // Released after the lock.
         Executor::TimerNumber number = 0;
         {
-            const std::lock_guard lock(stateMutex);
+            const MutexLock lock(stateMutex);
             cancelled = true;
             dropped = std::exchange(handler, nullptr);
             number = std::exchange(pending, 0);
@@ -42,17 +42,16 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
             target->cancel(number);
     }
 
-    std::mutex stateMutex;
+    Mutex stateMutex;
     std::weak_ptr<Executor> executor; ///< Weak, because the executor's tasks own this state.
-    std::shared_ptr<const std::function<void()>> handler;
-    Executor::Clock::duration interval{};
-    Executor::TimePoint begin;
-    Executor::TimerNumber pending = 0;
-    bool cancelled = false;
+    std::shared_ptr<const std::function<void()>> handler MIRROLET_GUARDED_BY(stateMutex);
+    Executor::Clock::duration interval MIRROLET_GUARDED_BY(stateMutex){};
+    Executor::TimePoint begin MIRROLET_GUARDED_BY(stateMutex);
+    Executor::TimerNumber pending MIRROLET_GUARDED_BY(stateMutex) = 0;
+    bool cancelled MIRROLET_GUARDED_BY(stateMutex) = false;
 
   private:
-    // The caller holds the lock.
-    void arm(Executor& target, Executor::TimePoint deadline) {
+    void arm(Executor& target, Executor::TimePoint deadline) MIRROLET_REQUIRES(stateMutex) {
         pending = target.callAt(deadline, [self = shared_from_this()] { self->fire(); });
     }
 
@@ -64,13 +63,13 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
         const auto now = target->now();
         if (const auto current = currentHandler())
             (*current)();
-        const std::lock_guard lock(stateMutex);
+        const MutexLock lock(stateMutex);
         if (!cancelled)
             arm(*target, begin + ((now - begin) / interval + 1) * interval);
     }
 
     std::shared_ptr<const std::function<void()>> currentHandler() {
-        const std::lock_guard lock(stateMutex);
+        const MutexLock lock(stateMutex);
         return cancelled ? nullptr : handler;
     }
 };
@@ -83,12 +82,12 @@ std::shared_ptr<DispatchSourceTimer> DispatchSourceTimer::make(const DispatchQue
 }
 
 void DispatchSourceTimer::scheduleNow(double repeating) {
-    const std::lock_guard lock(state->stateMutex);
+    const MutexLock lock(state->stateMutex);
     state->interval = std::max(dispatch::spanOf(repeating), dispatch::spanOf(shortestInterval));
 }
 
 void DispatchSourceTimer::setEventHandler(std::function<void()> handler) {
-    const std::lock_guard lock(state->stateMutex);
+    const MutexLock lock(state->stateMutex);
     state->handler = std::make_shared<const std::function<void()>>(std::move(handler));
 }
 

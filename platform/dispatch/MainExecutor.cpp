@@ -1,6 +1,7 @@
 #include "platform/dispatch/MainExecutor.h"
 
 #include "platform/dispatch/TaskList.h"
+#include "platform/foundation/Mutex.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
-#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -27,24 +27,29 @@ class MainExecutor::Receiver final : public QObject {
     }
 
     void post(Task task) {
-        std::unique_lock lock(taskMutex);
+        MutexLock lock(taskMutex);
         tasks.push(std::move(task));
-        wake(lock);
+        auto event = wakingEvent();
+        lock.unlock();
+        send(std::move(event));
     }
 
     TimerNumber callAt(TimePoint deadline, Task task) {
-        std::unique_lock lock(taskMutex);
+        MutexLock lock(taskMutex);
         const auto number = tasks.pushAt(deadline, std::move(task));
-        if (tasks.firstDeadline() == deadline)
-            armFromAnyThread(lock);
+        auto event = tasks.firstDeadline() == deadline ? armFromAnyThread() : nullptr;
+        lock.unlock();
+        send(std::move(event));
         return number;
     }
 
     void cancel(TimerNumber number) {
         Task dropped; // Released after the lock, because a task's destructor may run any code.
-        std::unique_lock lock(taskMutex);
+        MutexLock lock(taskMutex);
         dropped = tasks.takeOut(number);
-        armFromAnyThread(lock);
+        auto event = armFromAnyThread();
+        lock.unlock();
+        send(std::move(event));
     }
 
   protected:
@@ -56,36 +61,38 @@ class MainExecutor::Receiver final : public QObject {
     }
 
   private:
-    // Locks as wake() does when it makes the event, because the thread sanitizer cannot see the lock with
-    // which Qt hands the event over.
+    // Locks as wakingEvent() does when it makes the event, because the thread sanitizer cannot see the lock
+    // with which Qt hands the event over.
     QEvent::Type typeOf(const QEvent& event) {
-        const std::lock_guard lock(taskMutex);
+        const MutexLock lock(taskMutex);
         return event.type();
     }
 
-    // Unlocks before the event is posted, because the main thread often runs at once and would wait for the
-    // lock.
-    void wake(std::unique_lock<std::mutex>& lock) {
-        auto event = awake ? nullptr : std::make_unique<QEvent>(QEvent::User);
-        awake = true;
-        lock.unlock();
+    // nullptr if the main thread has an event to come already.
+    std::unique_ptr<QEvent> wakingEvent() MIRROLET_REQUIRES(taskMutex) {
+        return std::exchange(awake, true) ? nullptr : std::make_unique<QEvent>(QEvent::User);
+    }
+
+    // Unlocked, because the main thread often runs at once and would wait for the mutex.
+    void send(std::unique_ptr<QEvent> event) MIRROLET_EXCLUDES(taskMutex) {
         if (event)
             QCoreApplication::postEvent(this, event.release());
     }
 
-    void armFromAnyThread(std::unique_lock<std::mutex>& lock) {
+    // Returns the event that is to be sent, or nullptr.
+    std::unique_ptr<QEvent> armFromAnyThread() MIRROLET_REQUIRES(taskMutex) {
         if (QThread::currentThread() == thread()) {
             arm();
-            return;
+            return nullptr;
         }
         tasks.push([this] {
-            const std::lock_guard again(taskMutex);
+            const MutexLock again(taskMutex);
             arm();
         });
-        wake(lock);
+        return wakingEvent();
     }
 
-    void arm() {
+    void arm() MIRROLET_REQUIRES(taskMutex) {
         const auto deadline = tasks.firstDeadline();
         if (!deadline) {
             timer.stop();
@@ -99,42 +106,41 @@ class MainExecutor::Receiver final : public QObject {
 
     // Tasks that are posted during this call run on the next turn.
     void runPosted() {
-        std::unique_lock lock(taskMutex);
+        MutexLock lock(taskMutex);
         awake = false;
         const auto count = tasks.postedCount();
         // A task may open an event loop, which needs an event to run the tasks behind that task.
         if (count > 1) {
-            wake(lock);
+            auto event = wakingEvent();
+            lock.unlock();
+            send(std::move(event));
             lock.lock();
         }
         for (std::size_t done = 0; done < count; ++done) {
             auto task = tasks.takePosted();
             if (!task)
                 return; // An event loop inside a task has run the others.
-            runUnlocked(lock, std::move(task));
+            lock.unlock();
+            std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
+            lock.lock();
         }
     }
 
     void runDue() {
-        std::unique_lock lock(taskMutex);
+        MutexLock lock(taskMutex);
         const auto now = Clock::now();
         while (auto task = tasks.takeDue(now)) {
             arm(); // For an event loop that the task may open.
-            runUnlocked(lock, std::move(task));
+            lock.unlock();
+            std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
+            lock.lock();
         }
         arm();
     }
 
-    static void runUnlocked(std::unique_lock<std::mutex>& lock, Task task) {
-        lock.unlock();
-        task();
-        task = nullptr;
-        lock.lock();
-    }
-
-    std::mutex taskMutex;
-    TaskList tasks;
-    bool awake = false;
+    Mutex taskMutex;
+    TaskList tasks MIRROLET_GUARDED_BY(taskMutex);
+    bool awake MIRROLET_GUARDED_BY(taskMutex) = false;
     QTimer timer;
 };
 

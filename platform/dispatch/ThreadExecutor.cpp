@@ -1,12 +1,11 @@
 #include "platform/dispatch/ThreadExecutor.h"
 
 #include "platform/dispatch/TaskList.h"
+#include "platform/foundation/Mutex.h"
 
 #include <atomic>
-#include <condition_variable>
 #include <cstddef>
 #include <ctime>
-#include <mutex>
 #include <optional>
 #include <pthread.h>
 #include <semaphore.h>
@@ -25,18 +24,18 @@ class OpenTasks {
     void remove(std::size_t ended) {
         if ((count -= ended) > 0)
             return;
-        const std::lock_guard lock(waitMutex);
-        noneLeft.notify_all();
+        const MutexLock lock(waitMutex);
+        noneLeft.notifyAll();
     }
     bool awaitNone(Executor::Clock::duration atMost) {
-        std::unique_lock lock(waitMutex);
-        return noneLeft.wait_for(lock, atMost, [this] { return count == 0; });
+        const MutexLock lock(waitMutex);
+        return noneLeft.waitFor(waitMutex, atMost, [this] { return count == 0; });
     }
 
   private:
     std::atomic<std::size_t> count = 0;
-    std::mutex waitMutex; ///< Held while the waiting thread looks at the count and goes to sleep.
-    std::condition_variable noneLeft;
+    Mutex waitMutex; ///< Held while the waiting thread looks at the count and goes to sleep.
+    ConditionVariable noneLeft;
 };
 
 /// Never destroyed, because a detached thread may end later than the program's static objects.
@@ -64,7 +63,7 @@ struct ThreadExecutor::State {
         while (true) {
             std::optional<Executor::TimePoint> deadline;
             {
-                const std::lock_guard lock(taskMutex);
+                const MutexLock lock(taskMutex);
                 waiting = false;
                 if (stopped)
                     return nullptr;
@@ -77,20 +76,20 @@ struct ThreadExecutor::State {
         }
     }
 
-    /// The caller holds the lock. A post just after a wait has timed out makes the thread look twice.
-    void wake() {
+    /// A post just after a wait has timed out makes the thread look twice.
+    void wake() MIRROLET_REQUIRES(taskMutex) {
         if (std::exchange(waiting, false))
             sem_post(&signal);
     }
 
-    std::mutex taskMutex;
-    TaskList tasks;
-    bool stopped = false;
+    Mutex taskMutex;
+    TaskList tasks MIRROLET_GUARDED_BY(taskMutex);
+    bool stopped MIRROLET_GUARDED_BY(taskMutex) = false;
 
   private:
     /// A timed task counts as open from now on, so that whoever cancels it either stops it or can wait for
     /// it.
-    Task takeNext() {
+    Task takeNext() MIRROLET_REQUIRES(taskMutex) {
         auto due = tasks.takeDue(Clock::now());
         if (!due)
             return tasks.takePosted();
@@ -112,7 +111,7 @@ struct ThreadExecutor::State {
     }
 
     sem_t signal{};
-    bool waiting = false;
+    bool waiting MIRROLET_GUARDED_BY(taskMutex) = false;
 };
 
 ThreadExecutor::ThreadExecutor(const std::string& label) : state(std::make_shared<State>()) {
@@ -139,7 +138,7 @@ bool ThreadExecutor::awaitTasks(Clock::duration atMost) {
 
 void ThreadExecutor::post(Task task) {
     const auto kept = state; // The posted task may destroy this executor before the lock is released.
-    const std::lock_guard lock(kept->taskMutex);
+    const MutexLock lock(kept->taskMutex);
     if (kept->stopped)
         return;
     openTasks().add();
@@ -149,7 +148,7 @@ void ThreadExecutor::post(Task task) {
 
 Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
     const auto kept = state;
-    const std::lock_guard lock(kept->taskMutex);
+    const MutexLock lock(kept->taskMutex);
     if (kept->stopped)
         return 0;
     const auto number = kept->tasks.pushAt(deadline, std::move(task));
@@ -159,7 +158,7 @@ Executor::TimerNumber ThreadExecutor::callAt(TimePoint deadline, Task task) {
 
 void ThreadExecutor::cancel(TimerNumber number) {
     Task dropped;
-    const std::lock_guard lock(state->taskMutex);
+    const MutexLock lock(state->taskMutex);
     dropped = state->tasks.takeOut(number);
 }
 
@@ -168,7 +167,7 @@ void ThreadExecutor::shutDown() {
         return;
     TaskList dropped;
     {
-        const std::lock_guard lock(state->taskMutex);
+        const MutexLock lock(state->taskMutex);
         state->stopped = true;
         std::swap(dropped, state->tasks);
         state->wake();

@@ -1,7 +1,8 @@
 #include "platform/dispatch/fake/VirtualTime.h"
 
+#include "platform/foundation/Mutex.h"
+
 #include <algorithm>
-#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform::dispatch {
@@ -14,15 +15,20 @@ struct VirtualTime::Agenda {
     };
     using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
 
-    std::mutex agendaMutex; ///< Guards the next three, because the session bus posts from its own thread.
-    Executor::TimePoint now{std::chrono::hours(1)};
-    std::map<Place, Entry> entries;
-    Executor::TimerNumber lastNumber = 0;
+    Mutex agendaMutex; ///< The session bus posts from its own thread.
+    Executor::TimePoint now MIRROLET_GUARDED_BY(agendaMutex){std::chrono::hours(1)};
+    std::map<Place, Entry> entries MIRROLET_GUARDED_BY(agendaMutex);
+    Executor::TimerNumber lastNumber MIRROLET_GUARDED_BY(agendaMutex) = 0;
     std::vector<std::string> laneNames;
     std::string running;
 
+    Executor::TimePoint time() {
+        const MutexLock lock(agendaMutex);
+        return now;
+    }
+
     Executor::TimerNumber add(int lane, Executor::TimePoint deadline, Task task) {
-        const std::lock_guard lock(agendaMutex);
+        const MutexLock lock(agendaMutex);
         entries.emplace(Place{std::max(deadline, now), ++lastNumber}, Entry{lane, std::move(task)});
         return lastNumber;
     }
@@ -30,7 +36,7 @@ struct VirtualTime::Agenda {
     template <class Condition> void drop(const Condition& condition) {
         std::vector<Task>
             dropped; // Released after the lock, because a task's destructor may add or drop tasks.
-        const std::lock_guard lock(agendaMutex);
+        const MutexLock lock(agendaMutex);
         for (auto entry = entries.begin(); entry != entries.end();) {
             if (!condition(entry->first, entry->second)) {
                 ++entry;
@@ -42,7 +48,7 @@ struct VirtualTime::Agenda {
     }
 
     std::map<Place, Entry>::node_type takeNext(Executor::TimePoint until) {
-        const std::lock_guard lock(agendaMutex);
+        const MutexLock lock(agendaMutex);
         if (entries.empty() || entries.begin()->first.first > until) {
             now = std::max(now, until);
             return {};
@@ -71,7 +77,7 @@ class VirtualTime::Lane final : public Executor {
     }
 
     void post(Task task) override { callAt(TimePoint::min(), std::move(task)); }
-    [[nodiscard]] TimePoint now() const override { return agenda->now; }
+    [[nodiscard]] TimePoint now() const override { return agenda->time(); }
     TimerNumber callAt(TimePoint deadline, Task task) override {
         return stopped ? 0 : agenda->add(number, deadline, std::move(task));
     }
@@ -100,7 +106,7 @@ VirtualTime::~VirtualTime() {
 }
 
 void VirtualTime::advance(double seconds) {
-    const auto until = agenda->now + spanOf(seconds);
+    const auto until = agenda->time() + spanOf(seconds);
     while (agenda->runNext(until)) {
     }
 }
