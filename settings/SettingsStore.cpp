@@ -2,7 +2,6 @@
 
 #include "platform/foundation/UserDefaults.h"
 
-#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -81,7 +80,7 @@ SettingsStore::SettingsStore(UserDefaults& defaults)
       snapshot{scope, appIdentifiers, pollSeconds}, defaults(defaults) {}
 
 MonitoringSettings SettingsStore::currentMonitoringSettings() const {
-    const std::lock_guard guard(lock);
+    const platform::MutexLock guard(lock);
     return snapshot;
 }
 
@@ -98,7 +97,7 @@ void SettingsStore::save() {
     defaults.set("pipFrontmostShortcutKeyCode", frontmostKeyCode);
     defaults.set("pipFrontmostShortcutModifiers", frontmostModifiers);
 
-    const std::lock_guard guard(lock);
+    const platform::MutexLock guard(lock);
     snapshot = {scope, appIdentifiers, pollSeconds};
 }
 

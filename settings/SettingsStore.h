@@ -81,8 +81,8 @@ class SettingsStore {
     std::uint32_t modifiers;
     std::uint32_t frontmostKeyCode;
     std::uint32_t frontmostModifiers;
-    mutable platform::NSLock lock; ///< Guards the snapshot. No other lock is taken while it is held.
-    MonitoringSettings snapshot;
+    mutable platform::NSLock lock; ///< No other mutex is locked while it is held.
+    MonitoringSettings snapshot MIRROLET_GUARDED_BY(lock);
     platform::UserDefaults& defaults;
 };
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <mutex>
+#include "platform/foundation/Mutex.h"
 
 namespace mirrolet::platform {
 
-using NSLock = std::mutex;
+using NSLock = Mutex;
 
 } // namespace mirrolet::platform

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/desktop/Applications.h"
+#include "platform/foundation/Mutex.h"
 
 #include <map>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::fake {
 
@@ -20,10 +20,10 @@ class FakeApplications final : public Applications {
     std::optional<Application> running(std::int32_t pid) override;
 
   private:
-    mutable std::mutex mutex;
-    std::map<std::int32_t, Application> applications;
-    std::optional<std::int32_t> front;
-    std::map<std::int32_t, int> lookUpCounts;
+    mutable Mutex applicationsMutex;
+    std::map<std::int32_t, Application> applications MIRROLET_GUARDED_BY(applicationsMutex);
+    std::optional<std::int32_t> front MIRROLET_GUARDED_BY(applicationsMutex);
+    std::map<std::int32_t, int> lookUpCounts MIRROLET_GUARDED_BY(applicationsMutex);
 };
 
 } // namespace mirrolet::platform::desktop::fake

@@ -10,12 +10,12 @@ Bitmap FakeWindowImage::readBack() const {
 }
 
 void FakeWindowCapture::setPermitted(bool permitted) {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     mayCapture = permitted;
 }
 
 void FakeWindowCapture::setPicture(WindowNumber window, PixelSize size, std::uint32_t colour) {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     pictures[window] = std::make_shared<FakeWindowImage>(size, colour, alive);
 }
 
@@ -24,31 +24,31 @@ void FakeWindowCapture::destroyWindow(WindowNumber window) {
 }
 
 void FakeWindowCapture::failWindow(WindowNumber window, CaptureFailure failure) {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     pictures.erase(window);
     failures[window] = failure;
 }
 
 int FakeWindowCapture::captures(WindowNumber window) const {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     const auto found = captureCounts.find(window);
     return found == captureCounts.end() ? 0 : found->second;
 }
 
 long FakeWindowCapture::imagesHeld() const {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     const auto ownOnly = std::count_if(pictures.begin(), pictures.end(),
                                        [](const auto& entry) { return entry.second.use_count() == 1; });
     return alive.use_count() - 1 - ownOnly;
 }
 
 bool FakeWindowCapture::permitted() const {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     return mayCapture;
 }
 
 CaptureResult FakeWindowCapture::capture(WindowNumber window) {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(captureMutex);
     ++captureCounts[window];
     if (!mayCapture)
         return CaptureFailure::notPermitted;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/desktop/WindowCapture.h"
+#include "platform/foundation/Mutex.h"
 
 #include <map>
 #include <memory>
-#include <mutex>
 
 namespace mirrolet::platform::desktop::fake {
 
@@ -43,11 +43,11 @@ class FakeWindowCapture final : public WindowCapture {
     CaptureResult capture(WindowNumber window) override;
 
   private:
-    mutable std::mutex mutex;
-    bool mayCapture = true;
-    std::map<WindowNumber, std::shared_ptr<const FakeWindowImage>> pictures;
-    std::map<WindowNumber, CaptureFailure> failures;
-    std::map<WindowNumber, int> captureCounts;
+    mutable Mutex captureMutex;
+    bool mayCapture MIRROLET_GUARDED_BY(captureMutex) = true;
+    std::map<WindowNumber, std::shared_ptr<const FakeWindowImage>> pictures MIRROLET_GUARDED_BY(captureMutex);
+    std::map<WindowNumber, CaptureFailure> failures MIRROLET_GUARDED_BY(captureMutex);
+    std::map<WindowNumber, int> captureCounts MIRROLET_GUARDED_BY(captureMutex);
     std::shared_ptr<int> alive = std::make_shared<int>();
 };
 

@@ -5,17 +5,17 @@
 namespace mirrolet::platform::desktop::fake {
 
 void FakeWindowList::setWindows(std::optional<std::vector<WindowRow>> windows) {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(rowsMutex);
     rows = std::move(windows);
 }
 
 int FakeWindowList::reads() const {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(rowsMutex);
     return readCount;
 }
 
 std::optional<std::vector<WindowRow>> FakeWindowList::onScreenWindows() {
-    const std::lock_guard lock(mutex);
+    const MutexLock lock(rowsMutex);
     ++readCount;
     return rows;
 }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/desktop/WindowList.h"
-
-#include <mutex>
+#include "platform/foundation/Mutex.h"
 
 namespace mirrolet::platform::desktop::fake {
 
@@ -16,9 +15,9 @@ class FakeWindowList final : public WindowList {
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
 
   private:
-    mutable std::mutex mutex;
-    std::optional<std::vector<WindowRow>> rows = std::vector<WindowRow>();
-    int readCount = 0;
+    mutable Mutex rowsMutex;
+    std::optional<std::vector<WindowRow>> rows MIRROLET_GUARDED_BY(rowsMutex) = std::vector<WindowRow>();
+    int readCount MIRROLET_GUARDED_BY(rowsMutex) = 0;
 };
 
 } // namespace mirrolet::platform::desktop::fake

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/foundation/Mutex.h"
+
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,17 +13,17 @@ namespace mirrolet::platform::desktop::fake {
 class Misuses {
   public:
     void add(std::string what) {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(listMutex);
         list.push_back(std::move(what));
     }
     [[nodiscard]] std::vector<std::string> all() const {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(listMutex);
         return list;
     }
 
   private:
-    mutable std::mutex mutex;
-    std::vector<std::string> list;
+    mutable Mutex listMutex;
+    std::vector<std::string> list MIRROLET_GUARDED_BY(listMutex);
 };
 
 } // namespace mirrolet::platform::desktop::fake
