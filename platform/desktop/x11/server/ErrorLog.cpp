@@ -30,7 +30,7 @@ constexpr std::array<std::string_view, 22> names = {
 } // namespace
 
 std::uint64_t ErrorLog::beginRange(std::uint32_t sequence, ErrorSet expected) {
-    const std::lock_guard lock(rangesMutex);
+    const MutexLock lock(rangesMutex);
     if (ranges.size() == mostRanges)
         ranges.pop_front();
     ranges.push_back({++lastNumber, sequence, 0, false, expected});
@@ -38,7 +38,7 @@ std::uint64_t ErrorLog::beginRange(std::uint32_t sequence, ErrorSet expected) {
 }
 
 void ErrorLog::endRange(std::uint64_t number, std::uint32_t sequence) {
-    const std::lock_guard lock(rangesMutex);
+    const MutexLock lock(rangesMutex);
     const auto range = std::ranges::find(ranges, number, &Range::number);
     if (range == ranges.end())
         return;
@@ -47,7 +47,7 @@ void ErrorLog::endRange(std::uint64_t number, std::uint32_t sequence) {
 }
 
 void ErrorLog::noteAnswered(std::uint32_t sequence) {
-    const std::lock_guard lock(rangesMutex);
+    const MutexLock lock(rangesMutex);
     std::erase_if(ranges,
                   [sequence](const Range& range) { return range.ended && precedes(range.to, sequence); });
 }
@@ -79,7 +79,7 @@ void ErrorLog::note(const xcb_generic_error_t& error, ErrorSet expected) {
     if (expected.holds(kind))
         return;
     {
-        const std::lock_guard lock(rangesMutex);
+        const MutexLock lock(rangesMutex);
         if (isExpected(error.full_sequence, kind) ||
             !logged.emplace(error.major_code, error.minor_code, error.error_code).second)
             return;

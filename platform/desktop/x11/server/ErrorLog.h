@@ -2,12 +2,12 @@
 
 #include "platform/desktop/x11/server/ErrorSet.h"
 #include "platform/desktop/x11/server/Extensions.h"
+#include "platform/foundation/Mutex.h"
 
 #include <xcb/xcb.h>
 
 #include <cstdint>
 #include <deque>
-#include <mutex>
 #include <set>
 #include <tuple>
 
@@ -46,14 +46,14 @@ class ErrorLog {
     static bool precedes(std::uint32_t earlier, std::uint32_t later) {
         return static_cast<std::int32_t>(earlier - later) < 0;
     }
-    [[nodiscard]] bool isExpected(std::uint32_t sequence, XError error) const;
+    [[nodiscard]] bool isExpected(std::uint32_t sequence, XError error) const MIRROLET_REQUIRES(rangesMutex);
 
     const Extensions& extensions;
-    std::mutex rangesMutex; ///< Guards what follows.
-    std::deque<Range> ranges;
-    std::uint64_t lastNumber = 0;
-    std::set<std::tuple<std::uint8_t, std::uint16_t, std::uint8_t>>
-        logged; ///< Major and minor opcode, error.
+    Mutex rangesMutex;
+    std::deque<Range> ranges MIRROLET_GUARDED_BY(rangesMutex);
+    std::uint64_t lastNumber MIRROLET_GUARDED_BY(rangesMutex) = 0;
+    /// Major and minor opcode, error.
+    std::set<std::tuple<std::uint8_t, std::uint16_t, std::uint8_t>> logged MIRROLET_GUARDED_BY(rangesMutex);
 };
 
 } // namespace mirrolet::platform::desktop::x11

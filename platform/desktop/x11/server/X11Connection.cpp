@@ -77,7 +77,7 @@ X11Connection::~X11Connection() {
 }
 
 X11Connection::Subscription X11Connection::subscribeTo(std::uint8_t eventType, EventHandler handler) {
-    const std::lock_guard lock(entriesMutex);
+    const MutexLock lock(entriesMutex);
     const auto number = nextNumber++;
     entries.push_back({number, eventType, std::make_shared<EventHandler>(std::move(handler))});
     return {this, number};
@@ -85,20 +85,20 @@ X11Connection::Subscription X11Connection::subscribeTo(std::uint8_t eventType, E
 
 void X11Connection::unsubscribe(std::uint64_t number) {
     {
-        const std::lock_guard lock(entriesMutex);
+        const MutexLock lock(entriesMutex);
         std::erase_if(entries, [number](const Entry& entry) { return entry.number == number; });
     }
-    const std::lock_guard lock(handlersMutex);
+    const MutexLock lock(handlersMutex);
 }
 
 void X11Connection::selectOnRoot(std::uint32_t eventMask) {
-    const std::lock_guard lock(rootMaskMutex);
+    const MutexLock lock(rootMaskMutex);
     rootMask |= eventMask;
     applyRootMask();
 }
 
 void X11Connection::watchTopLevels(bool watch) {
-    const std::lock_guard lock(rootMaskMutex);
+    const MutexLock lock(rootMaskMutex);
     topLevelWatchers += watch ? 1 : -1;
     applyRootMask();
 }
@@ -134,10 +134,10 @@ void X11Connection::readEvents() {
 
 void X11Connection::dispatch(const xcb_generic_event_t& event) {
     const auto type = static_cast<std::uint8_t>(event.response_type & 0x7f);
-    const std::lock_guard handlersLock(handlersMutex);
+    const MutexLock handlersLock(handlersMutex);
     std::vector<Entry> called;
     {
-        const std::lock_guard lock(entriesMutex);
+        const MutexLock lock(entriesMutex);
         std::copy_if(entries.begin(), entries.end(), std::back_inserter(called),
                      [type](const Entry& entry) { return entry.eventType == type; });
     }

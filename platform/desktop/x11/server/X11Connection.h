@@ -6,6 +6,7 @@
 #include "platform/desktop/x11/server/EventType.h"
 #include "platform/desktop/x11/server/Extensions.h"
 #include "platform/desktop/x11/server/XcbReply.h"
+#include "platform/foundation/Mutex.h"
 
 #include <xcb/xcb.h>
 
@@ -13,7 +14,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -97,7 +97,7 @@ class X11Connection {
 
     X11Connection(xcb_connection_t* connection, int screenNumber);
     Subscription subscribeTo(std::uint8_t eventType, EventHandler handler);
-    void applyRootMask();
+    void applyRootMask() MIRROLET_REQUIRES(rootMaskMutex);
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
     void unsubscribe(std::uint64_t number);
@@ -117,15 +117,15 @@ class X11Connection {
     xcb_window_t hidden = 0;
     std::function<void()> lost;
 
-    std::mutex rootMaskMutex; ///< Guards the next two, and is held while the events are selected.
-    std::uint32_t rootMask = 0;
-    int topLevelWatchers = 0;
+    Mutex rootMaskMutex; ///< Held while the events are selected.
+    std::uint32_t rootMask MIRROLET_GUARDED_BY(rootMaskMutex) = 0;
+    int topLevelWatchers MIRROLET_GUARDED_BY(rootMaskMutex) = 0;
 
-    /// Held while handlers run, so that unsubscribe() can wait for them. Locked before entriesMutex.
-    std::recursive_mutex handlersMutex;
-    std::mutex entriesMutex; ///< Guards the next two.
-    std::vector<Entry> entries;
-    std::uint64_t nextNumber = 1;
+    /// Held while handlers run, so that unsubscribe() can wait for them.
+    RecursiveMutex handlersMutex;
+    Mutex entriesMutex MIRROLET_ACQUIRED_AFTER(handlersMutex);
+    std::vector<Entry> entries MIRROLET_GUARDED_BY(entriesMutex);
+    std::uint64_t nextNumber MIRROLET_GUARDED_BY(entriesMutex) = 1;
     std::atomic<bool> ending = false; ///< The reader ends with the next event.
     std::thread reader;
 };
