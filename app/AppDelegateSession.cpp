@@ -32,7 +32,8 @@ void AppDelegate::showPrompt(const DetectedWindowInfo& info) {
         const auto delegate = weak.lock();
         if (!delegate)
             return;
-        const DetectedWindowInfo accepted = info; // This closure is destroyed with the prompt.
+        // A copy, because this closure is destroyed with the prompt.
+        const DetectedWindowInfo accepted = info; // NOLINT(performance-unnecessary-copy-initialization)
         delegate->promptPanel = nullptr;
         delegate->startSession(accepted);
     };

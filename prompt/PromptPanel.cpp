@@ -17,7 +17,7 @@ constexpr NSRect contentRect{{0, 0}, {360, 160}};
 PromptPanel::PromptPanel() : NSPanel(contentRect, NSWindowStyleMask::nonactivatingPanel) {}
 
 std::shared_ptr<PromptPanel> PromptPanel::make(const std::string& ownerName, bool isLikelyCall) {
-    const std::shared_ptr<PromptPanel> panel(new PromptPanel);
+    std::shared_ptr<PromptPanel> panel(new PromptPanel);
     panel->configure();
     panel->setContent(ownerName, isLikelyCall);
     panel->place();

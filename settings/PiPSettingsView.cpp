@@ -43,6 +43,7 @@ View shortcutRow(const std::string& title, const ShortcutRecorderView& recorder)
 
 std::vector<std::pair<std::string, PiPCorner>> corners() {
     std::vector<std::pair<std::string, PiPCorner>> result;
+    result.reserve(std::size(allPiPCorners));
     for (const PiPCorner corner : allPiPCorners)
         result.emplace_back(label(corner), corner);
     return result;

@@ -52,8 +52,9 @@ QImage renderedSvg(const std::string& name, QSize pixels) {
     const Placed drawing = placed(name, std::min(pixels.width(), pixels.height()));
     QSvgRenderer renderer(drawing.file);
     QPainter painter(&image);
-    renderer.render(&painter, QRectF((pixels.width() - drawing.side) / 2,
-                                     (pixels.height() - drawing.side) / 2, drawing.side, drawing.side));
+    QRect centred(0, 0, drawing.side, drawing.side);
+    centred.moveTopLeft({(pixels.width() - drawing.side) / 2, (pixels.height() - drawing.side) / 2});
+    renderer.render(&painter, centred);
     return image;
 }
 

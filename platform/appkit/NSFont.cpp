@@ -13,7 +13,7 @@ namespace {
 
 QFont toQFont(const NSFont& font) {
     QFont result = QGuiApplication::font();
-    result.setPixelSize(static_cast<int>(font.size + 0.5)); // A device-independent pixel is a point here.
+    result.setPixelSize(qRound(font.size)); // A device-independent pixel is a point here.
     return result;
 }
 

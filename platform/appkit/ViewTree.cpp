@@ -286,10 +286,11 @@ void ViewTree::updateTracking() {
 }
 
 void ViewTree::trackIn(const NSView& view) {
-    const auto areas = view.trackingAreas(); // Copies: an owner may change them in its answer.
+    // Copies, because an owner may change its areas and a view its subviews while they are told.
+    const auto areas = view.trackingAreas(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& area : areas)
         track(view, area);
-    const auto children = view.subviews();
+    const auto children = view.subviews(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& child : children)
         trackIn(*child);
 }

@@ -97,7 +97,7 @@ void ListDelegate::loadNext() {
         if (images.count(row.id) != 0)
             continue;
         const double scale = view.devicePixelRatioF();
-        const int pixels = static_cast<int>(imageSide * scale + 0.5);
+        const int pixels = qRound(imageSide * scale);
         QImage image = renderedImage(*row.image, {pixels, pixels}, Theme(view).label);
         image.setDevicePixelRatio(scale);
         images.emplace(row.id, QPixmap::fromImage(std::move(image)));

@@ -79,7 +79,7 @@ void TabBarWidget::paintTab(QPainter& painter, int index) {
     const QColor ink =
         chosen ? (theme.dark ? mixed(theme.accent, Qt::white, 0.45) : theme.accent) : theme.secondaryLabel;
     if (const auto& symbol = symbols.at(static_cast<std::size_t>(index))) {
-        const int pixels = static_cast<int>(symbolSide * devicePixelRatioF() + 0.5);
+        const int pixels = qRound(symbolSide * devicePixelRatioF());
         const QRect place(tab.center().x() - symbolSide / 2 + 1, tab.top() + tabInset - 2, symbolSide,
                           symbolSide);
         painter.drawImage(place, renderedImage(*symbol, {pixels, pixels}, ink));

@@ -17,8 +17,9 @@ namespace {
 /// A name comes from another program: control characters and line breaks in it must not break the lines here,
 /// and more than this many characters are never read.
 constexpr qsizetype longestPiece = 400;
-constexpr double mildScale = 0.92;
-constexpr double smallestScale = 0.5;
+constexpr int mildPercent = 92;
+constexpr int smallestPercent = 50;
+constexpr int percentStep = 4;
 
 QString middleElided(const QString& text, qsizetype kept) {
     if (text.size() <= kept)
@@ -139,15 +140,15 @@ std::optional<QString> TextWidget::longestThatFits(double scale) const {
 
 TextWidget::Fit TextWidget::fitted() const {
     const QString whole = shortened(longestElidable);
-    for (double scale = 1; scale >= mildScale; scale -= 0.04) {
-        if (fits(whole, scale))
-            return {whole, scale};
+    for (int percent = 100; percent >= mildPercent; percent -= percentStep) {
+        if (fits(whole, percent / 100.0))
+            return {whole, percent / 100.0};
     }
-    for (double scale = mildScale; scale >= smallestScale; scale -= 0.04) {
-        if (auto text = longestThatFits(scale))
-            return {*text, scale};
+    for (int percent = mildPercent; percent >= smallestPercent; percent -= percentStep) {
+        if (auto text = longestThatFits(percent / 100.0))
+            return {*text, percent / 100.0};
     }
-    return {whole, smallestScale};
+    return {whole, smallestPercent / 100.0};
 }
 
 void TextWidget::paintEvent(QPaintEvent* /*event*/) {
