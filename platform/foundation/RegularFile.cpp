@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-std::optional<std::string> readAll(int file, std::size_t most) {
+std::optional<std::string> readUpTo(int file, std::size_t most) {
     struct stat status {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > static_cast<off_t>(most))
         return std::nullopt;
@@ -38,7 +38,7 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (file < 0)
         return std::nullopt;
-    auto content = readAll(file, most);
+    auto content = readUpTo(file, most);
     close(file);
     return content;
 }

@@ -62,7 +62,7 @@ std::vector<std::string> argumentsIn(const std::string& command) {
     return arguments;
 }
 
-std::string baseName(const std::string& path) {
+std::string commandName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
@@ -81,7 +81,7 @@ bool runsAnything(const std::string& program) {
 
 std::string programIn(const std::vector<std::string>& arguments) {
     auto argument = arguments.begin();
-    if (argument != arguments.end() && baseName(*argument) == "env") {
+    if (argument != arguments.end() && commandName(*argument) == "env") {
         ++argument;
         while (argument != arguments.end() &&
                (argument->starts_with("-") || argument->find('=') != std::string::npos))
@@ -89,7 +89,7 @@ std::string programIn(const std::vector<std::string>& arguments) {
     }
     if (argument == arguments.end())
         return {};
-    auto program = baseName(*argument);
+    auto program = commandName(*argument);
     return runsAnything(program) ? std::string() : program;
 }
 
@@ -106,7 +106,7 @@ void readWebApplication(DesktopEntry& entry, const std::vector<std::string>& arg
 }
 
 DesktopEntry::Sandbox sandboxOf(GKeyFile* file, const std::vector<std::string>& arguments) {
-    const bool runsFlatpak = !arguments.empty() && baseName(arguments.front()) == "flatpak";
+    const bool runsFlatpak = !arguments.empty() && commandName(arguments.front()) == "flatpak";
     if (runsFlatpak || g_key_file_has_key(file, group, "X-Flatpak", nullptr))
         return DesktopEntry::Sandbox::flatpak;
     if (g_key_file_has_key(file, group, "X-SnapInstanceName", nullptr))

@@ -10,8 +10,6 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::uint8_t argbDepth = 32;
-
 ServerPixmap makePixmap(X11Connection& connection, PixelSize size) {
     const auto id = xcb_generate_id(connection.xcb());
     xcb_create_pixmap(connection.xcb(), argbDepth, id, connection.root(),

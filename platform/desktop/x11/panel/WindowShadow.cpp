@@ -17,7 +17,6 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::uint8_t argbDepth = 32;
 constexpr int largestSide = 16384; // Of a panel. A shadow around it still fits the protocol's 16 bits.
 
 /// XCB_NONE on a server without translucent windows.
