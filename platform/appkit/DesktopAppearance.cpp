@@ -54,7 +54,7 @@ void changed(GDBusConnection* /*connection*/, const gchar* /*sender*/, const gch
         take(value.get());
 }
 
-void ask(GDBusConnection* connection) {
+void followScheme(GDBusConnection* connection) {
     if (!connection)
         return;
     g_dbus_connection_signal_subscribe(connection, portal, portalSettings, "SettingChanged", portalPath,
@@ -86,7 +86,7 @@ bool darkenedHere = false;
 } // namespace
 
 void DesktopAppearance::follow() {
-    SessionBus::shared().follow(ask);
+    SessionBus::shared().follow(followScheme);
 }
 
 void DesktopAppearance::setDark(bool dark) {

@@ -27,7 +27,7 @@ desktop::PanelStacking stackingOf(int level) {
 
 /// A floating window is out of the window manager's hands: many managers keep what they manage below the
 /// full-screen windows of other programs.
-Qt::WindowFlags flagsOf(desktop::PanelStacking stacking) {
+Qt::WindowFlags windowFlags(desktop::PanelStacking stacking) {
     const Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
     return stacking == desktop::PanelStacking::floating ? flags | Qt::BypassWindowManagerHint : flags;
 }
@@ -111,7 +111,7 @@ ViewWindowHost::~ViewWindowHost() {
 void ViewWindowHost::createNative() {
     if (window->handle())
         return;
-    window->setFlags(flagsOf(stacking));
+    window->setFlags(windowFlags(stacking));
     window->setProperty("_q_showWithoutActivating", true);
     window->create();
     awaitToolkit();

@@ -20,7 +20,7 @@ bool isTitled(const NSWindow& window) {
     return window.styleMask() & NSWindowStyleMask::titled;
 }
 
-Qt::WindowFlags flagsOf(const NSWindow& window) {
+Qt::WindowFlags containerFlags(const NSWindow& window) {
     if (!isTitled(window))
         return Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
     Qt::WindowFlags flags =
@@ -73,8 +73,8 @@ class WidgetWindowHost::Container final : public QWidget {
 };
 
 WidgetWindowHost::WidgetWindowHost(NSWindow& window)
-    : WindowHost(window),
-      container(std::make_unique<Container>(*this, *window.contentView()->hostedWidget(), flagsOf(window))) {
+    : WindowHost(window), container(std::make_unique<Container>(*this, *window.contentView()->hostedWidget(),
+                                                                containerFlags(window))) {
     container->setWindowTitle(QString::fromStdString(window.title()));
     container->setFixedSize(toQtScreenRect(window.frame()).size());
     container->move(toQtScreenRect(window.frame()).topLeft());
