@@ -316,6 +316,8 @@ TEST_F(SettingsTest, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotA
             std::chrono::seconds(1));
     });
     click("check box", "Keep PiP on top of other windows");
+    require("the click has arrived",
+            [&] { return !find("check box", "Keep PiP on top of other windows").checked; });
     program->child().signal(SIGTERM);
     require("the program ends", [&] { return scan->hasEnded(); });
     EXPECT_EQ(program->child().waitForExit(), 0);
