@@ -272,11 +272,21 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::normal);
 }
 
+TEST_F(AppDelegateTest, TheSettingsAreOneWindowForAllTimes) {
+    delegate->showSettings();
+    const auto window = delegate->settingsWindow;
+    EXPECT_EQ(window->title(), "Mirrolet Settings");
+    delegate->showSettings();
+    EXPECT_EQ(delegate->settingsWindow, window);
+}
+
 TEST_F(AppDelegateTest, ItLetsGoOfWhatItOwnsInTheOrderOfItsMembers) {
     launch();
     callAppears();
     accept();
     delegate->applicationWillTerminate();
+    EXPECT_FALSE(delegate->windowMonitor->isMonitoring());
+    EXPECT_EQ(mirrored(), std::nullopt);
     std::vector<std::string> gone;
     const auto watch = [&gone](auto& owner, const char* name) {
         owner = {owner.get(), [&gone, name, kept = owner](auto*) { gone.emplace_back(name); }};

@@ -79,6 +79,7 @@ TEST_F(ApplicationRegistryTest, ForgetsAProcessThatEndedAndOneWhoseNumberWasGive
     writeEntry("applications/later.desktop");
     EXPECT_EQ(book.applicationsOf({window(1, 500, "later")}, true)[0].pid, 500);
     EXPECT_EQ(book.running(500)->identifier, "later");
+    EXPECT_EQ(book.applicationsOf({window(3, 500, "")}, true)[0].name, "program");
 }
 
 TEST_F(ApplicationRegistryTest, LooksAtNoProcessAgainForWindowsThatItKnows) {

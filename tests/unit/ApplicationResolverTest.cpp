@@ -157,7 +157,7 @@ TEST(ApplicationResolverTest, FindsTheEntryOfAWindow) {
          {"electron", "Electron", ""},
          program("/usr/lib/electron25"),
          ""},
-        {"by toolkit", {"g", "G", "org.gnome.Nautilus"}, program("/usr/bin/nautilus"), "org.gnome.Nautilus"},
+        {"by toolkit", {"g", "G", "org.gnome.Nautilus"}, program("/usr/bin/another"), "org.gnome.Nautilus"},
         {"launcher's note",
          {"tool", "Tool", ""},
          startedBy("/home/u/.config/autostart/org.kde.kate.desktop", "/opt/tool"),

@@ -84,6 +84,7 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     EXPECT_EQ(native().cursor().shape(), Qt::CrossCursor);
     pointer.press(grip);
     pointer.drag(grip + QPointF(60, 40));
+    pointer.drag(grip + QPointF(60, 40)); // No further than the pointer.
     EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
     EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
     EXPECT_EQ(panel->resizeHandle->frame(), (NSRect{{136, 0}, {24, 24}}));
@@ -185,6 +186,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // The border, white with an alpha of a quarter.
     EXPECT_EQ(pixel(14, 14), 0u);           // No close button before the pointer comes.
     EXPECT_GT(pixel(92, 72) >> 24, 100u);   // A stroke of the grip.
+    EXPECT_GT(pixel(90, 70) >> 24, 50u);    // the other stroke,
     EXPECT_EQ(pixel(96, 75), 0u);           // The first segment of the grip has no length.
 }
 

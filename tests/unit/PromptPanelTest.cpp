@@ -150,6 +150,7 @@ TEST_F(PromptPanelTest, SaysWhatItOffersInPlainText) {
     show();
     EXPECT_EQ(desktop.panelWindows().back()->level, platform::NSWindowLevel::modalPanel);
     EXPECT_EQ(desktop.panelWindows().back()->stacking, platform::desktop::PanelStacking::floating);
+    EXPECT_EQ(desktop.panelWindows().back()->timesFocused, 1);
     const auto visible = platform::NSScreen::main()->visibleFrame;
     EXPECT_EQ(panel->frame().midX(), visible.midX());
     EXPECT_NEAR(panel->frame().midY(), visible.minY() + 0.6 * visible.height(), 1);

@@ -45,7 +45,10 @@ TEST_F(SettingsStoreTest, ReadsWhatFitsAndFallsBackWhereItDoesNot) {
         return [=](const SettingsStore& store) { return store.selectedAppIdentifiers() == expected; };
     };
     const auto poll = [](double expected) -> Check {
-        return [=](const SettingsStore& store) { return store.pollInterval() == expected; };
+        return [=](const SettingsStore& store) {
+            return store.pollInterval() == expected &&
+                   store.currentMonitoringSettings().pollInterval == expected;
+        };
     };
     const auto corner = [](PiPCorner expected) -> Check {
         return [=](const SettingsStore& store) { return store.pipCorner() == expected; };

@@ -95,6 +95,7 @@ TEST_F(WindowMonitorTestOfSearches, AmongChosenApplicationsTheCallComesFirst) {
         {"only one window, but a call", {call}, {app, "org.editor"}, {}, 3, true},
         {"the messenger goes before others", {text, chats}, {app, "org.editor"}, editor, 1, false},
         {"not running", {text, page}, {app}, {}, 0, false},
+        {"under another name", {row(7, 500, 500, messenger, "Messenger")}, {app}, {}, 0, false},
         {"not running, another chosen", {text, page}, {app, "org.browser"}, {}, 6, false},
         {"not chosen", {chats, call, page}, {"org.browser"}, {}, 6, false},
         {"the frontmost of two", {text, page}, {"org.browser", "org.editor"}, browser, 6, false},
