@@ -78,6 +78,7 @@ TEST_F(ShortcutTest, MirrorTheLargestWindowOfTheFrontmostApplication) {
     const auto other =
         showWindow({.title = "Mail", .wmClass = "Mail", .place = {60, 80, 900, 600}, .colour = "20a040"});
     const auto call = showWindow({.place = {60, 80, 300, 300}, .colour = colourName(blue)});
+    giveFocusTo(*call);
     pressFrontmostShortcut();
     awaitColour(awaitPanel(), blue);
     pressFrontmostShortcut();
