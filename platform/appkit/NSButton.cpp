@@ -40,13 +40,7 @@ void NSButton::mouseDown(const NSEvent& /*event*/) {}
 void NSButton::mouseDragged(const NSEvent& /*event*/) {}
 
 void NSButton::mouseUp(const NSEvent& event) {
-    NSPoint origin;
-    for (const NSView* view = this; view; view = view->superview()) {
-        origin.x += view->frame().minX();
-        origin.y += view->frame().minY();
-    }
-    const NSPoint at{event.locationInWindow.x - origin.x, event.locationInWindow.y - origin.y};
-    if (!bounds().contains(at) || !action)
+    if (!bounds().contains(convertFromWindow(event.locationInWindow)) || !action)
         return;
     const auto act = action; // The button may go with what it does.
     act();

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+class QPointF;
+
 namespace mirrolet::platform {
 
 enum class NSEventType { leftMouseDown, leftMouseDragged, leftMouseUp, mouseEntered, mouseExited, keyDown };
@@ -28,6 +30,8 @@ struct NSEvent {
 
     /// Where the pointer is, in screen coordinates (y upwards): as of the event being delivered.
     static NSPoint mouseLocation();
+    /// Called by whoever delivers an event, before it is delivered. In Qt's screen coordinates.
+    static void noteMouseLocation(const QPointF& onQtScreen);
 };
 
 } // namespace mirrolet::platform

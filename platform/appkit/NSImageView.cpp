@@ -2,7 +2,7 @@
 
 #include "platform/appkit/Drawing.h"
 #include "platform/appkit/ImageDrawing.h"
-#include "platform/appkit/ViewTree.h"
+#include "platform/appkit/ViewContext.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,8 +23,8 @@ void NSImageView::setImage(std::shared_ptr<const NSImage> image) {
     shown = std::move(image);
     if (before && before == after)
         return;
-    if (auto* host = tree(); host && after)
-        host->pictureChanged();
+    if (auto* shownIn = context(); shownIn && after)
+        shownIn->pictureChanged();
     else
         setNeedsDisplay();
 }

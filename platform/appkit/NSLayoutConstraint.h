@@ -7,23 +7,27 @@
 
 namespace mirrolet::platform {
 
-class NSView;
+class LayoutItem;
 
 enum class NSLayoutAttribute { leading, trailing, top, bottom, width, height };
 
-/// One edge or dimension of a view is fixed: to the same edge of its superview, or to a constant.
+/// Fixes one edge or dimension of a view: to the same edge of its superview, or to a constant.
 struct NSLayoutConstraint {
-    std::weak_ptr<NSView> view;
+    std::weak_ptr<LayoutItem> item;
     NSLayoutAttribute attribute = NSLayoutAttribute::leading;
     CGFloat constant = 0; ///< Of a dimension; an edge has none.
 
     /// Hands each constraint to its view; the superview lays it out from then on.
     static void activate(const std::vector<NSLayoutConstraint>& constraints);
+    /// The frame that the constraints of one view give it in a superview of this size. Edges and dimensions
+    /// without a constraint stay as they are in `frame`.
+    static NSRect resolve(const std::vector<NSLayoutConstraint>& constraints, NSRect frame,
+                          NSSize superviewSize);
 };
 
 /// An edge or dimension of a view, to make constraints from.
 struct NSLayoutAnchor {
-    std::weak_ptr<NSView> view;
+    std::weak_ptr<LayoutItem> item;
     NSLayoutAttribute attribute;
 
     /// `superview` is the same edge of the view's superview.

@@ -4,11 +4,12 @@
 
 namespace mirrolet::platform {
 
-/// A window that helps: it never activates the program.
+/// A window that never activates the program.
 class NSPanel : public NSWindow {
   public:
     using NSWindow::NSWindow;
 
+    // Kept for those who set it, and without effect on this desktop, where the level decides.
     bool isFloatingPanel = false;
 };
 

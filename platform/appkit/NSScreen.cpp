@@ -1,7 +1,6 @@
 #include "platform/appkit/NSScreen.h"
 
-#include "platform/appkit/ViewTree.h"
-#include "platform/appkit/WindowHost.h"
+#include "platform/appkit/Coordinates.h"
 #include "platform/desktop/Desktop.h"
 
 #include <QGuiApplication>
@@ -13,16 +12,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// In the toolkit's coordinates.
-QPointF mainBottomLeft() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return {0, 0};
-    const QRect geometry = screen->geometry();
-    return QPointF(geometry.x(), geometry.y() + geometry.height());
-}
-
-/// The toolkit places a screen in device pixels and measures it in points.
+/// The screen without what docks reserve. Qt places a screen in device pixels and measures it in points.
 QRect withoutReserved(const QScreen& screen) {
     const double scale = screen.devicePixelRatio();
     const auto toPixels = [scale](int length) { return static_cast<int>(std::lround(length * scale)); };
@@ -34,7 +24,8 @@ QRect withoutReserved(const QScreen& screen) {
                           -toPoints(edges.bottom));
 }
 
-/// What the toolkit knows is the window manager's sum for all monitors, and it takes that for one only.
+/// The free area that Qt knows is the window manager's sum for all monitors, which Qt uses only where there
+/// is one monitor.
 QRect visiblePart(const QScreen& screen) {
     const QRect free = withoutReserved(screen);
     const QRect both = free & screen.availableGeometry();
@@ -48,16 +39,6 @@ std::optional<NSScreen> NSScreen::main() {
     if (!screen || screen->geometry().isEmpty())
         return std::nullopt;
     return NSScreen{fromQtScreenRect(screen->geometry()), fromQtScreenRect(visiblePart(*screen))};
-}
-
-QPointF toQtScreen(NSPoint point) {
-    const QPointF origin = mainBottomLeft();
-    return {origin.x() + point.x, origin.y() - point.y};
-}
-
-NSPoint fromQtScreen(QPointF point) {
-    const QPointF origin = mainBottomLeft();
-    return {point.x() - origin.x(), origin.y() - point.y()};
 }
 
 } // namespace mirrolet::platform

@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 /// bottom-left).
 struct NSScreen {
     NSRect frame;
-    NSRect visibleFrame; ///< Without the desktop's panels.
+    NSRect visibleFrame; ///< Without the desktop's docks.
 
     /// None while no screen is connected.
     static std::optional<NSScreen> main();

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-class NSWindow;
+class NSResponder;
 
 namespace NSTrackingAreaOptions {
 inline constexpr unsigned mouseEnteredAndExited = 0x01;
@@ -19,7 +19,7 @@ inline constexpr unsigned inVisibleRect = 0x200;
 struct NSTrackingArea {
     NSRect rect; ///< In the view's coordinates.
     unsigned options = 0;
-    std::weak_ptr<NSWindow> owner;
+    std::weak_ptr<NSResponder> owner;
 };
 
 } // namespace mirrolet::platform

@@ -2,7 +2,7 @@
 
 #include "platform/appkit/AlphaAnimation.h"
 #include "platform/appkit/NSAnimationContext.h"
-#include "platform/appkit/ViewTree.h"
+#include "platform/appkit/ViewContext.h"
 
 #include <algorithm>
 #include <utility>
@@ -27,6 +27,19 @@ void NSView::setFrame(NSRect frame) {
     if (resized)
         layoutSubviews();
     setNeedsDisplay();
+}
+
+NSRect NSView::convertToWindow(NSRect rect) const {
+    for (const NSView* view = this; view; view = view->parent) {
+        rect.origin.x += view->frameRect.minX();
+        rect.origin.y += view->frameRect.minY();
+    }
+    return rect;
+}
+
+NSPoint NSView::convertFromWindow(NSPoint point) const {
+    const NSPoint origin = convertToWindow({}).origin;
+    return {point.x - origin.x, point.y - origin.y};
 }
 
 void NSView::addSubview(const std::shared_ptr<NSView>& view) {
@@ -60,8 +73,8 @@ void NSView::setLayer(CALayer layer) {
 }
 
 void NSView::setNeedsDisplay() {
-    if (auto* host = tree())
-        host->viewChanged();
+    if (auto* shownIn = context())
+        shownIn->viewChanged();
 }
 
 void NSView::draw(NSRect /*dirtyRect*/) {}
@@ -88,14 +101,21 @@ void NSView::keyDown(const NSEvent& event) {
 }
 
 bool NSView::isFirstResponder() const {
-    const auto* host = tree();
-    return host && host->isFirstResponder(this);
+    const auto* shownIn = context();
+    return shownIn && shownIn->isFirstResponder(this);
 }
 
 void NSView::resetCursorRects() {}
 
 void NSView::addCursorRect(NSRect rect, NSCursor cursor) {
     cursorRects.emplace_back(rect, cursor);
+}
+
+NSCursor NSView::cursorAt(NSPoint point) const {
+    for (const auto& [rect, cursor] : cursorRects)
+        if (rect.contains(point))
+            return cursor;
+    return NSCursor::arrow;
 }
 
 void NSView::refreshCursorRects() {
@@ -105,8 +125,8 @@ void NSView::refreshCursorRects() {
 
 void NSView::addTrackingArea(const std::shared_ptr<NSTrackingArea>& area) {
     areas.push_back(area);
-    if (auto* host = tree())
-        host->trackingAreaAdded(area);
+    if (auto* shownIn = context())
+        shownIn->trackingAreaAdded(area);
 }
 
 void NSView::removeTrackingArea(const std::shared_ptr<NSTrackingArea>& area) {
@@ -124,15 +144,21 @@ NSView* NSView::hitTest(NSPoint point) {
 }
 
 void NSView::makeFirstResponder(NSView* view) {
-    if (auto* host = tree())
-        host->makeFirstResponder(view);
+    if (auto* shownIn = context())
+        shownIn->makeFirstResponder(view);
 }
 
-ViewTree* NSView::tree() const {
+ViewContext* NSView::context() const {
     const NSView* view = this;
     while (view->parent)
         view = view->parent;
-    return view->hostTree;
+    return view->rootContext;
+}
+
+void NSView::addConstraint(const NSLayoutConstraint& constraint) {
+    constraints.push_back(constraint);
+    if (parent)
+        parent->layoutSubviews();
 }
 
 void NSView::layoutSubviews() {
@@ -140,39 +166,9 @@ void NSView::layoutSubviews() {
         child->resolveConstraints(frameRect.size);
 }
 
-/// Edges pin to the container; a dimension fills in for the opposite edge. What is not constrained stays.
 void NSView::resolveConstraints(NSSize container) {
-    if (constraints.empty())
-        return;
-    std::optional<CGFloat> left, right, top, bottom, width, height;
-    for (const auto& constraint : constraints) {
-        switch (constraint.attribute) {
-        case NSLayoutAttribute::leading:
-            left = 0;
-            break;
-        case NSLayoutAttribute::trailing:
-            right = container.width;
-            break;
-        case NSLayoutAttribute::bottom:
-            bottom = 0;
-            break;
-        case NSLayoutAttribute::top:
-            top = container.height;
-            break;
-        case NSLayoutAttribute::width:
-            width = constraint.constant;
-            break;
-        case NSLayoutAttribute::height:
-            height = constraint.constant;
-            break;
-        }
-    }
-    NSRect frame = frameRect;
-    frame.size.width = width ? *width : left && right ? *right - *left : frame.width();
-    frame.size.height = height ? *height : bottom && top ? *top - *bottom : frame.height();
-    frame.origin.x = left ? *left : right ? *right - frame.width() : frame.minX();
-    frame.origin.y = bottom ? *bottom : top ? *top - frame.height() : frame.minY();
-    setFrame(frame);
+    if (!constraints.empty())
+        setFrame(NSLayoutConstraint::resolve(constraints, frameRect, container));
 }
 
 } // namespace mirrolet::platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/appkit/CALayer.h"
+#include "platform/appkit/LayoutItem.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSLayoutConstraint.h"
 #include "platform/appkit/NSTrackingArea.h"
@@ -17,18 +18,18 @@ class QWidget;
 namespace mirrolet::platform {
 
 class AlphaAnimation;
-class ViewTree;
+class ViewContext;
 
 enum class NSCursor { arrow, crosshair };
 
-/// A node of a window's content: a frame in its superview's coordinates (y upwards), what it draws, what it
-/// does with events. It has no window of its own; the tree it hangs in is painted and fed by its host. Main
-/// thread only. Always owned by a std::shared_ptr.
-class NSView : public std::enable_shared_from_this<NSView> {
+/// A node of a window's content: a frame in its superview's coordinates (y upwards), what the view draws,
+/// what it does with events. A view has no native window of its own: the whole tree of views is painted and
+/// fed with events by the window that shows it. Main thread only. Always owned by a std::shared_ptr.
+class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
   public:
     NSView();
     explicit NSView(NSRect frame);
-    virtual ~NSView();
+    ~NSView() override;
     NSView(const NSView&) = delete;
     NSView& operator=(const NSView&) = delete;
 
@@ -37,6 +38,11 @@ class NSView : public std::enable_shared_from_this<NSView> {
     [[nodiscard]] NSRect bounds() const { return {{0, 0}, frameRect.size}; }
     /// The size the view would like; none for no wish.
     [[nodiscard]] virtual std::optional<NSSize> intrinsicContentSize() const { return std::nullopt; }
+
+    /// A rectangle of this view's coordinates in those of its window (y upwards from the bottom-left corner).
+    [[nodiscard]] NSRect convertToWindow(NSRect rect) const;
+    /// A point of the window's coordinates in those of this view.
+    [[nodiscard]] NSPoint convertFromWindow(NSPoint point) const;
 
     /// Adds on top of the subviews that are there.
     void addSubview(const std::shared_ptr<NSView>& view);
@@ -63,13 +69,15 @@ class NSView : public std::enable_shared_from_this<NSView> {
     virtual void mouseUp(const NSEvent& event);
     virtual void keyDown(const NSEvent& event);
     [[nodiscard]] virtual bool acceptsFirstResponder() const { return false; }
-    /// Asked when another view takes the keyboard. Subclasses call the base.
+    /// Asked when another view takes the focus. Subclasses call the base.
     virtual bool resignFirstResponder() { return true; }
     [[nodiscard]] virtual bool isFirstResponder() const;
 
     /// Called when the view's size or place changes: add the cursor rectangles again.
     virtual void resetCursorRects();
     void addCursorRect(NSRect rect, NSCursor cursor);
+    /// The cursor of the first rectangle around a point of this view's coordinates; arrow outside of them.
+    [[nodiscard]] NSCursor cursorAt(NSPoint point) const;
 
     void addTrackingArea(const std::shared_ptr<NSTrackingArea>& area);
     void removeTrackingArea(const std::shared_ptr<NSTrackingArea>& area);
@@ -86,28 +94,29 @@ class NSView : public std::enable_shared_from_this<NSView> {
     /// none.
     [[nodiscard]] virtual NSView* hitTest(NSPoint point);
 
+    void addConstraint(const NSLayoutConstraint& constraint) override;
+
     /// Present content of the view, as assistive software reads it; empty for none. It and the tool tip are
     /// read again after setNeedsDisplay().
     std::string accessibilityValue;
     std::string toolTip;
 
-    /// The toolkit's widget that fills this view, or nullptr; it stays the view's. Asked of a window's
-    /// content view: its native window then shows the widget, with corners cut at the view's
-    /// layer().cornerRadius.
+    /// The Qt widget that fills this view, which keeps the widget, or nullptr. Asked of a window's content
+    /// view: its native window then shows the widget, with corners cut at the view's layer().cornerRadius.
     [[nodiscard]] virtual QWidget* hostedWidget() { return nullptr; }
 
-    /// Makes this view (nullptr: none) the one in its tree that gets the keyboard. Does nothing outside a
+    /// Makes a view (nullptr: none) of this view's window the one that gets the keys. Does nothing outside a
     /// window.
     void makeFirstResponder(NSView* view);
 
+    /// Of a root view: where it is shown from now on; nullptr for nowhere.
+    void setContext(ViewContext* context) { rootContext = context; }
+
   protected:
-    /// The tree that shows this view, if any.
-    [[nodiscard]] ViewTree* tree() const;
+    /// Where this view is shown; nullptr outside a window.
+    [[nodiscard]] ViewContext* context() const;
 
   private:
-    friend class ViewTree;
-    friend struct NSLayoutConstraint;
-
     NSLayoutAnchor anchor(NSLayoutAttribute attribute) { return {weak_from_this(), attribute}; }
     void layoutSubviews();
     void resolveConstraints(NSSize container);
@@ -115,7 +124,7 @@ class NSView : public std::enable_shared_from_this<NSView> {
 
     NSRect frameRect;
     NSView* parent = nullptr;
-    ViewTree* hostTree = nullptr; ///< Of a root view: the tree that shows it.
+    ViewContext* rootContext = nullptr; ///< Of a root view only.
     std::vector<std::shared_ptr<NSView>> children;
     double alpha = 1;
     CALayer properties;

@@ -10,17 +10,7 @@
 namespace mirrolet::platform {
 
 NSViewWidget::NSViewWidget(std::shared_ptr<NSView> root, QWidget* parent)
-    : QWidget(parent), view(std::move(root)), tree({
-                                                  [this] { viewChanged(); },
-                                                  [this] { viewChanged(); },
-                                                  [this](NSCursor cursor) {
-                                                      if (cursor == NSCursor::crosshair)
-                                                          setCursor(Qt::CrossCursor);
-                                                      else
-                                                          unsetCursor();
-                                                  },
-                                                  [this](bool wanted) { firstResponderChanged(wanted); },
-                                              }) {
+    : QWidget(parent), view(std::move(root)), tree(*this) {
     tree.setRoot(view);
     setMouseTracking(true);
     if (view->acceptsFirstResponder())
@@ -32,9 +22,16 @@ QSize NSViewWidget::sizeHint() const {
     return size ? QSizeF(size->width, size->height).toSize() : QWidget::sizeHint();
 }
 
-/// A view that has the keyboard sees every key, Tab and the window's shortcuts among them.
+void NSViewWidget::setCursor(NSCursor cursor) {
+    if (cursor == NSCursor::crosshair)
+        QWidget::setCursor(Qt::CrossCursor);
+    else
+        unsetCursor();
+}
+
+/// The first responder gets every key, Tab and the window's shortcuts among them.
 bool NSViewWidget::event(QEvent* event) {
-    const bool hasResponder = !tree.isFirstResponder(nullptr);
+    const bool hasResponder = tree.hasFirstResponder();
     if (event->type() == QEvent::ShortcutOverride && hasResponder) {
         event->accept();
         return true;
@@ -47,8 +44,8 @@ bool NSViewWidget::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void NSViewWidget::firstResponderChanged(bool hasResponder) {
-    if (!hasResponder) {
+void NSViewWidget::firstResponderChanged(bool exists) {
+    if (!exists) {
         qApp->removeEventFilter(this);
         return;
     }
@@ -60,7 +57,7 @@ bool NSViewWidget::eventFilter(QObject* watched, QEvent* event) {
     const auto* pressed =
         event->type() == QEvent::MouseButtonPress ? qobject_cast<QWidget*>(watched) : nullptr;
     if (pressed && pressed != this && pressed->window() == window())
-        tree.makeFirstResponder(nullptr);
+        tree.resignFirstResponder();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -104,7 +101,7 @@ void NSViewWidget::keyPressEvent(QKeyEvent* event) {
 }
 
 void NSViewWidget::focusOutEvent(QFocusEvent* event) {
-    tree.keyboardLost();
+    tree.resignFirstResponder();
     QWidget::focusOutEvent(event);
 }
 

@@ -8,10 +8,10 @@
 
 namespace mirrolet::platform {
 
-/// Shows one tree of views inside a layout of Qt's widgets, and feeds it with the pointer and the keyboard.
-/// The view that becomes first responder takes the widget's focus. Losing the focus makes it resign, and so
-/// does a press elsewhere in the window, even on a widget that takes no focus.
-class NSViewWidget : public QWidget {
+/// Shows one tree of views inside a layout of Qt's widgets, and feeds the views with the pointer and the
+/// keys. The view that becomes first responder takes the widget's focus. The view resigns when the widget
+/// loses the focus, and after a press elsewhere in the window, even on a widget that takes no focus.
+class NSViewWidget : public QWidget, private ViewTree::Host {
   public:
     explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);
 
@@ -32,7 +32,10 @@ class NSViewWidget : public QWidget {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    void firstResponderChanged(bool hasResponder);
+    void contentChanged() override { viewChanged(); }
+    void pictureChanged() override { viewChanged(); }
+    void setCursor(NSCursor cursor) override;
+    void firstResponderChanged(bool exists) override;
 
     std::shared_ptr<NSView> view;
     ViewTree tree;

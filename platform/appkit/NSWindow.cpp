@@ -1,7 +1,9 @@
 #include "platform/appkit/NSWindow.h"
 
+#include "platform/appkit/Coordinates.h"
 #include "platform/appkit/NSScreen.h"
 #include "platform/appkit/WindowHost.h"
+#include "platform/appkit/WindowHosts.h"
 
 #include <utility>
 
@@ -50,7 +52,7 @@ void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
 
 void NSWindow::ensureHost() {
     if (!host)
-        host = WindowHost::make(*this);
+        host = makeWindowHost(*this);
 }
 
 bool NSWindow::isVisible() const {
@@ -93,10 +95,7 @@ void NSWindow::setTitle(const std::string& title) {
         host->setTitle(title);
 }
 
-void NSWindow::mouseEntered(const NSEvent& /*event*/) {}
-void NSWindow::mouseExited(const NSEvent& /*event*/) {}
-
-/// Subclasses lay out in setFrame(), whoever changes the frame.
+/// Through setFrame(), because subclasses lay out there whoever changes the frame.
 void NSWindow::hostMoved(NSRect frame) {
     const bool outer = std::exchange(followsHost, true);
     setFrame(frame, true);

@@ -2,15 +2,13 @@
 
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSView.h"
-#include "platform/coregraphics/Geometry.h"
+#include "platform/appkit/PointerTracking.h"
+#include "platform/appkit/ViewContext.h"
+#include "platform/appkit/ViewPainting.h"
 
-#include <QPainter>
 #include <QPointF>
 
-#include <functional>
-#include <map>
 #include <memory>
-#include <optional>
 
 class QKeyEvent;
 
@@ -18,31 +16,36 @@ namespace mirrolet::platform {
 
 class NSImageView;
 
-/// What shows one tree of views and feeds it with events: painting, hit testing, the pointer, the keyboard.
-/// This is the one place where y is turned over: positions come in and pictures go out with y downwards from
-/// the top-left, in device-independent pixels. Main thread.
-class ViewTree {
+/// Shows one tree of views and feeds the views with events: the pointer and the keys. Positions come in with
+/// y downwards from the window's top-left corner, in device-independent pixels, and are turned over here.
+/// Main thread.
+class ViewTree final : private ViewContext {
   public:
-    /// What the tree asks of the window or widget that hosts it.
-    struct Host {
-        std::function<void()> contentChanged;    ///< Something has to be drawn again.
-        std::function<void()> pictureChanged;    ///< Only the picture of the image view has.
-        std::function<void(NSCursor)> setCursor; ///< The pointer's shape here.
-        std::function<void(bool)> takeKeyboard;  ///< A view wants the keyboard (or no longer).
+    /// The window or widget that hosts a tree.
+    class Host {
+      public:
+        virtual ~Host() = default;
+        /// Something has to be drawn again.
+        virtual void contentChanged() = 0;
+        /// The picture of the image view has to be drawn again, and nothing else.
+        virtual void pictureChanged() = 0;
+        /// The pointer's shape over this host.
+        virtual void setCursor(NSCursor cursor) = 0;
+        /// A view that `exists` has become first responder and needs the focus to get keys; else there is no
+        /// first responder any more.
+        virtual void firstResponderChanged(bool exists) = 0;
     };
 
-    explicit ViewTree(Host host);
-    ~ViewTree();
+    /// The host outlives the tree.
+    explicit ViewTree(Host& host) : host(host) {}
+    ~ViewTree() override;
     ViewTree(const ViewTree&) = delete;
     ViewTree& operator=(const ViewTree&) = delete;
 
     void setRoot(const std::shared_ptr<NSView>& view);
     [[nodiscard]] const std::shared_ptr<NSView>& root() const { return rootView; }
 
-    /// Paints everything into a painter whose origin is the top-left corner.
-    void paint(QPainter& painter) { paintTree(painter, Content::all); }
-    /// Paints what lies over the picture: all but the root's background and the picture of the image view.
-    void paintOverlay(QPainter& painter) { paintTree(painter, Content::overlay); }
+    void paint(QPainter& painter, PaintedParts parts = PaintedParts::all) const;
     /// The visible image view that shows a window's picture, if there is one.
     [[nodiscard]] NSImageView* pictureView() const;
 
@@ -54,46 +57,33 @@ class ViewTree {
     void pointerLeft();
     /// The window goes away under the pointer: a press that was not released is released, over nothing.
     void pressLost();
-    /// False if no view took the key.
-    bool keyPressed(const QKeyEvent& event);
-    void keyboardLost();
-
-    void makeFirstResponder(NSView* view);
     /// A press has not been released yet.
     [[nodiscard]] bool isPressed() const { return !pressedView.expired(); }
-    [[nodiscard]] bool isFirstResponder(const NSView* view) const;
-    void viewChanged() { host.contentChanged(); }
-    void pictureChanged() { host.pictureChanged(); }
-    /// An area that replaces an entered one counts as entered, because its owner has been told already.
-    void trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area);
+
+    /// False if no view took the key.
+    bool keyPressed(const QKeyEvent& event);
+    /// Afterwards no view is first responder, unless that view refuses.
+    void resignFirstResponder() { makeFirstResponder(nullptr); }
+    [[nodiscard]] bool hasFirstResponder() const { return !isFirstResponder(nullptr); }
 
   private:
-    enum class Content { all, overlay };
+    void viewChanged() override { host.contentChanged(); }
+    void pictureChanged() override { host.pictureChanged(); }
+    void trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area) override;
+    void makeFirstResponder(NSView* view) override;
+    [[nodiscard]] bool isFirstResponder(const NSView* view) const override;
 
-    void paintTree(QPainter& painter, Content content);
-    void paintView(QPainter& painter, NSView& view, Content content);
-    [[nodiscard]] NSPoint toTree(QPointF position) const;
-    [[nodiscard]] NSEvent mouseEvent(NSEventType type, QPointF position, QPointF onScreen) const;
-    [[nodiscard]] bool pointerIsIn(const NSView& view, const NSTrackingArea& area) const;
+    [[nodiscard]] NSPoint toWindow(QPointF position) const;
+    [[nodiscard]] NSEvent mouseEvent(NSEventType type, QPointF position) const;
     void updateTracking();
-    void trackIn(const NSView& view);
-    void track(const NSView& view, const std::shared_ptr<NSTrackingArea>& area);
-    void updateCursor();
-    [[nodiscard]] NSCursor cursorAtPointer() const;
+    void pointerChanged();
 
-    Host host;
+    Host& host;
     std::shared_ptr<NSView> rootView;
     std::weak_ptr<NSView> pressedView;
     std::weak_ptr<NSView> firstResponder;
-    std::optional<NSPoint> pointer; ///< In tree coordinates, y upwards; none while it is elsewhere.
-    /// The areas whose owners were told that the pointer is inside, each with its owner.
-    std::map<std::weak_ptr<NSTrackingArea>, std::weak_ptr<NSWindow>, std::owner_less<>> entered;
+    PointerTracking tracking;
     NSCursor cursor = NSCursor::arrow;
 };
-
-/// Where y is turned over on the screen: the main screen's bottom-left corner is the origin of screen
-/// coordinates.
-QPointF toQtScreen(NSPoint point);
-NSPoint fromQtScreen(QPointF point);
 
 } // namespace mirrolet::platform

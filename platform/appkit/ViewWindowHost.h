@@ -1,23 +1,19 @@
 #pragma once
 
+#include "platform/appkit/ViewNativeWindow.h"
+#include "platform/appkit/ViewSurface.h"
 #include "platform/appkit/ViewTree.h"
 #include "platform/appkit/WindowHost.h"
 #include "platform/desktop/PanelWindow.h"
-#include "platform/desktop/WindowPresenter.h"
 
-#include <memory>
-
-class QBackingStore;
-class QWindow;
+#include <QRect>
 
 namespace mirrolet::platform {
 
-/// Shows a tree of views in a frameless native window. Where the desktop can compose, the picture of a
-/// mirrored window never passes through here: the views are painted into an overlay, and only when they
-/// change.
-class ViewWindowHost final : public WindowHost {
+/// Shows a tree of views in a frameless native window.
+class ViewWindowHost final : public WindowHost, private ViewTree::Host, private ViewNativeWindow::Owner {
   public:
-    explicit ViewWindowHost(NSWindow& window);
+    explicit ViewWindowHost(HostedWindow& window);
     ~ViewWindowHost() override;
 
     void setGeometry(const QRect& geometry) override;
@@ -30,40 +26,25 @@ class ViewWindowHost final : public WindowHost {
     [[nodiscard]] QRect geometry() const override;
 
   private:
-    class Window;
+    [[nodiscard]] double scale() const override;
+
+    void contentChanged() override;
+    void pictureChanged() override;
+    void setCursor(NSCursor cursor) override;
+    void firstResponderChanged(bool /*exists*/) override {} // Only the NSWindow asks for the focus.
+
+    void exposed() override;
+    void resized() override;
+    void relocated() override;
 
     void createNative();
     void destroyNative();
-    void exposed();
-    void resized();
-    void cutCorners();
-    void takeGeometry();
-    void scheduleDrawing();
-    void draw();
-    void drawPresented();
-    void drawByToolkit();
-    [[nodiscard]] desktop::PixelSize pixelSize() const;
-    [[nodiscard]] double cornerRadius() const;
-    [[nodiscard]] desktop::Bitmap renderOverlay() const;
-    [[nodiscard]] desktop::PixelRect pictureTarget(const NSImageView& view) const;
-    void setPicture();
-    void leavePicture();
-    void setCursor(NSCursor cursor);
 
     ViewTree tree;
-    std::unique_ptr<Window> window;
-    std::unique_ptr<QBackingStore> backingStore;
-    // Both point at the native window and go before it.
-    std::unique_ptr<desktop::PanelWindow> panel;
-    std::unique_ptr<desktop::WindowPresenter> presenter;
+    ViewNativeWindow window;
+    ViewSurface surface;
     desktop::PanelStacking stacking;
-    desktop::PixelSize presentedSize;
-    QRect shownAt; ///< What was asked for at the last showing.
-    bool announceShown = false;
-    bool focusWanted = false;
-    bool drawingScheduled = false;
-    bool overlayDirty = true;
-    bool pictureDirty = true;
+    QRect shownAt; ///< The geometry that was asked for at the last showing.
 };
 
 } // namespace mirrolet::platform

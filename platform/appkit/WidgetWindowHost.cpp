@@ -1,7 +1,8 @@
 #include "platform/appkit/WidgetWindowHost.h"
 
-#include "platform/appkit/NSPanel.h"
-#include "platform/desktop/Desktop.h"
+#include "platform/appkit/Coordinates.h"
+#include "platform/appkit/NSView.h"
+#include "platform/appkit/NSWindowStyleMask.h"
 
 #include <QEvent>
 #include <QMoveEvent>
@@ -9,24 +10,17 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <cmath>
-#include <utility>
-
 namespace mirrolet::platform {
 
 namespace {
 
-bool isTitled(const NSWindow& window) {
-    return window.styleMask() & NSWindowStyleMask::titled;
-}
-
-Qt::WindowFlags containerFlags(const NSWindow& window) {
-    if (!isTitled(window))
+Qt::WindowFlags containerFlags(unsigned styleMask) {
+    if (!(styleMask & NSWindowStyleMask::titled))
         return Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
     Qt::WindowFlags flags =
         Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
-    flags.setFlag(Qt::WindowCloseButtonHint, window.styleMask() & NSWindowStyleMask::closable);
-    flags.setFlag(Qt::WindowMinimizeButtonHint, window.styleMask() & NSWindowStyleMask::miniaturizable);
+    flags.setFlag(Qt::WindowCloseButtonHint, styleMask & NSWindowStyleMask::closable);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, styleMask & NSWindowStyleMask::miniaturizable);
     return flags;
 }
 
@@ -43,20 +37,20 @@ class WidgetWindowHost::Container final : public QWidget {
     }
     ~Container() override {
         hosted.hide();
-        hosted.setParent(nullptr); // It belongs to the hosting view.
+        hosted.setParent(nullptr); // The widget belongs to the hosting view.
     }
 
   protected:
     void moveEvent(QMoveEvent* /*event*/) override {
-        if (!host.panel)
+        if (!host.panel.isOpen())
             host.moved(geometry()); // Only a window manager moves the window besides us.
     }
-    void resizeEvent(QResizeEvent* /*event*/) override { host.setCorners(); }
+    void resizeEvent(QResizeEvent* /*event*/) override { host.cutCorners(); }
 
     bool event(QEvent* event) override {
         const bool handled = QWidget::event(event);
         if (event->type() == QEvent::Paint)
-            host.mapped();
+            host.panel.shown();
         return handled;
     }
 
@@ -72,32 +66,38 @@ class WidgetWindowHost::Container final : public QWidget {
     QWidget& hosted;
 };
 
-WidgetWindowHost::WidgetWindowHost(NSWindow& window)
+WidgetWindowHost::WidgetWindowHost(HostedWindow& window)
     : WindowHost(window), container(std::make_unique<Container>(*this, *window.contentView()->hostedWidget(),
-                                                                containerFlags(window))) {
+                                                                containerFlags(window.look().styleMask))) {
     container->setWindowTitle(QString::fromStdString(window.title()));
     container->setFixedSize(toQtScreenRect(window.frame()).size());
     container->move(toQtScreenRect(window.frame()).topLeft());
-    if (!isTitled(window)) {
-        container->setAttribute(Qt::WA_TranslucentBackground, !window.isOpaque);
+    if (!isTitled()) {
+        container->setAttribute(Qt::WA_TranslucentBackground, !window.look().isOpaque);
         container->setAttribute(Qt::WA_ShowWithoutActivating);
     }
 }
 
 WidgetWindowHost::~WidgetWindowHost() {
-    panel.reset();
+    panel.close();
 }
 
-void WidgetWindowHost::createPanel() {
-    if (panel || isTitled(owner))
+bool WidgetWindowHost::isTitled() const {
+    return owner.look().styleMask & NSWindowStyleMask::titled;
+}
+
+void WidgetWindowHost::makePanel() {
+    if (panel.isOpen() || isTitled())
         return;
     const auto number = static_cast<desktop::WindowNumber>(container->winId());
     container->windowHandle()->installEventFilter(container.get());
-    awaitToolkit();
-    panel = desktop::Desktop::current().makePanelWindow(number, desktop::PanelStacking::floating);
-    panel->setLevel(owner.level());
-    panel->setShadow(shadow(container->devicePixelRatioF()));
-    setCorners();
+    awaitQt();
+    openPanel(number, desktop::PanelStacking::floating);
+    cutCorners();
+}
+
+double WidgetWindowHost::scale() const {
+    return container->devicePixelRatioF();
 }
 
 void WidgetWindowHost::setGeometry(const QRect& geometry) {
@@ -110,56 +110,38 @@ void WidgetWindowHost::setTitle(const std::string& title) {
 }
 
 void WidgetWindowHost::setLevel(int level) {
-    if (panel)
-        panel->setLevel(level);
+    panel.setLevel(level);
 }
 
 void WidgetWindowHost::show() {
-    createPanel();
+    makePanel();
     if (isVisible() && !container->isMinimized()) {
         container->raise();
         return;
     }
-    if (panel) {
-        announceShown = true;
-        panel->willShow();
-    }
-    if (isTitled(owner))
+    panel.willShow();
+    if (isTitled())
         container->showNormal();
     else
         container->show();
 }
 
-void WidgetWindowHost::mapped() {
-    if (!panel || !std::exchange(announceShown, false))
-        return;
-    panel->didShow();
-    if (std::exchange(focusWanted, false))
-        panel->takeFocus();
-}
-
 void WidgetWindowHost::hide() {
     if (!isVisible())
         return;
-    if (panel) {
-        panel->returnFocus();
-        panel->willHide();
-    }
-    announceShown = focusWanted = false;
+    panel.returnFocus();
+    panel.willHide();
     container->hide();
-    if (panel)
-        panel->didHide();
+    panel.didHide();
 }
 
 void WidgetWindowHost::takeFocus() {
-    if (!panel) {
-        container->raise();
-        container->activateWindow();
+    if (panel.isOpen()) {
+        panel.takeFocus();
         return;
     }
-    focusWanted = announceShown;
-    if (!focusWanted)
-        panel->takeFocus();
+    container->raise();
+    container->activateWindow();
 }
 
 QRect WidgetWindowHost::geometry() const {
@@ -168,15 +150,6 @@ QRect WidgetWindowHost::geometry() const {
 
 bool WidgetWindowHost::isVisible() const {
     return container->isVisible();
-}
-
-void WidgetWindowHost::setCorners() {
-    if (!panel || !owner.contentView())
-        return;
-    const double scale = container->devicePixelRatioF();
-    panel->setCorners({static_cast<int>(std::lround(container->width() * scale)),
-                       static_cast<int>(std::lround(container->height() * scale))},
-                      owner.contentView()->layer().cornerRadius * scale);
 }
 
 } // namespace mirrolet::platform

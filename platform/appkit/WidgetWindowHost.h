@@ -1,19 +1,15 @@
 #pragma once
 
 #include "platform/appkit/WindowHost.h"
-#include "platform/desktop/PanelWindow.h"
 
 #include <memory>
 
-class QWidget;
-
 namespace mirrolet::platform {
 
-/// Shows a widget of the toolkit (a hosting view's) in a native window: titled ones are ordinary windows,
-/// panels float.
+/// Shows a Qt widget (a hosting view's) in a native window: titled ones are ordinary windows, panels float.
 class WidgetWindowHost final : public WindowHost {
   public:
-    explicit WidgetWindowHost(NSWindow& window);
+    explicit WidgetWindowHost(HostedWindow& window);
     ~WidgetWindowHost() override;
 
     void setGeometry(const QRect& geometry) override;
@@ -28,15 +24,11 @@ class WidgetWindowHost final : public WindowHost {
   private:
     class Container;
 
-    void createPanel();
-    void mapped();
-    void setCorners();
+    [[nodiscard]] bool isTitled() const;
+    [[nodiscard]] double scale() const override;
+    void makePanel();
 
     std::unique_ptr<Container> container;
-    std::unique_ptr<desktop::PanelWindow>
-        panel; ///< Of panels only; points at the native window and goes before it.
-    bool announceShown = false;
-    bool focusWanted = false;
 };
 
 } // namespace mirrolet::platform

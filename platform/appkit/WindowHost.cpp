@@ -1,18 +1,14 @@
 #include "platform/appkit/WindowHost.h"
 
+#include "platform/appkit/Coordinates.h"
 #include "platform/appkit/NSScreen.h"
-#include "platform/appkit/NSWindow.h"
-#include "platform/appkit/ViewTree.h"
-#include "platform/appkit/ViewWindowHost.h"
-#include "platform/appkit/WidgetWindowHost.h"
+#include "platform/appkit/NSView.h"
 
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QTimer>
 
 #include <algorithm>
-#include <utility>
 
 namespace mirrolet::platform {
 
@@ -38,35 +34,19 @@ QRect movedInto(const QRect& room, QRect window) {
     return window;
 }
 
+desktop::PanelShadow shadowAt(double scale) {
+    constexpr desktop::PanelShadow inPoints{0.25, 18, 6};
+    return {inPoints.opacity, inPoints.blur * scale, inPoints.offset * scale};
+}
+
 } // namespace
 
-WindowHost::WindowHost(NSWindow& window) : owner(window) {
-    watchScreens();
-}
+WindowHost::WindowHost(HostedWindow& window) : owner(window), screens([this] { screensChanged(); }) {}
 
-void WindowHost::watchScreens() {
-    // A change of monitors comes as a burst; it is looked at once, when it is over.
-    const auto later = [this] {
-        if (!std::exchange(screensDirty, true))
-            QTimer::singleShot(0, &screenWatch, [this] { screensChanged(); });
-    };
-    const auto watch = [this, later](QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, &screenWatch, later);
-    };
-    for (QScreen* screen : QGuiApplication::screens())
-        watch(screen);
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &screenWatch, [watch, later](QScreen* screen) {
-        watch(screen);
-        later();
-    });
-    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &screenWatch, later);
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &screenWatch, later);
-}
-
-/// The origin of screen coordinates may have moved, and the screen under the window may be gone: then it
-/// comes back onto the main one. A window that the user has pushed partly off the screens stays where it is.
+/// The origin of screen coordinates may have moved, and the screen under the window may be gone: the window
+/// then comes back onto the main screen. A window that the user has pushed partly off the screens stays where
+/// it is.
 void WindowHost::screensChanged() {
-    screensDirty = false;
     const auto main = NSScreen::main();
     if (!main)
         return;
@@ -77,36 +57,23 @@ void WindowHost::screensChanged() {
         setGeometry(after);
 }
 
-std::unique_ptr<WindowHost> WindowHost::make(NSWindow& window) {
-    if (window.contentView() && window.contentView()->hostedWidget())
-        return std::make_unique<WidgetWindowHost>(window);
-    return std::make_unique<ViewWindowHost>(window);
-}
-
 void WindowHost::moved(const QRect& geometry) {
     owner.hostMoved(fromQtScreenRect(geometry));
 }
 
-desktop::PanelShadow WindowHost::shadow(double scale) const {
-    constexpr desktop::PanelShadow inPoints{0.25, 18, 6};
-    if (!owner.hasShadow)
-        return {};
-    return {inPoints.opacity, inPoints.blur * scale, inPoints.offset * scale};
+void WindowHost::openPanel(desktop::WindowNumber number, desktop::PanelStacking stacking) {
+    panel.open(number, stacking, owner.level(),
+               owner.look().hasShadow ? shadowAt(scale()) : desktop::PanelShadow{});
 }
 
-void WindowHost::awaitToolkit() {
-    (void)QCursor::pos(); // Any question that is answered.
+void WindowHost::cutCorners() {
+    const auto& content = owner.contentView();
+    panel.setCorners(toPixels(geometry().size(), scale()),
+                     content ? content->layer().cornerRadius * scale() : 0);
 }
 
-QRect toQtScreenRect(const NSRect& rect) {
-    // Place and size are rounded apart: a window that is only moved keeps its size.
-    const QPoint topLeft = toQtScreen({rect.minX(), rect.maxY()}).toPoint();
-    return {topLeft, QSizeF(rect.width(), rect.height()).toSize()};
-}
-
-NSRect fromQtScreenRect(const QRect& rect) {
-    const NSPoint bottomLeft = fromQtScreen(QPointF(rect.x(), rect.y() + rect.height()));
-    return {bottomLeft, {CGFloat(rect.width()), CGFloat(rect.height())}};
+void WindowHost::awaitQt() {
+    (void)QCursor::pos(); // Any request that the server answers.
 }
 
 } // namespace mirrolet::platform

@@ -1,31 +1,24 @@
 #pragma once
 
+#include "platform/appkit/HostPanel.h"
+#include "platform/appkit/HostedWindow.h"
+#include "platform/appkit/ScreenWatch.h"
 #include "platform/coregraphics/Geometry.h"
-#include "platform/desktop/PanelWindow.h"
 
-#include <QObject>
 #include <QRect>
-#include <Qt>
 
-#include <memory>
 #include <string>
 
 namespace mirrolet::platform {
 
-class NSWindow;
-
-/// The native window behind one NSWindow. Rectangles are the toolkit's: device-independent pixels, y
-/// downwards.
+/// The native window behind one NSWindow, and what is common to both kinds. Rectangles are in
+/// Qt's screen coordinates. Main thread.
 class WindowHost {
   public:
-    explicit WindowHost(NSWindow& window);
+    explicit WindowHost(HostedWindow& window);
     virtual ~WindowHost() = default;
     WindowHost(const WindowHost&) = delete;
     WindowHost& operator=(const WindowHost&) = delete;
-
-    /// The right kind of host for what the window shows: views that are painted here, or a widget of the
-    /// toolkit.
-    static std::unique_ptr<WindowHost> make(NSWindow& window);
 
     virtual void setGeometry(const QRect& geometry) = 0;
     virtual void setTitle(const std::string& title) = 0;
@@ -37,25 +30,25 @@ class WindowHost {
     [[nodiscard]] virtual QRect geometry() const = 0;
 
   protected:
-    /// Tells the NSWindow where the user or the desktop has put it.
+    /// Tells the NSWindow where the user or the desktop has put the native window.
     void moved(const QRect& geometry);
-    [[nodiscard]] desktop::PanelShadow shadow(double scale) const;
-    /// The desktop speaks to the server on a connection of its own: this makes sure that the server has seen
-    /// what the toolkit has sent on its.
-    static void awaitToolkit();
+    /// Device pixels for a point.
+    [[nodiscard]] virtual double scale() const = 0;
+    /// Opens the panel for a native window that exists.
+    void openPanel(desktop::WindowNumber number, desktop::PanelStacking stacking);
+    /// To the radius that the content view asks for.
+    void cutCorners();
+    /// Qt and the desktop speak to the server on connections of their own. Afterwards the server has seen all
+    /// that Qt has sent.
+    static void awaitQt();
 
-    NSWindow& owner;
+    HostedWindow& owner;
+    HostPanel panel; ///< Points at the native window: subclasses close it before that goes.
 
   private:
-    void watchScreens();
     void screensChanged();
 
-    QObject screenWatch; ///< What the connections to screens hang on.
-    bool screensDirty = false;
+    ScreenWatch screens;
 };
-
-/// Rectangles of the screen, y turned over.
-QRect toQtScreenRect(const NSRect& rect);
-NSRect fromQtScreenRect(const QRect& rect);
 
 } // namespace mirrolet::platform
