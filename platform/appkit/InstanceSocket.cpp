@@ -17,7 +17,7 @@ namespace mirrolet::platform {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using Start = SingleInstance::Start;
+using Claim = InstanceSocket::Claim;
 
 constexpr char done = 1;
 constexpr int backlog = 16;
@@ -39,7 +39,8 @@ std::string withoutScreen(std::string display) {
     return display.substr(0, dot);
 }
 
-/// Abstract: begins with a zero byte, is in no folder, and ends with the last process that has it open.
+/// An abstract address begins with a zero byte, is in no folder, and ends with the last process that has it
+/// open.
 Address addressFor(const std::string& display) {
     Address address;
     address.name.sun_family = AF_UNIX;
@@ -75,50 +76,37 @@ bool waitsForByte(const FileDescriptor& peer, Clock::time_point deadline) {
     }
 }
 
-/// What the process that has the address does. None if it ended meanwhile, or has not begun to listen.
-std::optional<Start> ask(const Address& address, Clock::time_point deadline) {
+/// Asks the process that has the address to activate. None if that process ended meanwhile, or has not begun
+/// to listen.
+std::optional<Claim> ask(const Address& address, Clock::time_point deadline) {
     const FileDescriptor asking(socket(AF_UNIX, socketType, 0));
-    // EAGAIN: so many are asking already that it must be stuck.
+    // EAGAIN means that many processes are asking already, so the one that is asked must be stuck.
     if (connect(asking.get(), address.get(), address.length) != 0)
-        return errno == EAGAIN ? std::optional(Start::noAnswer) : std::nullopt;
+        return errno == EAGAIN ? std::optional(Claim::noAnswer) : std::nullopt;
     if (!isOfThisUser(asking)) {
         NSLog("Mirrolet: another user holds the address of this program; further starts will not find it");
-        return Start::first;
+        return Claim::first;
     }
     if (!waitsForByte(asking, deadline))
-        return Start::noAnswer;
+        return Claim::noAnswer;
     char byte = 0;
-    return read(asking.get(), &byte, 1) == 1 ? std::optional(Start::handedOver) : std::nullopt;
+    return read(asking.get(), &byte, 1) == 1 ? std::optional(Claim::handedOver) : std::nullopt;
 }
 
 } // namespace
 
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-    std::swap(number, other.number);
-    return *this;
-}
-
-FileDescriptor::~FileDescriptor() {
-    if (number >= 0)
-        close(number);
-}
-
-int FileDescriptor::release() {
-    return std::exchange(number, -1);
-}
-
-Start InstanceSocket::claim(const std::string& display, std::chrono::milliseconds patience) {
+InstanceSocket::Claim InstanceSocket::claim(const std::string& display, std::chrono::milliseconds patience) {
     const auto address = addressFor(display);
     const auto deadline = Clock::now() + patience;
     do {
         listening = listenAt(address);
         if (listening || errno != EADDRINUSE) // Without sockets there is no telling who else runs.
-            return Start::first;
+            return Claim::first;
         if (const auto answer = ask(address, deadline))
             return *answer;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     } while (Clock::now() < deadline);
-    return Start::noAnswer;
+    return Claim::noAnswer;
 }
 
 FileDescriptor InstanceSocket::accept() const {
@@ -127,7 +115,7 @@ FileDescriptor InstanceSocket::accept() const {
 }
 
 void InstanceSocket::answer(const FileDescriptor& asker) {
-    // An asker that has gone needs none.
+    // A process that has gone needs no answer.
     [[maybe_unused]] const auto sent = send(asker.get(), &done, 1, MSG_NOSIGNAL);
 }
 

@@ -1,34 +1,13 @@
 #include "platform/appkit/NSMenu.h"
 
 #include "platform/appkit/NativeMenu.h"
-
-#include <QKeyEvent>
+#include "platform/appkit/NativeMenuItem.h"
 
 #include <utility>
 
 namespace mirrolet::platform {
 
-bool KeyEquivalents::eventFilter(QObject* object, QEvent* event) {
-    auto* menu = qobject_cast<QMenu*>(object);
-    if (!menu || event->type() != QEvent::KeyPress)
-        return false;
-    const QKeySequence pressed(static_cast<QKeyEvent*>(event)->keyCombination());
-    for (auto* entry : menu->actions()) {
-        if (!entry->isEnabled() || entry->shortcut().isEmpty() || entry->shortcut() != pressed)
-            continue;
-        menu->close();
-        entry->trigger();
-        return true;
-    }
-    return false;
-}
-
-NSMenu::Native::Native() {
-    attached.installEventFilter(&keyEquivalents);
-    popup.installEventFilter(&keyEquivalents);
-}
-
-NSMenu::NSMenu() : nativeMenu(std::make_unique<Native>()) {}
+NSMenu::NSMenu() : nativeMenu(std::make_unique<NativeMenu>()) {}
 
 NSMenu::~NSMenu() = default;
 

@@ -7,7 +7,9 @@
 
 namespace mirrolet::platform {
 
-/// A menu: built once; what changes later are its items. Main thread, with the application object there.
+struct NativeMenu;
+
+/// A menu is built once; later only its items change. Main thread, while the application object exists.
 class NSMenu {
   public:
     NSMenu();
@@ -18,12 +20,11 @@ class NSMenu {
     void addItem(std::shared_ptr<NSMenuItem> item);
     [[nodiscard]] const std::vector<std::shared_ptr<NSMenuItem>>& items() const { return entries; }
 
-    struct Native;
-    [[nodiscard]] Native& native() { return *nativeMenu; }
+    [[nodiscard]] NativeMenu& native() { return *nativeMenu; }
 
   private:
     std::vector<std::shared_ptr<NSMenuItem>> entries;
-    std::unique_ptr<Native> nativeMenu;
+    std::unique_ptr<NativeMenu> nativeMenu;
 };
 
 } // namespace mirrolet::platform

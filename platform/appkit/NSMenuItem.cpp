@@ -1,4 +1,6 @@
-#include "platform/appkit/NativeMenu.h"
+#include "platform/appkit/NSMenuItem.h"
+
+#include "platform/appkit/NativeMenuItem.h"
 
 #include <QKeySequence>
 #include <QString>
@@ -16,15 +18,9 @@ QString menuText(const std::string& title) {
 
 } // namespace
 
-void NSMenuItem::Native::perform() {
-    const auto running = action; // The action may replace itself or end the item.
-    if (running)
-        running();
-}
-
 NSMenuItem::NSMenuItem(const std::string& title, std::function<void()> action,
                        const std::string& keyEquivalent)
-    : nativeItem(std::make_unique<Native>()) {
+    : nativeItem(std::make_unique<NativeMenuItem>()) {
     auto& native = *nativeItem;
     native.entry.setMenuRole(QAction::NoRole);
     if (!keyEquivalent.empty())

@@ -6,12 +6,15 @@
 
 namespace mirrolet::platform {
 
-/// One entry of a menu. Changes show at once wherever the menu is. Main thread, with the application object
-/// there.
+struct NativeMenuItem;
+
+/// One entry of a menu. Changes show at once wherever the menu is. Main thread, while the application object
+/// exists.
 class NSMenuItem {
   public:
     /// An entry without an action cannot be chosen. The key equivalent is one lower-case character, or empty
-    /// for none; it is taken with the desktop's own modifier for commands (Ctrl), while the menu is open.
+    /// for none. The user presses it with the desktop's own modifier for commands (Ctrl) while the menu is
+    /// open.
     explicit NSMenuItem(const std::string& title, std::function<void()> action = nullptr,
                         const std::string& keyEquivalent = {});
     ~NSMenuItem();
@@ -23,14 +26,13 @@ class NSMenuItem {
     [[nodiscard]] std::string title() const;
     void setTitle(const std::string& title);
     void setAction(std::function<void()> action);
-    /// As if the user had chosen it; nothing if it has no action.
+    /// As if the user had chosen the entry; does nothing without an action.
     void performAction();
 
-    struct Native;
-    [[nodiscard]] Native& native() { return *nativeItem; }
+    [[nodiscard]] NativeMenuItem& native() { return *nativeItem; }
 
   private:
-    std::unique_ptr<Native> nativeItem;
+    std::unique_ptr<NativeMenuItem> nativeItem;
 };
 
 } // namespace mirrolet::platform

@@ -13,7 +13,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The status bar takes pictures only. Light letters with a dark edge: the panel may be of any colour.
+/// The status bar takes pictures only. The letters are light with a dark edge because the bar may be of any
+/// colour.
 QIcon titleIcon(const std::string& title) {
     constexpr int side = 64;
     QPixmap picture(side, side);
@@ -34,24 +35,12 @@ QIcon titleIcon(const std::string& title) {
 
 } // namespace
 
-void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
-    shown = std::move(image);
-    if (changed)
-        changed();
-}
-
-void NSStatusBarButton::setTitle(std::string title) {
-    text = std::move(title);
-    if (changed)
-        changed();
-}
-
-NSStatusItem::NSStatusItem() : tray(std::make_shared<Tray>()) {
-    theButton.changed = [this] {
-        const auto& image = theButton.shown;
-        tray->setLook(image ? toQIcon(*image, Qt::white) : titleIcon(theButton.text),
-                      QString::fromStdString(image ? image->accessibilityDescription() : theButton.text));
-    };
+NSStatusItem::NSStatusItem() : tray(std::make_shared<StatusTray>()) {
+    theButton.setOnChange([this] { // The button is part of this item.
+        const auto& image = theButton.image();
+        tray->setLook(image ? toQIcon(*image, Qt::white) : titleIcon(theButton.title()),
+                      QString::fromStdString(image ? image->accessibilityDescription() : theButton.title()));
+    });
     tray->watch();
 }
 

@@ -1,32 +1,17 @@
 #pragma once
 
-#include "platform/appkit/NSImage.h"
 #include "platform/appkit/NSMenu.h"
+#include "platform/appkit/NSStatusBarButton.h"
 
-#include <functional>
 #include <memory>
-#include <string>
 
 namespace mirrolet::platform {
 
-/// What a status item shows in the bar: its image, or its title where it has no image.
-class NSStatusBarButton {
-  public:
-    void setImage(std::shared_ptr<NSImage> image);
-    void setTitle(std::string title);
-    [[nodiscard]] const std::shared_ptr<NSImage>& image() const { return shown; }
-    [[nodiscard]] const std::string& title() const { return text; }
+class StatusTray;
 
-  private:
-    friend class NSStatusItem;
-    std::shared_ptr<NSImage> shown;
-    std::string text;
-    std::function<void()> changed;
-};
-
-/// An icon in the desktop's status bar with a menu that either mouse button opens. It is there whenever the
-/// desktop has a place for it, also one that comes later, goes, or comes back, until the item is destroyed.
-/// Main thread.
+/// An icon in the desktop's status bar with a menu that either mouse button opens. The icon is there whenever
+/// the desktop has a place for icons, also one that comes later, goes, or comes back, until the item is
+/// destroyed. Main thread.
 class NSStatusItem {
   public:
     NSStatusItem();
@@ -40,10 +25,9 @@ class NSStatusItem {
     void setMenu(std::shared_ptr<NSMenu> menu);
 
   private:
-    class Tray;
     NSStatusBarButton theButton;
     std::shared_ptr<NSMenu> attachedMenu;
-    std::shared_ptr<Tray> tray; ///< Goes before the menu that it shows.
+    std::shared_ptr<StatusTray> tray; ///< Goes before the menu that it shows.
 };
 
 } // namespace mirrolet::platform

@@ -1,31 +1,18 @@
 #pragma once
 
-#include "platform/appkit/NSMenu.h"
+#include "platform/appkit/KeyEquivalents.h"
 
-#include <QAction>
 #include <QMenu>
-#include <QObject>
 
 namespace mirrolet::platform {
 
-struct NSMenuItem::Native {
-    QAction entry;
-    std::function<void()> action;
-
-    void perform();
-};
-
-/// Takes the key equivalents while a menu is open: the toolkit's shortcuts work only in an active window of
-/// their own.
-class KeyEquivalents final : public QObject {
-  protected:
-    bool eventFilter(QObject* menu, QEvent* event) override;
-};
-
-/// The same entries twice: the toolkit hands the attached menu over to the status bar, which may show it in
-/// another process, so that this process can no longer open it itself.
-struct NSMenu::Native {
-    Native();
+/// The Qt menus behind one NSMenu. The same entries stand in two menus, because Qt hands the attached one
+/// over to the status bar, which may show it in another process: this process can no longer open it itself.
+struct NativeMenu {
+    NativeMenu() {
+        attached.installEventFilter(&keyEquivalents);
+        popup.installEventFilter(&keyEquivalents);
+    }
 
     KeyEquivalents keyEquivalents; ///< Outlives the menus that it listens to.
     QMenu attached;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/appkit/InstanceSocket.h"
+
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -13,11 +15,7 @@ namespace mirrolet::platform {
 /// applications.
 class SingleInstance {
   public:
-    enum class Start {
-        first,      ///< This process runs the program.
-        handedOver, ///< Another one does, and has been told that it was started again.
-        noAnswer,   ///< Another one does, but has not answered in time.
-    };
+    using Start = InstanceSocket::Claim;
 
     SingleInstance();
     ~SingleInstance();

@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform {
 
-void NSStatusItem::Tray::watch() {
+void StatusTray::watch() {
     const auto weak = weak_from_this();
     auto& desktopTrays = desktop::Desktop::current().trayHosts();
     desktopChanges = desktopTrays.subscribe([weak](bool present) {
@@ -32,7 +32,7 @@ void NSStatusItem::Tray::watch() {
     });
 }
 
-void NSStatusItem::Tray::setLook(QIcon newIcon, QString newToolTip) {
+void StatusTray::setLook(QIcon newIcon, QString newToolTip) {
     icon = std::move(newIcon);
     toolTip = std::move(newToolTip);
     if (!shown)
@@ -41,29 +41,29 @@ void NSStatusItem::Tray::setLook(QIcon newIcon, QString newToolTip) {
     shown->setToolTip(toolTip);
 }
 
-void NSStatusItem::Tray::setMenu(const std::shared_ptr<NSMenu>& newMenu) {
+void StatusTray::setMenu(const std::shared_ptr<NSMenu>& newMenu) {
     menu = newMenu;
     if (shown)
         shown->setContextMenu(newMenu ? &newMenu->native().attached : nullptr);
 }
 
-bool NSStatusItem::Tray::placePresent() {
-    if (road == Road::undecided && sessionBusPresent == true)
-        road = Road::sessionBus;
-    if (road == Road::undecided && sessionBusPresent == false && desktopPresent)
-        road = Road::desktop;
-    return (road == Road::sessionBus && sessionBusPresent == true) ||
-           (road == Road::desktop && desktopPresent);
+bool StatusTray::placePresent() {
+    if (kind == Kind::undecided && sessionBusPresent == true)
+        kind = Kind::sessionBus;
+    if (kind == Kind::undecided && sessionBusPresent == false && desktopPresent)
+        kind = Kind::desktop;
+    return (kind == Kind::sessionBus && sessionBusPresent == true) ||
+           (kind == Kind::desktop && desktopPresent);
 }
 
-void NSStatusItem::Tray::update() {
+void StatusTray::update() {
     if (!placePresent())
         shown.reset();
     else if (!shown)
         show();
 }
 
-void NSStatusItem::Tray::show() {
+void StatusTray::show() {
     shown = std::make_unique<QSystemTrayIcon>(icon);
     shown->setToolTip(toolTip);
     if (const auto attached = menu.lock())
@@ -73,7 +73,7 @@ void NSStatusItem::Tray::show() {
     shown->show();
 }
 
-void NSStatusItem::Tray::openMenu(QSystemTrayIcon::ActivationReason reason) {
+void StatusTray::openMenu(QSystemTrayIcon::ActivationReason reason) {
     const auto opened = menu.lock();
     if (reason == QSystemTrayIcon::Trigger && opened)
         opened->native().popup.popup(QCursor::pos());

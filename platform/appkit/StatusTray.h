@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/appkit/NSStatusItem.h"
+#include "platform/appkit/NSMenu.h"
 #include "platform/appkit/StatusNotifierHosts.h"
 #include "platform/combine/AnyCancellable.h"
 
@@ -13,22 +13,22 @@
 
 namespace mirrolet::platform {
 
-/// The toolkit's tray icon, made anew each time that a place for it appears.
+/// Qt's tray icon, made anew each time that a place for the icon appears.
 ///
-/// The toolkit decides once for a process between the session bus and the X11 tray, at the first touch of
-/// anything of its tray. So it is not touched before both have been asked and one is there; from then on the
-/// one that it chose counts.
-class NSStatusItem::Tray : public std::enable_shared_from_this<Tray> {
+/// Qt decides once for a process between the session bus and the X11 tray, when anything of its tray is first
+/// used. So nothing of it is used before both have been asked and one is there. From then on only the one
+/// that Qt chose matters.
+class StatusTray : public std::enable_shared_from_this<StatusTray> {
   public:
     void watch();
     void setLook(QIcon icon, QString toolTip);
     void setMenu(const std::shared_ptr<NSMenu>& shown);
 
   private:
-    enum class Road { undecided, sessionBus, desktop };
+    enum class Kind { undecided, sessionBus, desktop };
 
     void update();
-    [[nodiscard]] bool placePresent();
+    bool placePresent();
     void show();
     void openMenu(QSystemTrayIcon::ActivationReason reason);
 
@@ -37,7 +37,7 @@ class NSStatusItem::Tray : public std::enable_shared_from_this<Tray> {
     std::weak_ptr<NSMenu> menu;
     bool desktopPresent = false;
     std::optional<bool> sessionBusPresent; ///< None until the bus has answered.
-    Road road = Road::undecided;
+    Kind kind = Kind::undecided;
     std::unique_ptr<QSystemTrayIcon> shown;
     AnyCancellable desktopChanges;
     std::optional<StatusNotifierHosts> sessionBusHosts;

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace mirrolet::platform {
+
+/// A file descriptor with one owner.
+class FileDescriptor {
+  public:
+    explicit FileDescriptor(int number = -1) : number(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : number(other.release()) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    ~FileDescriptor();
+
+    [[nodiscard]] int get() const { return number; }
+    explicit operator bool() const { return number >= 0; }
+
+  private:
+    int release();
+    int number;
+};
+
+} // namespace mirrolet::platform
