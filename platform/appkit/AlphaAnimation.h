@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-/// Moves an alpha value over time, from wherever it is: the engine of NSView::animateAlphaValue.
+/// Moves an alpha value over time.
 class AlphaAnimation {
   public:
     explicit AlphaAnimation(std::function<void(double)> apply);

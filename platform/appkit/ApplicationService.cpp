@@ -23,7 +23,7 @@ constexpr auto description = R"(<node><interface name="org.freedesktop.Applicati
 
 } // namespace
 
-// Used on the bus's thread only, but for `activate`, which the main thread uses.
+// Used on the bus's thread, except `activate`, which the main thread uses.
 struct ApplicationService::Service : std::enable_shared_from_this<Service> {
     std::function<void()> activate; ///< Empty once the owner is gone.
     GDBusConnection* connection = nullptr;
@@ -56,7 +56,7 @@ void ApplicationService::Service::begin(GDBusConnection* bus) {
     connection = bus;
     static const GDBusInterfaceVTable handlers = {onCall, nullptr, nullptr, {}};
     const GLibPointer<GDBusNodeInfo> node(g_dbus_node_info_new_for_xml(description, nullptr));
-    // The object before the name: who waits for the name calls at once.
+    // The object comes before the name, because a caller that waits for the name calls at once.
     object = g_dbus_connection_register_object(
         bus, path, node->interfaces[0], &handlers, new std::weak_ptr<Service>(weak_from_this()),
         [](gpointer data) { delete static_cast<std::weak_ptr<Service>*>(data); }, nullptr);

@@ -6,8 +6,8 @@
 namespace mirrolet::platform {
 
 /// The program on the session bus, by the name "app.mirrolet.Mirrolet" and the interface
-/// "org.freedesktop.Application": how a desktop starts an application, or brings one to the front. A second
-/// one of the same session waits for the name.
+/// "org.freedesktop.Application", through which a desktop starts an application or brings one to the front. A
+/// second process of the same session waits for the name.
 class ApplicationService {
   public:
     /// `activate` is called on the main queue, until this is destroyed. Never waits for the bus.

@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform {
 
-/// What a layer-backed view shows besides its own drawing: the background under it, the border over its
+/// A view's appearance besides its own drawing: the background lies under the drawing, the border over the
 /// subviews.
 struct CALayer {
     CGFloat cornerRadius = 0;

@@ -20,7 +20,7 @@ constexpr const char* appearance = "org.freedesktop.appearance";
 constexpr const char* colorScheme = "color-scheme";
 constexpr guint32 prefersDark = 1;
 
-/// The value comes wrapped once or twice, depending on the portal's age. Anything else but a number is
+/// The value comes wrapped once or twice, depending on the portal's version. Anything but a number is
 /// ignored.
 void take(GVariant* value) {
     GLibPointer<GVariant> inner(g_variant_ref(value));

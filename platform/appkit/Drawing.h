@@ -9,8 +9,8 @@
 
 namespace mirrolet::platform {
 
-/// The drawing that goes on: a painter in the coordinates of the view being drawn, y upwards. Set by the view
-/// tree around each NSView::draw. Main thread.
+/// The painter of the view that is being drawn, in the view's coordinates (y upwards), with the colours that
+/// the view has chosen. Exists around each call of NSView::draw. Main thread.
 class Drawing {
   public:
     /// Makes `painter` the current one until this object goes.
@@ -19,7 +19,7 @@ class Drawing {
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    /// nullptr outside a drawing: what is drawn then is lost, as it has nowhere to go.
+    /// nullptr while no view is being drawn: drawing does nothing then.
     static Drawing* current();
 
     QPainter& painter;

@@ -8,8 +8,8 @@
 
 #include <algorithm>
 
-// Has to stand outside any namespace. The library is linked statically: nothing else would pull the drawings
-// in.
+// Q_INIT_RESOURCE has to stand outside any namespace. The call is needed because the library is linked
+// statically, and nothing else refers to the drawings.
 static void loadSymbols() {
     Q_INIT_RESOURCE(symbols);
 }
@@ -32,9 +32,9 @@ struct Placed {
     int side;
 };
 
-/// Drawings lie on a grid of 16; what stands in status bars has a second one for their other common size.
-/// Where there are two, the picture is a whole multiple of one of them, so that its edges stay on pixels,
-/// with a margin around it.
+/// Drawings lie on a grid of 16. Those for status bars have a second version on a grid of 22, the other
+/// common size there. Where there are two, the picture is a whole multiple of one of them, so that its edges
+/// stay on pixels, with a margin around it.
 Placed placed(const std::string& name, int side) {
     const QString base = QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name);
     const QString small = base + QStringLiteral(".svg");
@@ -65,13 +65,13 @@ QImage tinted(QImage shape, const QColor& tint) {
     return shape;
 }
 
-/// A desktop entry may name anything: a device or a FIFO would hold the reader up for ever.
+/// A desktop entry may name any file. Reading a device or a FIFO would never end.
 bool isReadablePicture(const QString& path) {
     const QFileInfo file(path);
     return file.isFile() && file.isReadable() && file.size() <= largestIconFile;
 }
 
-/// Old entries write the file's ending after a name that is looked up in the theme.
+/// Old entries write a file's ending after the name of a theme's icon.
 QString themeName(QString name) {
     for (const auto* ending : {".png", ".svg", ".xpm"})
         if (name.endsWith(QLatin1String(ending)))

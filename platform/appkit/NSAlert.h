@@ -16,10 +16,10 @@ class NSAlert {
     std::string informativeText;
     Style alertStyle = Style::warning;
 
-    /// Buttons in order; the first is the default one. Without any, a single "OK".
+    /// Adds a button after the others. The first one is the default. Without any there is a single "OK".
     void addButton(const std::string& title) { buttons.push_back(title); }
-    /// Returns when the user has answered: NSAlertFirstButtonReturn plus the number of the button. Closing it
-    /// is as the last button.
+    /// Waits for the user's answer: NSAlertFirstButtonReturn plus the number of the button. Closing the alert
+    /// counts as the last button.
     int runModal() const;
 
   private:

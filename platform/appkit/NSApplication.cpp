@@ -29,9 +29,9 @@ constexpr std::chrono::seconds longestWaitForTasks{2};
 
 NSApplication* theApplication = nullptr;
 
-/// The toolkit has a connection of its own to the server and would end the process in its own way when that
-/// breaks: with other words, without our settings, and in the middle of the other threads.
-void takeToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+/// Qt has a connection of its own to the server. When that breaks, Qt would end the process in its own way:
+/// without writing the user defaults, and in the middle of the other threads.
+void takeQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (message.startsWith(QLatin1String("The X11 connection broke")))
         NSApplication::serverLost();
     if (type == QtDebugMsg || type == QtInfoMsg)
@@ -40,23 +40,23 @@ void takeToolkitMessage(QtMsgType type, const QMessageLogContext& context, const
 }
 
 void prepareEnvironment() {
-    // The layer speaks X11, so the toolkit has to as well, even where it would rather speak to a Wayland
+    // The panels are X11 windows, so Qt has to speak X11 too, even where it would rather speak to a Wayland
     // compositor.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
-    // Its plain event loop wakes up for less than the one on top of GLib, and nothing here needs the latter.
+    // Qt's plain event loop wakes up less often than its event loop on top of GLib, which nothing here needs.
     qputenv("QT_NO_GLIB", "1");
-    // A session manager would start a second one beside the autostart entry.
+    // A session manager would start a second process beside the one of the autostart entry.
     qunsetenv("SESSION_MANAGER");
 }
 
-void followDisplayScale(QGuiApplication& toolkit) {
+void followDisplayScale(QGuiApplication& application) {
     const auto take = [](const QScreen* screen) {
         if (screen)
             DisplayScale::setCurrent(screen->devicePixelRatio());
     };
     take(QGuiApplication::primaryScreen());
-    QObject::connect(&toolkit, &QGuiApplication::primaryScreenChanged, &toolkit, take);
+    QObject::connect(&application, &QGuiApplication::primaryScreenChanged, &application, take);
 }
 
 } // namespace
@@ -64,19 +64,18 @@ void followDisplayScale(QGuiApplication& toolkit) {
 struct NSApplication::State {
     State(int& argc, char** argv) {
         if (!QCoreApplication::instance()) // A test program has one for all its tests.
-            toolkit = std::make_unique<QApplication>(argc, argv);
+            qt = std::make_unique<QApplication>(argc, argv);
     }
 
-    std::unique_ptr<QApplication> toolkit;
+    std::unique_ptr<QApplication> qt;
     std::weak_ptr<NSApplicationDelegate> delegate;
-    ActivationPolicy policy = ActivationPolicy::regular;
     bool terminating = false;
 };
 
 NSApplication::NSApplication(int& argc, char** argv) {
     prepareEnvironment();
-    SessionBus::shared().shieldToolkit();
-    qInstallMessageHandler(takeToolkitMessage);
+    SessionBus::shared().shieldQt();
+    qInstallMessageHandler(takeQtMessage);
     QCoreApplication::setApplicationName(QStringLiteral("mirrolet"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MIRROLET_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.mirrolet.Mirrolet"));
@@ -85,7 +84,9 @@ NSApplication::NSApplication(int& argc, char** argv) {
     followDisplayScale(*qGuiApp);
     DesktopAppearance::follow();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
-    (void)DispatchQueue::main().executor()->now(); // Made here, on its own thread, before others post to it.
+    (void)DispatchQueue::main()
+        .executor()
+        ->now(); // The main executor is made here, on its own thread, before others post to it.
     theApplication = this;
 }
 
@@ -103,10 +104,6 @@ void NSApplication::setDelegate(std::weak_ptr<NSApplicationDelegate> delegate) {
     state->delegate = std::move(delegate);
 }
 
-void NSApplication::setActivationPolicy(ActivationPolicy policy) {
-    state->policy = policy;
-}
-
 void NSApplication::activateIgnoringOtherApps() {
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && window->windowType() == Qt::Window)
@@ -118,7 +115,8 @@ void NSApplication::terminate() {
         return;
     if (const auto delegate = state->delegate.lock())
         delegate->applicationWillTerminate();
-    // Behind what the delegate has posted: a mirror that is stopped closes its panel on the next turn.
+    // After the tasks that the delegate has posted, because a stopped mirror closes its panel on the next
+    // turn.
     DispatchQueue::main().async([] { QCoreApplication::quit(); });
 }
 
@@ -142,11 +140,11 @@ int NSApplication::run() {
 
 void NSApplication::serverLost() {
     static std::once_flag once;
-    // Two connections break at the same moment; the second to notice waits here for the end.
+    // Two connections break at the same moment, and the second thread to notice waits here for the end.
     std::call_once(once, [] {
         NSLog("Mirrolet: the connection to the X server was lost");
         UserDefaults::standard().flush();
-        std::_Exit(EXIT_FAILURE); // Nothing that still points at the server can be torn down in order.
+        std::_Exit(EXIT_FAILURE); // Objects that point at the server cannot be destroyed in order any more.
     });
     std::abort();
 }

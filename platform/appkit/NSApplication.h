@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// What an application does at its start and its end. Main thread.
+/// Told of the application's start and end. Main thread.
 class NSApplicationDelegate {
   public:
     virtual ~NSApplicationDelegate() = default;
@@ -14,13 +14,13 @@ class NSApplicationDelegate {
     virtual void applicationShouldHandleReopen() = 0;
 };
 
-/// The application object: the toolkit, the event loop, start and end. One per process, made by main(). Main
-/// thread but where said otherwise.
+/// The application object: Qt, the event loop, start and end. One per process, made by main(). Main thread
+/// where nothing else is said.
 class NSApplication {
   public:
     enum class ActivationPolicy { regular = 0, accessory = 1 };
 
-    /// Takes the toolkit's own options out of the arguments, which must outlive it. The process's desktop is
+    /// Takes Qt's own options out of the arguments, which must outlive this object. The process's desktop is
     /// set already.
     NSApplication(int& argc, char** argv);
     ~NSApplication();
@@ -31,8 +31,6 @@ class NSApplication {
     static NSApplication& shared();
 
     void setDelegate(std::weak_ptr<NSApplicationDelegate> delegate);
-    /// An accessory has no place in task lists of its own; the windows that it opens do.
-    void setActivationPolicy(ActivationPolicy policy);
     /// Brings the program's ordinary windows to the front of the other programs'.
     void activateIgnoringOtherApps();
     /// Tells the delegate, and makes run() return.
@@ -47,9 +45,13 @@ class NSApplication {
     /// ends at once with that status.
     int run();
 
-    /// The window server is gone: says so in one line, writes the user defaults and ends the process with a
-    /// failing status. Any thread; does not return.
+    /// Ends the process with a failing status because the window server is gone, after one line that says so
+    /// and after the user defaults were written. Any thread; does not return.
     [[noreturn]] static void serverLost();
+
+    // Kept for those who set it, and without effect on this desktop, whose task lists show windows and not
+    // applications.
+    void setActivationPolicy(ActivationPolicy /*policy*/) {}
 
   private:
     struct State;

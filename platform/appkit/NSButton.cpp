@@ -35,14 +35,14 @@ void NSButton::draw(NSRect /*dirtyRect*/) {
     painter.restore();
 }
 
-// A press on a button is the button's alone: it does not reach the views behind it.
+// A press on a button does not reach the views behind it.
 void NSButton::mouseDown(const NSEvent& /*event*/) {}
 void NSButton::mouseDragged(const NSEvent& /*event*/) {}
 
 void NSButton::mouseUp(const NSEvent& event) {
     if (!bounds().contains(convertFromWindow(event.locationInWindow)) || !action)
         return;
-    const auto act = action; // The button may go with what it does.
+    const auto act = action; // The action may destroy the button.
     act();
 }
 

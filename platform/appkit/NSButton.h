@@ -10,8 +10,7 @@ namespace mirrolet::platform {
 
 enum class NSCellImagePosition { noImage = 0, imageOnly = 1 };
 
-/// A borderless button that shows an image in its tint colour. It acts when the pointer is released inside
-/// it.
+/// A borderless button that shows an image in its tint colour and acts when the pointer is released inside.
 class NSButton : public NSView {
   public:
     using NSView::NSView;

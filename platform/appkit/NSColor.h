@@ -2,8 +2,8 @@
 
 namespace mirrolet::platform {
 
-/// A colour, not premultiplied, each part from 0 to 1. The semantic ones follow the desktop's palette and
-/// accent at the moment they are asked for: ask while drawing.
+/// A colour, not premultiplied, each part from 0 to 1. The semantic colours are those of the desktop's
+/// palette at the moment of the call, so ask for them while drawing.
 struct NSColor {
     double red = 0;
     double green = 0;
@@ -22,7 +22,7 @@ struct NSColor {
 
     [[nodiscard]] NSColor withAlphaComponent(double value) const { return {red, green, blue, value}; }
 
-    /// Makes it the colour of fills and strokes that follow in this drawing.
+    /// The colour of the fills or strokes that follow in the present drawing.
     void setFill() const;
     void setStroke() const;
 

@@ -20,15 +20,15 @@ inline constexpr unsigned long command = 1UL << 20;
 inline constexpr unsigned long numericPad = 1UL << 21;
 } // namespace NSEventModifierFlags
 
-/// One event, on its way to a view. Main thread.
+/// One event for a view. Main thread.
 struct NSEvent {
     NSEventType type = NSEventType::leftMouseDown;
     NSPoint locationInWindow; ///< y upwards, from the window's bottom-left corner.
     unsigned long modifierFlags = 0;
-    std::uint16_t keyCode = 0; ///< Virtual key code: the place of the key, whatever the layout.
+    std::uint16_t keyCode = 0; ///< Virtual key code, which names the place of the key whatever the layout.
     bool isARepeat = false;    ///< The key was down before.
 
-    /// Where the pointer is, in screen coordinates (y upwards): as of the event being delivered.
+    /// The pointer's place at the time of the event being delivered, in screen coordinates (y upwards).
     static NSPoint mouseLocation();
     /// Called by whoever delivers an event, before it is delivered. In Qt's screen coordinates.
     static void noteMouseLocation(const QPointF& onQtScreen);

@@ -35,7 +35,7 @@ void drawText(const std::string& text, NSPoint origin, const NSTextAttributes& a
     QPainter& painter = drawing->painter;
     const QFont font = toQFont(attributes.font);
     painter.save();
-    // Text is drawn downwards: turn the axis over around the baseline.
+    // Qt draws text downwards, so the axis is turned over around the baseline.
     painter.translate(origin.x, origin.y + QFontMetricsF(font).descent());
     painter.scale(1, -1);
     painter.setFont(font);

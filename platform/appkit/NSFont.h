@@ -15,7 +15,7 @@ struct NSFont {
     static NSFont systemFont(double ofSize) { return {ofSize}; }
 };
 
-/// How a piece of text is measured and drawn.
+/// Font and colour of a piece of text.
 struct NSTextAttributes {
     NSFont font;
     NSColor foregroundColor;

@@ -13,8 +13,8 @@ struct Symbol {
     bool isTemplate;
 };
 
-// The drawings that symbols.qrc brings. The status item's has colours of its own: it has to be readable on
-// any panel, and nobody tells a status icon the colour of the panel it lies on.
+// The drawings of symbols.qrc. The status item's has colours of its own, because a status icon is not told
+// the colour of the dock under it and has to be readable on any.
 constexpr std::array symbols = {
     Symbol{"pip.fill", false},
     Symbol{"pip", true},

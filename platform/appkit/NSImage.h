@@ -16,18 +16,18 @@ class WindowImage;
 /// made and held on any thread; drawn on the main thread, and only then are symbols and icons looked up.
 class NSImage {
   public:
-    /// What drawing needs to know; exactly one of the three is set.
+    /// The source of the picture; exactly one of the three is set.
     struct Content {
         std::shared_ptr<const desktop::WindowImage> window;
         std::string symbol;
         std::string icon; ///< As a desktop entry has it: a name in the icon theme, or an absolute path.
     };
 
-    /// A symbol of ours by name; nullptr if there is none of that name.
+    /// One of Mirrolet's own symbols by name; nullptr if there is none of that name.
     static std::shared_ptr<NSImage> systemSymbol(std::string_view name,
                                                  std::string accessibilityDescription = {});
-    /// An application's icon, 32 by 32 points. One that is missing or cannot be read is drawn as a plain
-    /// application.
+    /// An application's icon, 32 by 32 points. An icon that is missing or cannot be read is drawn as that of
+    /// a plain application.
     static std::shared_ptr<NSImage> icon(std::string nameOrPath);
 
     /// A window's picture, shown at `size` points.
@@ -39,7 +39,7 @@ class NSImage {
     [[nodiscard]] const std::shared_ptr<const desktop::WindowImage>& windowImage() const {
         return content.window;
     }
-    /// Whether it is a shape that takes the colour of the text around it.
+    /// Whether the picture is a shape that takes the colour of the text around it.
     [[nodiscard]] bool isTemplate() const;
     [[nodiscard]] const Content& drawnContent() const { return content; }
 

@@ -53,7 +53,7 @@ void NSImageView::draw(NSRect /*dirtyRect*/) {
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QRectF rect = toQRect(imageRect());
-    // Pictures are stored downwards.
+    // The rows of a picture are stored downwards.
     painter.translate(0, rect.top() + rect.bottom());
     painter.scale(1, -1);
     const QSizeF pixels = rect.size() * painter.device()->devicePixelRatioF();

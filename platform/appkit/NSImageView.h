@@ -15,7 +15,7 @@ class NSImageView : public NSView {
     using NSView::NSView;
 
     [[nodiscard]] const std::shared_ptr<const NSImage>& image() const { return shown; }
-    /// Where the image is a window's picture, the server draws it; the same picture again draws nothing.
+    /// A window's picture is drawn by the server. Setting the same picture again draws nothing.
     void setImage(std::shared_ptr<const NSImage> image);
 
     NSImageScaling imageScaling = NSImageScaling::none;

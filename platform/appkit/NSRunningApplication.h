@@ -6,10 +6,10 @@
 
 namespace mirrolet::platform {
 
-/// A running application, as it was when it was asked for. A plain value. Any thread.
+/// A running application at the moment of the call. A plain value. Any thread.
 class NSRunningApplication {
   public:
-    /// None if no application of this number runs.
+    /// None if no application with this number runs.
     static std::optional<NSRunningApplication> withProcessIdentifier(std::int32_t processIdentifier);
 
     NSRunningApplication(std::int32_t processIdentifier, std::optional<std::string> bundleIdentifier,

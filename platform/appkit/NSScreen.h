@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-/// A screen at the moment it was asked for, in screen coordinates (y upwards from the main screen's
+/// A screen at the moment of the call, in screen coordinates (y upwards from the main screen's
 /// bottom-left).
 struct NSScreen {
     NSRect frame;

@@ -12,8 +12,8 @@ constexpr double NSSquareStatusItemLength = -2;
 class NSStatusBar {
   public:
     static NSStatusBar& system();
-    /// An item that is shown until it is destroyed. The length is the desktop's to choose; square is what it
-    /// gives.
+    /// An item that is shown until it is destroyed. The length has no effect: on this desktop all icons are
+    /// square.
     [[nodiscard]] std::shared_ptr<NSStatusItem> statusItem(double withLength);
 };
 

@@ -14,8 +14,8 @@ inline constexpr unsigned activeAlways = 0x80;
 inline constexpr unsigned inVisibleRect = 0x200;
 } // namespace NSTrackingAreaOptions
 
-/// A part of a view that tells its owner when the pointer comes and goes. With `inVisibleRect` it is all of
-/// the view.
+/// A part of a view whose owner is told when the pointer comes and goes. With `inVisibleRect` the area is all
+/// of the view.
 struct NSTrackingArea {
     NSRect rect; ///< In the view's coordinates.
     unsigned options = 0;

@@ -59,11 +59,10 @@ void NSView::setAlphaValue(double value) {
 
 void NSView::animateAlphaValue(double target) {
     if (!animation)
-        animation =
-            std::make_unique<AlphaAnimation>([this](double value) { // Owned by this view: ends with it.
-                alpha = value;
-                setNeedsDisplay();
-            });
+        animation = std::make_unique<AlphaAnimation>([this](double value) { // This view owns the animation.
+            alpha = value;
+            setNeedsDisplay();
+        });
     animation->run(alpha, target, NSAnimationContext::currentDuration());
 }
 

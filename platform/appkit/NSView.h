@@ -36,7 +36,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     [[nodiscard]] NSRect frame() const { return frameRect; }
     void setFrame(NSRect frame);
     [[nodiscard]] NSRect bounds() const { return {{0, 0}, frameRect.size}; }
-    /// The size the view would like; none for no wish.
+    /// The size that the view asks for, if any.
     [[nodiscard]] virtual std::optional<NSSize> intrinsicContentSize() const { return std::nullopt; }
 
     /// A rectangle of this view's coordinates in those of its window (y upwards from the bottom-left corner).
@@ -51,11 +51,10 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     [[nodiscard]] double alphaValue() const { return alpha; }
     void setAlphaValue(double value);
-    /// Moves the alpha to a value over the duration of the animation group that runs now; a new call
-    /// retargets it.
+    /// Moves the alpha to a value over the duration of the animation group that runs now. A new call changes
+    /// the target.
     void animateAlphaValue(double target);
 
-    /// Layer properties; setting wantsLayer has no cost of its own.
     [[nodiscard]] const CALayer& layer() const { return properties; }
     void setLayer(CALayer layer);
 
@@ -73,7 +72,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     virtual bool resignFirstResponder() { return true; }
     [[nodiscard]] virtual bool isFirstResponder() const;
 
-    /// Called when the view's size or place changes: add the cursor rectangles again.
+    /// Called when the view's size or place changes; adds the cursor rectangles again.
     virtual void resetCursorRects();
     void addCursorRect(NSRect rect, NSCursor cursor);
     /// The cursor of the first rectangle around a point of this view's coordinates; arrow outside of them.
@@ -96,8 +95,8 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     void addConstraint(const NSLayoutConstraint& constraint) override;
 
-    /// Present content of the view, as assistive software reads it; empty for none. It and the tool tip are
-    /// read again after setNeedsDisplay().
+    /// Present content of the view for assistive software; empty for none. It and the tool tip are read again
+    /// after setNeedsDisplay().
     std::string accessibilityValue;
     std::string toolTip;
 

@@ -89,7 +89,7 @@ void NSViewWidget::leaveEvent(QEvent* /*event*/) {
 }
 
 void NSViewWidget::keyPressEvent(QKeyEvent* event) {
-    // Space and Return on a control that has the focus are a click on its middle. A held key is one click.
+    // Space and Return on a focused control count as a click on its middle. A held key is one click.
     const bool press = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
     if (!press || event->modifiers() != Qt::NoModifier || event->isAutoRepeat()) {
         QWidget::keyPressEvent(event);

@@ -27,7 +27,7 @@ bool NSWorkspace::open(const URL& link) const {
     const QUrl url(QString::fromStdString(link.absoluteString()));
     if (!url.isValid() || url.scheme().isEmpty())
         return false;
-    // Asked first, as the opener itself says yes to everything and complains later, in a window of its own.
+    // Asked first, because the opener itself accepts every link and complains later, in a window of its own.
     const GLibPointer<GAppInfo> opener(
         g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
     return opener && QDesktopServices::openUrl(url);

@@ -15,14 +15,14 @@ class NSWorkspace {
   public:
     static NSWorkspace& shared();
 
-    /// The application that has the keyboard, this program's panels aside. Any thread.
+    /// The application that has the focus, this program's panels aside. Any thread.
     [[nodiscard]] std::optional<NSRunningApplication> frontmostApplication() const;
 
-    /// Opens a link with what the desktop has for it. False, and at once, if nothing takes such links; what
-    /// comes of it otherwise is the opener's business. Main thread.
+    /// Opens a link with the application that the desktop has for such links. False, and at once, if there is
+    /// none. Later failures are the opener's to report. Main thread.
     bool open(const URL& link) const;
-    /// The icon of an application of one of the application folders; the plain one for anything else. Any
-    /// thread.
+    /// The icon of an application in one of the application folders. Anything else gets the icon of a plain
+    /// application. Any thread.
     [[nodiscard]] std::shared_ptr<NSImage> iconForFile(const std::string& path) const;
 
   private:

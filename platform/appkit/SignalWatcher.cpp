@@ -13,7 +13,7 @@ namespace mirrolet::platform {
 namespace {
 
 constexpr std::array endingSignals = {SIGTERM, SIGINT, SIGHUP};
-int writeEnd = -1; ///< Set before the handlers are, as a signal handler may use nothing else.
+int writeEnd = -1; ///< Set before the handlers, because a signal handler may use nothing else.
 
 void noteSignal(int /*number*/) {
     const int saved = errno;

@@ -9,10 +9,9 @@
 
 namespace mirrolet::platform {
 
-/// One running program for each user and display. The claim is an address in the kernel that goes with the
-/// process, however that ends: there is no stale lock, and no session bus is needed. Where there is a bus,
-/// the program can be reached there too, by the name "app.mirrolet.Mirrolet", as desktops start and activate
-/// applications.
+/// Makes sure that one program runs for each user and display. The claim is an address in the kernel that
+/// goes with the process, however the process ends: no lock is left behind, and no session bus is needed.
+/// Where there is a bus, desktops reach the program there too, by the name "app.mirrolet.Mirrolet".
 class SingleInstance {
   public:
     using Start = InstanceSocket::Claim;
@@ -22,11 +21,12 @@ class SingleInstance {
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Once. The display as DISPLAY has it; its screen does not matter. Does not wait longer than `patience`.
+    /// Called once, with the display as DISPLAY has it; the screen in it does not matter. Waits for an answer
+    /// no longer than `patience`.
     Start claim(const std::string& display,
                 std::chrono::milliseconds patience = std::chrono::milliseconds(1500));
-    /// What later starts bring about: called on the main thread, also for those that came since the claim.
-    /// With the application object there; once.
+    /// Set once, when the application object exists. Called on the main thread for each later start of the
+    /// program, also for those since the claim.
     void setOnActivate(std::function<void()> activate);
 
   private:

@@ -15,7 +15,7 @@ constexpr auto watcherPath = "/StatusNotifierWatcher";
 
 } // namespace
 
-// Used on the bus's thread only, but for `changed`, which the main thread uses.
+// Used on the bus's thread, except `changed`, which the main thread uses.
 struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
     std::function<void(bool)> changed; ///< Empty once the owner is gone.
     GDBusConnection* connection = nullptr;
@@ -27,7 +27,7 @@ struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
     void ask();
     void report(bool present);
 
-    // What GLib holds as user data is a weak pointer of its own: answers may come after the owner has gone.
+    // GLib's user data is a weak pointer on the heap, because answers may come after the owner has gone.
     using Weak = std::weak_ptr<Watch>;
     static gpointer hold(const std::shared_ptr<Watch>& watch) { return new Weak(watch); }
     static void drop(gpointer data) { delete static_cast<Weak*>(data); }
@@ -60,7 +60,7 @@ void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
                 self->report(false);
         },
         hold(shared_from_this()), drop);
-    // Any signal of the registry: hosts come and go, and not every registry tells both.
+    // Any signal of the registry, because not every registry tells both that a host came and that one went.
     signalWatch = g_dbus_connection_signal_subscribe(
         bus, watcherName, watcherName, nullptr, watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, gpointer data) {
@@ -78,7 +78,7 @@ void StatusNotifierHosts::Watch::end() {
 }
 
 void StatusNotifierHosts::Watch::ask() {
-    // No time limit: a registry that hangs is neither a yes nor a no, and if it dies the bus says so.
+    // No time limit, because a registry that hangs is neither a yes nor a no, and the bus tells when it dies.
     g_dbus_connection_call(connection, watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
                            g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"),
                            G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr,

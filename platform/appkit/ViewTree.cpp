@@ -60,7 +60,7 @@ void ViewTree::mousePressed(QPointF position, QPointF onScreen) {
     auto* hit = rootView->hitTest(toWindow(position));
     if (!hit)
         return;
-    const auto held = hit->shared_from_this(); // The view may go with what its handler does.
+    const auto held = hit->shared_from_this(); // The handler may remove the view.
     pressedView = held;
     NSEvent::noteMouseLocation(onScreen);
     held->mouseDown(mouseEvent(NSEventType::leftMouseDown, position));

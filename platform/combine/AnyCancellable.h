@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform {
 
-/// A subscription: cancelled when it is destroyed or replaced. Moves, does not copy.
+/// A subscription, which is cancelled when this object is destroyed or replaced. Moves, does not copy.
 class AnyCancellable {
   public:
     AnyCancellable() = default;

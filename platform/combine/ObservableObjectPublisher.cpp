@@ -11,14 +11,14 @@ namespace mirrolet::platform {
 struct ObservableObjectPublisher::State {
     using Receiver = std::shared_ptr<const std::function<void()>>;
 
-    std::map<std::uint64_t, Receiver> subscribers; ///< By number, thus in the order they subscribed.
+    std::map<std::uint64_t, Receiver> subscribers; ///< By number, which is the order of subscription.
     std::uint64_t lastNumber = 0;
 };
 
 ObservableObjectPublisher::ObservableObjectPublisher() : state(std::make_shared<State>()) {}
 
 void ObservableObjectPublisher::send() {
-    // A subscriber may cancel, subscribe, or let this publisher go: everything is looked up anew by its
+    // A subscriber may cancel, subscribe, or destroy this publisher, so each one is looked up anew by its
     // number.
     const auto kept = state;
     std::vector<std::uint64_t> numbers;
@@ -43,7 +43,7 @@ AnyCancellable ObservableObjectPublisher::sink(std::function<void()> receive) {
 }
 
 AnyCancellable ObservableObjectPublisher::sinkOn(DispatchQueue& queue, std::function<void()> receive) {
-    // What was posted before the cancellation must not run after it.
+    // A call that was posted before the cancellation must not run after it.
     auto shared = std::make_shared<const std::function<void()>>(std::move(receive));
     std::weak_ptr<const std::function<void()>> weak = shared;
     return sink([&queue, shared = std::move(shared), weak = std::move(weak)] {

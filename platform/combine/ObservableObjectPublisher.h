@@ -20,7 +20,8 @@ class ObservableObjectPublisher {
     void send();
     /// Calls `receive` at once for each announcement, until the result is destroyed or cancelled.
     [[nodiscard]] AnyCancellable sink(std::function<void()> receive);
-    /// The same, but each call is posted to the queue: it runs on a later turn and sees the change made.
+    /// The same, but each call is posted to the queue, runs on a later turn and sees the object after the
+    /// change.
     [[nodiscard]] AnyCancellable sinkOn(DispatchQueue& queue, std::function<void()> receive);
 
   private:

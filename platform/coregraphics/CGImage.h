@@ -12,8 +12,8 @@ namespace desktop {
 class WindowImage;
 }
 
-/// A window's picture. Its pixels stay with the window server; it is the same object as long as the window
-/// does not change. Any thread.
+/// A window's picture. The pixels stay with the window server. As long as the window does not change, its
+/// picture is the same object. Any thread.
 using CGImage = desktop::WindowImage;
 using CGImageRef = std::shared_ptr<const CGImage>;
 
@@ -27,9 +27,9 @@ inline constexpr std::uint32_t kCGWindowImageBestResolution = 8;
 /// The bounds of the window itself.
 inline constexpr CGRect CGRectNull{};
 
-/// The picture of one window, alone, without its shadow, at full pixel resolution: the one combination of
-/// options there is a use for. nullptr once the window is gone or with any other combination. A capture that
-/// fails for another reason is logged. Any thread.
+/// The picture of one window, alone, without its shadow, at full pixel resolution. Other options are not
+/// offered. nullptr once the window is gone, and for any other options. A capture that fails for another
+/// reason is logged. Any thread.
 CGImageRef CGWindowListCreateImage(CGRect screenBounds, std::uint32_t listOption, CGWindowID window,
                                    std::uint32_t imageOption);
 

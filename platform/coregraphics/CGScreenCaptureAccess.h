@@ -2,10 +2,10 @@
 
 namespace mirrolet::platform {
 
-/// Whether this program may read the windows of others. On a desktop without a permission to grant, this is
-/// whether its server can do it. Any thread.
+/// Whether this program may read the windows of others. On a desktop that asks for no permission, whether its
+/// server can do it. Any thread.
 bool CGPreflightScreenCaptureAccess();
-/// The same, after asking the user where there is somebody to ask: here there never is.
+/// The same. This desktop has nothing to ask the user.
 bool CGRequestScreenCaptureAccess();
 
 } // namespace mirrolet::platform

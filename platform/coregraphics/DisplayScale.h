@@ -4,8 +4,8 @@
 
 namespace mirrolet::platform {
 
-/// Device pixels per point, one for the whole process: the one place where the two meet. The application
-/// object sets it at start; until then it is 1. Any thread.
+/// Device pixels per point, one value for the whole process. The application object sets it at start; until
+/// then it is 1. Any thread.
 class DisplayScale {
   public:
     [[nodiscard]] static double current() { return value.load(std::memory_order_relaxed); }

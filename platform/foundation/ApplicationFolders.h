@@ -9,7 +9,7 @@
 
 namespace mirrolet::platform {
 
-/// Where applications are, under the names that the system asks for them: each is a flat folder of `ID.app`,
+/// Where applications are, under the names that the application rooms use: each is a flat folder of `ID.app`,
 /// one for each file ID of the desktop entries that belong there. Which real folder belongs where:
 /// - "/Applications": those of XDG_DATA_DIRS but the system's own;
 /// - "/System/Applications": the one of /usr/share; its "Utilities" is empty;

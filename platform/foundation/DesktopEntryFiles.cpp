@@ -17,7 +17,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-// Far above what is found in practice, and low enough that a folder gone wild does not delay anyone for long.
+// Far above what is found in practice, and low enough that a runaway folder does not delay anyone for long.
 constexpr std::size_t mostEntries = 20000;
 constexpr std::size_t mostBytesOfEntry = 1 << 20;
 constexpr int deepestFolder = 8;
@@ -64,7 +64,7 @@ class Walk {
                entered.emplace(status.st_dev, status.st_ino).second;
     }
 
-    /// Sorted, so that which of two alike is taken does not depend on the file system.
+    /// Sorted, so that the choice between two alike entries does not depend on the file system.
     static std::vector<std::filesystem::directory_entry> itemsIn(const std::string& folder) {
         std::vector<std::filesystem::directory_entry> items;
         std::error_code error;
@@ -121,7 +121,7 @@ std::optional<std::string> pathBelow(const std::string& folder, const std::strin
 std::vector<std::string> userApplicationFolders() {
     const std::string own = environment("XDG_DATA_HOME");
     const std::string system = environment("XDG_DATA_DIRS");
-    // Relative paths are to be ignored.
+    // Relative paths have to be ignored.
     std::string list = (own.starts_with('/') ? own : std::string(g_get_home_dir()) + "/.local/share") + ':' +
                        (system.empty() ? "/usr/local/share:/usr/share" : system) + ':';
     std::vector<std::string> folders;

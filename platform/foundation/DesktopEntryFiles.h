@@ -12,17 +12,17 @@ namespace mirrolet::platform {
 struct DesktopEntryFile {
     std::string id;   ///< File ID without ".desktop": the path below the root, its slashes as dashes.
     std::string path; ///< Of the file.
-    std::size_t root; ///< Index of the folder that it was found below.
+    std::size_t root; ///< Index of the folder below which the file was found.
 };
 
 /// The `applications` folders of this user in order of precedence, as the environment has them now:
 /// XDG_DATA_HOME, then XDG_DATA_DIRS.
 std::vector<std::string> userApplicationFolders();
 
-/// What is called an entry below the folders, at any depth. Of two with the same file ID the one below the
-/// earlier folder counts, whatever it says. Sorted within a folder. Symbolic links that make a folder its own
-/// child, and folders gone wild, end in bounded time. `entering` is called with every folder before it is
-/// read, also with those that are not there.
+/// All files with the name of an entry below the folders, at any depth, sorted within a folder. Of two with
+/// the same file ID the one below the earlier folder counts, whatever its content. The time is bounded, also
+/// with symbolic links that make a folder its own child. `entering` is called with every folder before the
+/// folder is read, also with folders that do not exist.
 std::vector<DesktopEntryFile>
 desktopEntryFiles(const std::vector<std::string>& folders,
                   const std::function<void(const std::string& folder)>& entering = nullptr);
@@ -34,7 +34,7 @@ std::optional<std::string> readDesktopEntry(const std::string& path);
 /// The file ID of an entry by its path, in an `applications` folder or any other.
 std::string desktopEntryId(const std::string& path);
 
-/// The file of one ID, which is what desktopEntryFiles() gives for it. None if there is none.
+/// The file that desktopEntryFiles() gives for one ID. None if there is none.
 std::optional<DesktopEntryFile> desktopEntryFile(const std::vector<std::string>& folders,
                                                  const std::string& id);
 

@@ -7,15 +7,15 @@
 
 namespace mirrolet::platform {
 
-/// The folders of the machine, as far as the system looks into them. Any thread.
+/// The folders of the machine, as far as Mirrolet looks into them. Any thread.
 class FileManager {
   public:
     static FileManager& standard();
 
-    /// The home folder, by HOME, else as the account has it.
+    /// The home folder that HOME names, else the account's.
     [[nodiscard]] URL homeDirectoryForCurrentUser() const;
-    /// What an application folder holds (see ApplicationFolders), hidden files left out. None for any other
-    /// folder, and for one that cannot be read.
+    /// The content of an application folder (see ApplicationFolders) without hidden files. None for any other
+    /// folder, and for a folder that cannot be read.
     [[nodiscard]] std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder) const;
 };
 

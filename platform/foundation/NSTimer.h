@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// A one-shot timer on the main run loop. Main thread only. Keeps running when its last owner lets it go, as
-/// the run loop holds it; invalidate() stops it.
+/// A one-shot timer on the main run loop. The run loop owns the timer too, so it keeps running when its last
+/// owner lets it go; invalidate() stops it. Main thread only.
 class NSTimer {
   public:
     static std::shared_ptr<NSTimer> scheduledTimer(double seconds, std::function<void()> block);

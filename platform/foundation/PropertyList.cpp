@@ -12,7 +12,8 @@ std::optional<std::int64_t> wholeNumber(const PropertyList::Storage& value) {
     if (const auto* integer = std::get_if<std::int64_t>(&value))
         return *integer;
     const auto* real = std::get_if<double>(&value);
-    constexpr double limit = 9.0e18; // Inside the range, so that the cast is defined; also false for NaN.
+    constexpr double limit =
+        9.0e18; // Inside the range, so that the cast is defined. The comparison is false for NaN.
     if (!real || !(std::abs(*real) <= limit) || std::trunc(*real) != *real)
         return std::nullopt;
     return static_cast<std::int64_t>(*real);

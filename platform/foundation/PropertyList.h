@@ -10,8 +10,8 @@
 
 namespace mirrolet::platform {
 
-/// One typed value: what window-list entries, user defaults and bundle information are made of. A plain
-/// value, copied freely between threads.
+/// One typed value. Window-list entries, user defaults and bundle information are made of such values. Copied
+/// freely between threads.
 class PropertyList {
   public:
     using Array = std::vector<PropertyList>;
@@ -30,7 +30,7 @@ class PropertyList {
 
     [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(value); }
 
-    // Conversions. Strict, and in this one place: each gives no value where the stored one does not fit.
+    // All conversions are here. They are strict: each gives no value where the stored value does not fit.
     /// A boolean, or a number that is exactly 0 or 1.
     [[nodiscard]] std::optional<bool> asBool() const;
     /// A whole number in range; never from a string or a boolean.

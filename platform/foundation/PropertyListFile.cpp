@@ -19,7 +19,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr off_t largestFile = off_t{4} * 1024 * 1024; // Bytes. Our own files are a thousandth of it.
+// In bytes. The files that the program writes are a thousandth of that.
+constexpr off_t largestFile = off_t{4} * 1024 * 1024;
 
 QString text(const std::string& utf8) {
     return QString::fromStdString(utf8);
@@ -70,7 +71,7 @@ PropertyList::Array fromJson(const QJsonArray& array) {
 }
 
 PropertyList numberFromJson(const QJsonValue& json) {
-    // A variant tells integers and doubles apart; the value itself calls both a double.
+    // A variant tells integers and doubles apart; the JSON value itself calls both a double.
     const auto variant = json.toVariant();
     if (variant.typeId() == QMetaType::LongLong)
         return std::int64_t{variant.toLongLong()};
@@ -96,7 +97,7 @@ PropertyList fromJson(const QJsonValue& json) {
 
 class FileDescriptor {
   public:
-    // Not to wait for a writer if the path is a FIFO, and not to become a terminal's foreground process.
+    // The flags keep open() from waiting for a writer of a FIFO, and from taking a terminal over.
     explicit FileDescriptor(const std::string& path)
         : number(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
     FileDescriptor(const FileDescriptor&) = delete;
@@ -112,7 +113,7 @@ PropertyListFile::Content broken(std::string problem) {
     return {.values = {}, .problem = std::move(problem)};
 }
 
-/// The whole file; none if reading fails or it grows meanwhile.
+/// The whole file; none if reading fails or the file grows meanwhile.
 std::optional<std::string> readAll(int file) {
     std::string bytes(static_cast<std::size_t>(largestFile) + 1, '\0');
     std::size_t length = 0;
@@ -162,7 +163,7 @@ std::string PropertyListFile::write(const std::string& path, const PropertyList:
     const auto bytes = QJsonDocument(toJson(values)).toJson();
     QDir().mkpath(QFileInfo(text(path)).absolutePath());
     QSaveFile file(text(path));
-    // Without the flush, commit() would not see that the disk is full, and put an empty file in place.
+    // Without the flush, commit() would not notice a full disk and put an empty file in place.
     const bool written = file.open(QIODevice::WriteOnly) &&
                          file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
                          file.write(bytes) == bytes.size() && file.flush() && file.commit();

@@ -8,22 +8,22 @@
 
 namespace mirrolet::platform {
 
-/// A dictionary in a JSON file. Integers, doubles, booleans and strings come back as what they were, but a
+/// A dictionary in a JSON file. Integers, doubles, booleans and strings come back with their types, but a
 /// whole double may come back as an integer.
 class PropertyListFile {
   public:
     struct Content {
         PropertyList::Dictionary values; ///< Empty where there is no file.
-        std::string problem; ///< Why the file could not be read; empty if it could, or is not there.
+        std::string problem; ///< Why the file could not be read; empty if it could be, or does not exist.
     };
 
-    /// Never waits, whatever lies under the path: what is no regular file, or larger than any file of ours,
-    /// counts as broken.
+    /// Never waits, whatever lies under the path. Anything but a regular file, and a file that is far larger
+    /// than the program writes, counts as broken.
     [[nodiscard]] static Content read(const std::string& path);
-    /// The dictionary that a file's bytes hold; none if they hold none.
+    /// The dictionary in a file's bytes, if there is one.
     [[nodiscard]] static std::optional<PropertyList::Dictionary> parse(std::string_view bytes);
-    /// Replaces the file as a whole or leaves it as it is; makes its folder. Only the user may read it.
-    /// Returns why it failed, empty if it did not.
+    /// Replaces the file as a whole or leaves the file as it is; makes the folder. Only the user may read the
+    /// file. Returns why writing failed, empty after success.
     [[nodiscard]] static std::string write(const std::string& path, const PropertyList::Dictionary& values);
 };
 

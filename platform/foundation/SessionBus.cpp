@@ -34,10 +34,10 @@ Connection opened(GAsyncResult* result) {
 
 } // namespace
 
-// Used on the bus's thread only, but for what the lock guards.
+// Used on the bus's thread, except the members that the mutex guards.
 struct SessionBus::State {
     GMainContext* context = g_main_context_new();
-    const char* address = nullptr; ///< None: there is no bus.
+    const char* address = nullptr; ///< nullptr if there is no bus.
     Connection connection;
     std::vector<Task> followers;
     guint pause = firstPause;
@@ -59,7 +59,7 @@ struct SessionBus::State {
     static State* from(gpointer data) { return static_cast<State*>(data); }
 };
 
-/// What is handed over goes through a lock of ours: sanitizers see none of GLib's.
+/// Tasks are handed over under a mutex of this class, because sanitizers do not see GLib's.
 void SessionBus::State::post(std::function<void()> task) {
     {
         const std::lock_guard guard(lock);
@@ -95,7 +95,7 @@ void SessionBus::State::beginAt(const char* place) {
         begin(nullptr);
 }
 
-/// The first answer counts: a bus that answers after it was given up is not used.
+/// Only the first answer counts. A bus that answers after it was given up is not used.
 void SessionBus::State::begin(Connection first) {
     {
         const std::lock_guard guard(lock);
@@ -143,7 +143,7 @@ void SessionBus::State::connectedAgain(GObject*, GAsyncResult* result, gpointer 
 }
 
 SessionBus& SessionBus::shared() {
-    static auto* bus = new SessionBus; // Never destroyed: its thread may be at work when statics end.
+    static auto* bus = new SessionBus; // Never destroyed, because its thread may be at work when statics end.
     return *bus;
 }
 
@@ -153,7 +153,7 @@ SessionBus::SessionBus() : state(new State) {
         g_main_context_push_thread_default(state->context);
         g_main_loop_run(g_main_loop_new(state->context, FALSE));
     }).detach();
-    // Where no address is set this may start a program and wait for it.
+    // Where no address is set, this call may start a program and wait for it.
     std::thread([state = state] {
         const char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
         state->post([state, address] { state->beginAt(address); });
@@ -172,7 +172,7 @@ void SessionBus::run(std::function<void()> task) {
     state->post(std::move(task));
 }
 
-void SessionBus::shieldToolkit() {
+void SessionBus::shieldQt() {
     constexpr std::chrono::milliseconds patience{400};
     {
         std::unique_lock guard(state->lock);
@@ -180,9 +180,9 @@ void SessionBus::shieldToolkit() {
             return;
     }
     NSLog("Mirrolet: the session bus does not answer; going on without it");
-    // One that answers later would find the toolkit without it: nothing here uses it then.
+    // Qt goes on without the bus, so nothing else here uses the bus either if it answers later.
     state->post([state = state] { state->begin(nullptr); });
-    // An address where nobody listens: no address at all would make the toolkit start a bus.
+    // Nobody listens at this address. Without any address Qt would start a bus.
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);
 }
 

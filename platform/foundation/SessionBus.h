@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// The session bus, on a thread of its own: nothing that others do or leave undone on the bus, nor a bus that
-/// hangs, ever holds the program up. One per process, started on first use and never ended.
+/// The session bus, on a thread of its own, so that neither the bus nor a program on it can hold this program
+/// up. One per process, started on first use and never ended.
 class SessionBus {
   public:
     using Task = std::function<void(GDBusConnection* connection)>;
@@ -16,22 +16,22 @@ class SessionBus {
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
 
-    /// Runs the task on the bus's thread, whose own GLib context is the default one there: once the bus is
-    /// connected, or with nullptr once it is known that there is none, which one that refuses the first time
-    /// or is given up counts as. Then once more with each later connection: one that is lost is made anew as
-    /// soon as the bus is back at its place, and can still be used when the task is called with the new one.
-    /// For the rest of the process. Any thread.
+    /// Runs the task on the bus's thread, whose thread-default GLib context is the bus's: as soon as there is
+    /// a connection, or with nullptr once it is known that there is no bus. A bus that refuses the first
+    /// connection, or is given up, counts as no bus. A lost connection is made anew as soon as the bus is
+    /// back, and the task runs again with each new one; the connection before can still be used during that
+    /// call. The task is kept for the rest of the process. Any thread.
     void follow(Task task);
-    /// On the bus's thread, after what was passed here before. Any thread.
+    /// Runs the task on the bus's thread, after the tasks passed before. Any thread.
     void run(std::function<void()> task);
-    /// The toolkit waits for the bus on the main thread. If the bus hangs, says so in one line and goes on,
-    /// toolkit and all, as if there were none. Before the application object is made.
-    void shieldToolkit();
+    /// Keeps Qt from waiting for a bus that hangs: logs one line then, and lets Qt and the program go on as
+    /// if there were no bus. Called before the application object is made.
+    void shieldQt();
 
   private:
     struct State;
     SessionBus();
-    State* state; ///< Lives as long as the process: its thread does.
+    State* state; ///< Lives as long as the process, because its thread does.
 };
 
 } // namespace mirrolet::platform

@@ -16,8 +16,8 @@ class URL {
     /// The path of a file; of a link, nothing.
     [[nodiscard]] std::string path() const { return file ? text : std::string(); }
     [[nodiscard]] std::string lastPathComponent() const;
-    /// What follows the last dot of the last component, as it is written; empty if there is none, or only the
-    /// one that makes a file hidden.
+    /// The letters after the last dot of the last component, as they are written; empty without a dot, and
+    /// for the dot that makes a file hidden.
     [[nodiscard]] std::string pathExtension() const;
     [[nodiscard]] URL deletingPathExtension() const;
     [[nodiscard]] URL deletingLastPathComponent() const;

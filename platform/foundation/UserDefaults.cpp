@@ -28,7 +28,7 @@ std::string timeStamp() {
     return {buffer, std::strftime(buffer, sizeof buffer, "%Y%m%d-%H%M%S", &local)};
 }
 
-/// Renames the file to a name that nothing has. Empty if that failed.
+/// Renames the file to an unused name and returns that; empty if that failed.
 std::string setAside(const std::string& path) {
     const auto stem = path + ".broken-" + timeStamp();
     for (int attempt = 1; attempt <= 100; ++attempt) {
@@ -83,11 +83,11 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 
     mutable std::mutex mutex;
     PropertyList::Dictionary values;
-    std::unique_ptr<DispatchQueue>
-        queue; ///< Made by the first change: a program that only reads needs no thread.
+    /// Made by the first change, because a program that only reads needs no thread.
+    std::unique_ptr<DispatchQueue> queue;
 
   private:
-    // With the lock held.
+    // Called with the mutex held.
     void scheduleWrite() {
         if (!queue)
             queue = std::make_unique<DispatchQueue>("app.mirrolet.Mirrolet.userDefaults");
@@ -100,7 +100,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
             });
     }
 
-    // A failure is said once; each later change tries again, silently.
+    // A failure is logged once. Each later change tries again, silently.
     void report(const std::string& problem) {
         if (problem.empty()) {
             failing = false;
@@ -124,8 +124,8 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 };
 
 UserDefaults& UserDefaults::standard() {
-    // Never destroyed: other objects that live as long as the process write to it. The program flushes it at
-    // exit.
+    // Never destroyed, because other objects that live as long as the process write to the defaults. The
+    // program flushes them at exit.
     static auto& defaults = *new UserDefaults(userConfigFolder() + "/mirrolet/defaults.json");
     return defaults;
 }

@@ -29,7 +29,7 @@ AlertPresenter::AlertPresenter(QWidget& widget, std::string title, Message messa
 void AlertPresenter::update() {
     const auto text = message.get();
     if (dialog) {
-        // Another message takes the place of the one that is up.
+        // A new message takes the place of the one that is shown.
         dialog->disconnect(this);
         dialog->close();
     }
@@ -47,7 +47,7 @@ void AlertPresenter::present(const std::string& text) {
     QWidget* content = alertContent(title, text, [shown = dialog] { shown->close(); }).build({});
     layout->addWidget(content);
     dialog->setFixedSize(alertWidth, layout->heightForWidth(alertWidth));
-    // Escape, the window's close button and "OK" are the same: there is nothing to choose.
+    // Escape, the window's close button and "OK" do the same, because there is nothing to choose.
     connect(dialog, &QDialog::finished, this, [this] { message.set(std::nullopt); });
     dialog->open();
 }

@@ -13,7 +13,7 @@ struct EmptyView {};
 /// The scene of an application that opens no window at launch; its content is shown only on demand.
 template <class Content> struct Settings { Content content; };
 
-/// Makes the application's one delegate and keeps it for the life of the application.
+/// Makes the one delegate of the application and keeps it as long as the application lives.
 template <class Delegate> class NSApplicationDelegateAdaptor {
   public:
     NSApplicationDelegateAdaptor() : delegate(Delegate::make()) {
@@ -24,8 +24,8 @@ template <class Delegate> class NSApplicationDelegateAdaptor {
     std::shared_ptr<Delegate> delegate;
 };
 
-/// Runs an application object until it terminates; returns the exit status. The toolkit and the desktop stand
-/// already.
+/// Runs an application object until it terminates; returns the exit status. The NSApplication and the desktop
+/// exist already.
 template <class App> int runApplication() {
     const App app;
     (void)app

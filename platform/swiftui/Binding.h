@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Calls the given closure after each change of what is observed, until the result is cancelled.
+/// Observes something: calls the given closure after each change, until the result is cancelled.
 using Observation = std::function<AnyCancellable(std::function<void()>)>;
 
 /// A two-way connection to a value that somebody else owns. Main thread only.

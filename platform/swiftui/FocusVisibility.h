@@ -5,20 +5,20 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Whether a focused control shows its ring: only when the keyboard brought the focus, as a click says where
-/// it went.
+/// Decides whether a focused control shows its ring: only if a key brought the focus there, because after a
+/// click the user knows where the focus is.
 class FocusVisibility {
   public:
     void focusIn(const QFocusEvent& event) {
         const auto reason = event.reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
-            byKeyboard = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-                         reason == Qt::ShortcutFocusReason || reason == Qt::OtherFocusReason;
+            byKey = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                    reason == Qt::ShortcutFocusReason || reason == Qt::OtherFocusReason;
     }
-    [[nodiscard]] bool shows(const QWidget& widget) const { return byKeyboard && widget.hasFocus(); }
+    [[nodiscard]] bool shows(const QWidget& widget) const { return byKey && widget.hasFocus(); }
 
   private:
-    bool byKeyboard = false;
+    bool byKey = false;
 };
 
 } // namespace mirrolet::platform::swiftui

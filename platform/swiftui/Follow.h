@@ -20,7 +20,7 @@ inline void whenChanged(QWidget& widget, const Observation& changes, const std::
     QObject::connect(&widget, &QObject::destroyed, [subscription] { subscription->cancel(); });
 }
 
-/// The same, and once now.
+/// As whenChanged(), and once now.
 inline void follow(QWidget& widget, const Observation& changes, const std::function<void()>& update) {
     update();
     whenChanged(widget, changes, update);

@@ -13,8 +13,8 @@ class NSImage;
 
 namespace mirrolet::platform::swiftui {
 
-/// A scrolled list of check boxes, each with a picture and a label. Only the rows on screen cost anything, so
-/// that it may hold thousands.
+/// A scrolled list of check boxes, each with a picture and a label. Only the rows on screen cost
+/// anything, so a list may hold thousands.
 class List : public Modifiable<List> {
   public:
     struct Row {

@@ -16,8 +16,8 @@ class NSImage;
 
 namespace mirrolet::platform::swiftui {
 
-/// Draws the rows of a List and toggles them. A picture may take milliseconds to read: rows are drawn without
-/// it at first, and pictures come in one at a time, between events.
+/// Draws the rows of a List and toggles them. Reading a picture may take milliseconds, so rows are drawn
+/// without pictures at first, and one picture at a time is read between events.
 class ListDelegate : public QStyledItemDelegate {
   public:
     ListDelegate(QListView& view, int imageSide);

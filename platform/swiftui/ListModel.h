@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// The rows of a List as the toolkit's list view asks for them.
+/// The rows of a List as Qt's list view asks for them.
 class ListModel : public QAbstractListModel {
   public:
     ListModel(QObject* parent, List::Content content);

@@ -8,7 +8,7 @@ namespace mirrolet::platform::swiftui {
 
 ListWidget::ListWidget() {
     setFrameShape(QFrame::NoFrame);
-    setUniformItemSizes(true); // so that a thousand rows need not be measured
+    setUniformItemSizes(true); // So a thousand rows need not be measured.
     setSelectionMode(QAbstractItemView::NoSelection);
     setMouseTracking(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -24,7 +24,7 @@ void ListWidget::focusInEvent(QFocusEvent* event) {
     QListView::focusInEvent(event);
     if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() && model() &&
         model()->rowCount() > 0)
-        setCurrentIndex(model()->index(0, 0)); // the keyboard needs a row to start from
+        setCurrentIndex(model()->index(0, 0)); // The arrow keys need a row to start from.
 }
 
 } // namespace mirrolet::platform::swiftui

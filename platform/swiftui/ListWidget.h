@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// The list view under a List: part of its surroundings, without a frame or a background of its own.
+/// The list view of a List, without a frame or a background of its own.
 class ListWidget : public QListView {
   public:
     ListWidget();

@@ -9,10 +9,10 @@ void MaterialWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const Theme theme(*this);
-    // Where the corners are cut by shape, an edge pixel that is covered in part would mix with black.
+    // Where the corners are cut by shape, an edge pixel that the shape covers in part would mix with black.
     if (!desktop::Desktop::current().isComposited())
         painter.fillRect(rect(), mixed(theme.material, theme.dark ? Qt::white : Qt::black, 0.2));
-    // The fill is opaque: without blur behind it, text of other windows shining through would be noise.
+    // The fill is opaque, because without blur the text of other windows would shine through.
     painter.fillPath(continuousRectangle(rect(), radius), theme.material);
     painter.setPen(QPen(theme.hairline, 1));
     painter.drawPath(continuousRectangle(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5));

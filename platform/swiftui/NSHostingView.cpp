@@ -10,8 +10,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Gives the keyboard to the root itself when its window first shows, and not to the first control: a stray
-/// Space must not press a button that nobody chose. Tab goes on from there.
+/// Gives the focus to the root itself when its window first shows, and not to the first control, because a
+/// stray Space must not press a button that nobody chose. Tab goes on from there.
 class InitialFocus : public QObject {
   public:
     explicit InitialFocus(QWidget& root) : QObject(&root), root(root) { root.installEventFilter(this); }
@@ -34,7 +34,7 @@ struct NSHostingView::Root {
 
 NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_unique<Root>()) {
     QWidget* widget = rootView.build({});
-    new InitialFocus(*widget); // owned by the widget
+    new InitialFocus(*widget); // Owned by the widget.
     if (const auto* material = dynamic_cast<swiftui::MaterialWidget*>(widget)) {
         CALayer rounded = layer();
         rounded.cornerRadius = material->cornerRadius();
@@ -46,7 +46,7 @@ NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_uni
 NSHostingView::~NSHostingView() {
     if (!root->widget)
         return;
-    // The end of the view may come out of one of its own controls, which is still on the stack then.
+    // One of the view's own controls may have caused this, and is still on the stack then.
     root->widget->hide();
     root->widget->setParent(nullptr);
     root->widget->deleteLater();

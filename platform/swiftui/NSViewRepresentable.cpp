@@ -10,7 +10,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 
-/// Adds the focus ring and what assistive software reads.
+/// Adds the focus ring and the name for assistive software.
 class RepresentedWidget : public NSViewWidget {
   public:
     explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view), represented(view) {
@@ -53,8 +53,8 @@ class RepresentedWidget : public NSViewWidget {
     FocusVisibility focusVisibility;
 };
 
-/// To assistive software it is a button: something to press, with a name. The toolkit would call it a filler,
-/// which screen readers pass over.
+/// Tells assistive software that the widget is a button. Qt would call it a filler, which screen readers pass
+/// over.
 QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* object) {
     auto* widget = dynamic_cast<RepresentedWidget*>(object);
     return widget ? new QAccessibleWidget(widget, QAccessible::Button) : nullptr;

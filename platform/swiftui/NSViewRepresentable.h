@@ -8,14 +8,14 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// What a representable is built from, whatever its type.
+/// The parts of a representable, whatever its type.
 struct RepresentedView {
     std::shared_ptr<NSView> view;
     std::function<void(NSView&)> update;
     std::vector<Observation> changes;
 };
 
-/// Makes the widget that shows it and keeps it up to date.
+/// Makes the widget that shows the view and keeps it up to date.
 QWidget* representedWidget(const RepresentedView& represented);
 
 /// A view of the other kind among declarative views. The subclass has makeNSView(), updateNSView(NSView&) and

@@ -13,7 +13,7 @@ namespace mirrolet::platform::swiftui {
 
 enum class PickerStyle { menu, radioGroup };
 
-/// What a picker is built from, whatever the type of its values.
+/// The parts of a picker, whatever the type of its values.
 struct PickerContent {
     std::string label;
     PickerStyle style = PickerStyle::menu;
@@ -25,8 +25,8 @@ struct PickerContent {
 
 View pickerView(PickerContent content);
 
-/// One choice out of a few. A value that is not among them shows as no choice, and stays until the user makes
-/// one.
+/// One choice out of a few. A value that is not among the choices shows as no choice, and stays until the
+/// user chooses.
 template <class Value> class Picker : public Modifiable<Picker<Value>> {
   public:
     Picker(std::string label, Binding<Value> selection, std::vector<std::pair<std::string, Value>> choices)

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Something is going on, of unknown length: a turning wheel over its label.
+/// A turning wheel over its label, for work of unknown length.
 class ProgressView : public Modifiable<ProgressView> {
   public:
     explicit ProgressView(std::string label) : title(std::move(label)) {}

@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A value that a view owns. Copies of the view share it; it lives as long as one of them, or a widget built
-/// from one, does. Observers hear of a change at once, after it. Main thread only.
+/// A value that a view owns. Copies of the view share the value, which lives as long as one of them, or a
+/// widget that was built from one. Observers are told right after each change. Main thread only.
 template <class Value> class State {
     struct Cell {
         Value value;
@@ -17,7 +17,7 @@ template <class Value> class State {
     };
 
   public:
-    /// The same value, without keeping it alive: for results that arrive later.
+    /// Refers to the same value without keeping the value alive, for results that arrive later.
     class Weak {
       public:
         explicit Weak(const std::shared_ptr<Cell>& cell) : cell(cell) {}
@@ -34,7 +34,7 @@ template <class Value> class State {
     explicit State(Value initial) : cell(std::make_shared<Cell>(Cell{std::move(initial), {}})) {}
 
     [[nodiscard]] const Value& get() const { return cell->value; }
-    /// Setting the value it has is no change.
+    /// Setting the same value again is no change.
     void set(Value value) const { assign(*cell, std::move(value)); }
     [[nodiscard]] Weak weak() const { return Weak(cell); }
 
@@ -52,7 +52,7 @@ template <class Value> class State {
         if (cell.value == value)
             return;
         cell.value = std::move(value);
-        auto publisher = cell.didChange; // an observer may end the view, and the cell with it
+        auto publisher = cell.didChange; // An observer may destroy the view, and with it the cell.
         publisher.send();
     }
 

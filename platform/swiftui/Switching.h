@@ -9,14 +9,14 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Gives the content that a place has to show next; none if what it shows still holds.
+/// Gives the content to show next; none if the present content stays.
 using NextContent = std::function<std::optional<View>()>;
 
 /// Each widget that is built gets a source of its own.
 View switchingView(Observation changes, std::function<NextContent()> makeSource);
 
-/// A part that depends on a value: its content is built anew when the value becomes another one, and only
-/// then.
+/// A view whose content depends on a value. The content is built anew when the value becomes another one, and
+/// only then.
 template <class Key> class Switching : public Modifiable<Switching<Key>> {
   public:
     Switching(Observation changes, std::function<Key()> key, std::function<View(Key)> content)

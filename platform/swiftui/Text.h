@@ -11,9 +11,9 @@ enum class Font { body, headline, subheadline };
 enum class ForegroundStyle { primary, secondary };
 enum class TextAlignment { leading, center };
 
-/// Plain text, never interpreted as markup. Where there is too little room it first gets a little smaller,
-/// then the parts marked as elidable lose their middle, and only then it shrinks further: what it says stays
-/// readable.
+/// Plain text, never interpreted as markup. Where there is too little room, the text first gets a little
+/// smaller, then the parts marked as elidable lose their middle, and only then the text shrinks further. So
+/// all that it says stays readable as long as possible.
 class Text : public Modifiable<Text> {
   public:
     struct Run {
@@ -30,7 +30,7 @@ class Text : public Modifiable<Text> {
     [[nodiscard]] Text fixedVertically() const;
     /// The middle of this text may be left out.
     [[nodiscard]] Text elidable() const;
-    /// Appends; the result has the look of the left one.
+    /// Appends a text; the result has the look of the left one.
     friend Text operator+(Text left, const Text& right);
 
     [[nodiscard]] View body() const;

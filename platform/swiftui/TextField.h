@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// One line of text to type; the placeholder stands there while it is empty.
+/// One line of text to type. The placeholder is shown while the line is empty.
 class TextField : public Modifiable<TextField> {
   public:
     TextField(std::string placeholder, Binding<std::string> text)

@@ -20,7 +20,8 @@ TextFieldWidget::TextFieldWidget() {
     adoptPlaceholderColor();
 }
 
-/// Not every desktop's palette has a colour for it, and the toolkit's own is black, on dark fields too.
+/// The colour of the placeholder. Not every desktop's palette has one, and Qt's own is black, on dark fields
+/// too.
 void TextFieldWidget::adoptPlaceholderColor() {
     const QColor wanted = withAlpha(Theme(*this).label, 0.55);
     QPalette own = palette();

@@ -11,7 +11,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Shows a Text. Its label text is the whole text, whatever part of it is drawn.
+/// Shows a Text. The text() of the label is the whole text, whatever part of that is drawn.
 class TextWidget : public QLabel {
   public:
     TextWidget(const std::vector<Text::Run>& runs, Font font, ForegroundStyle style, TextAlignment alignment);
@@ -31,8 +31,7 @@ class TextWidget : public QLabel {
         QString text;
         bool elidable;
     };
-    /// What is drawn: the text with its elidable parts shortened to a number of characters, at a share of the
-    /// size.
+    /// The text with its elidable parts shortened to a number of characters, at a share of the full size.
     struct Fit {
         QString text;
         double scale = 1;

@@ -41,7 +41,7 @@ QPainterPath continuousRectangle(const QRectF& bounds, double radius);
 void drawBox(QPainter& painter, const QRectF& bounds, double radius, const QColor& fill,
              const QColor& border);
 
-/// The mark of the control that has the keyboard.
+/// The mark of the control that has the focus.
 void drawFocusRing(QPainter& painter, const QRectF& bounds, double radius, const QColor& accent);
 
 } // namespace mirrolet::platform::swiftui

@@ -11,15 +11,15 @@ class QWidget;
 
 namespace mirrolet::platform::swiftui {
 
-/// What a view is built into: a container may ask its content for another look.
+/// The surroundings that a view is built for. A container may ask its content for another look.
 struct BuildContext {
     bool inForm = false; ///< A row of a grouped form: label at the left, control at the right.
 };
 
 enum class Material { ultraThin };
 
-/// A piece of user interface, as a value: copying it copies the description. Building makes a widget, once;
-/// from then on the widget follows the bindings that the description names. Main thread only.
+/// The description of a piece of user interface, as a value. Building makes a widget, once; from then on the
+/// widget follows the bindings that the description names. Main thread only.
 class View {
   public:
     /// Makes the widget, without a parent; the caller gives it one (or deletes it).
@@ -42,14 +42,15 @@ class View {
     [[nodiscard]] View fullWidth() const;
     /// Fills a rounded rectangle with continuous corners behind the content and draws a hairline around it.
     [[nodiscard]] View background(Material material, double cornerRadius) const;
-    /// What assistive software calls it.
+    /// The name for assistive software.
     [[nodiscard]] View accessibilityLabel(std::string label) const;
-    /// Runs after each change of what is observed, while the view exists.
+    /// Runs the action after each change of the observed object, while the view exists.
     [[nodiscard]] View onChange(Observation changes, std::function<void()> action) const;
-    /// A message with an "OK" button in front of the view's window, up while `message` is not empty.
-    /// Dismissing it clears the message.
+    /// Shows a message with an "OK" button in front of the view's window while `message` is not empty.
+    /// Dismissing the alert clears the message.
     [[nodiscard]] View alert(std::string title, Binding<std::optional<std::string>> message) const;
-    /// Runs each time the view comes on screen (not when its window is restored from the task list).
+    /// Runs the action each time the view comes on screen (not when its window is restored from the task
+    /// list).
     [[nodiscard]] View task(std::function<void()> action) const;
 
   private:
