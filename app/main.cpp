@@ -1,6 +1,7 @@
 #include "app/MirroletApp.h"
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/SingleInstance.h"
+#include "platform/carbon/CarbonEvents.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/x11/X11Desktop.h"
 #include "platform/foundation/NSLog.h"
@@ -29,6 +30,7 @@ bool chooseDesktop() {
         NSLog("Mirrolet: in a Wayland session, only windows of X11 applications can be seen and mirrored; "
               "native Wayland windows cannot");
     desktop::Desktop::setCurrent(std::move(x11));
+    FollowDesktopHotKeys();
     return true;
 }
 

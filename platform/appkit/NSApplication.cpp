@@ -62,12 +62,9 @@ void followDisplayScale(QGuiApplication& application) {
 } // namespace
 
 struct NSApplication::State {
-    State(int& argc, char** argv) {
-        if (!QCoreApplication::instance()) // A test program has one for all its tests.
-            qt = std::make_unique<QApplication>(argc, argv);
-    }
+    State(int& argc, char** argv) : qt(argc, argv) {}
 
-    std::unique_ptr<QApplication> qt;
+    QApplication qt;
     std::weak_ptr<NSApplicationDelegate> delegate;
     bool terminating = false;
 };
@@ -81,12 +78,11 @@ NSApplication::NSApplication(int& argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("app.mirrolet.Mirrolet"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     state = std::make_unique<State>(argc, argv);
-    followDisplayScale(*qGuiApp);
+    followDisplayScale(state->qt);
     DesktopAppearance::follow();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
-    (void)DispatchQueue::main()
-        .executor()
-        ->now(); // The main executor is made here, on its own thread, before others post to it.
+    // The main executor is made here, on the main thread, before other threads post to it.
+    (void)DispatchQueue::main().executor()->now();
     theApplication = this;
 }
 

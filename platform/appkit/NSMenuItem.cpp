@@ -52,8 +52,4 @@ void NSMenuItem::setAction(std::function<void()> action) {
     nativeItem->entry.setEnabled(nativeItem->action != nullptr);
 }
 
-void NSMenuItem::performAction() {
-    nativeItem->perform();
-}
-
 } // namespace mirrolet::platform

@@ -26,8 +26,6 @@ class NSMenuItem {
     [[nodiscard]] std::string title() const;
     void setTitle(const std::string& title);
     void setAction(std::function<void()> action);
-    /// As if the user had chosen the entry; does nothing without an action.
-    void performAction();
 
     [[nodiscard]] NativeMenuItem& native() { return *nativeItem; }
 

@@ -9,9 +9,10 @@ namespace mirrolet::platform {
 class NSResponder;
 
 namespace NSTrackingAreaOptions {
+inline constexpr unsigned inVisibleRect = 0x200;
+// Without effect on this desktop, because every area is told of both and is always active.
 inline constexpr unsigned mouseEnteredAndExited = 0x01;
 inline constexpr unsigned activeAlways = 0x80;
-inline constexpr unsigned inVisibleRect = 0x200;
 } // namespace NSTrackingAreaOptions
 
 /// A part of a view whose owner is told when the pointer comes and goes. With `inVisibleRect` the area is all

@@ -53,7 +53,6 @@ struct Registry {
     std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< By the number of their grab.
     std::set<std::unique_ptr<OpaqueHotKeyMode>> modes;
     std::uint32_t lastGrab = 0;
-    unsigned followedDesktop = 0; ///< Generation of the desktop whose presses arrive here.
 
     static Registry& instance() {
         static auto& registry = *new Registry();
@@ -90,16 +89,6 @@ desktop::HotKeys& desktopHotKeys() {
     return desktop::Desktop::current().hotKeys();
 }
 
-/// Sets the desktop's handler of presses once. The desktop calls it on a thread of its own.
-void followPresses(Registry& registry) {
-    if (std::exchange(registry.followedDesktop, desktop::Desktop::generation()) ==
-        desktop::Desktop::generation())
-        return;
-    desktopHotKeys().setPressed([](std::uint32_t grab) {
-        DispatchQueue::main().async([grab] { Registry::instance().pressed(grab); });
-    });
-}
-
 std::optional<std::uint32_t> desktopModifiers(std::uint32_t carbon) {
     using Pair = std::pair<std::uint32_t, std::uint32_t>;
     std::uint32_t modifiers = 0;
@@ -127,6 +116,12 @@ OSStatus statusOf(desktop::GrabResult result) {
 }
 
 } // namespace
+
+void FollowDesktopHotKeys() {
+    desktopHotKeys().setPressed([](std::uint32_t grab) { // On the desktop's own thread.
+        DispatchQueue::main().async([grab] { Registry::instance().pressed(grab); });
+    });
+}
 
 EventTargetRef GetApplicationEventTarget() {
     return &applicationTarget;
@@ -177,7 +172,6 @@ OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Eve
     auto& registry = Registry::instance();
     if (registry.holds(keyCode, modifiers)) // One press cannot go to two hot keys.
         return eventHotKeyExistsErr;
-    followPresses(registry);
     const auto grab = ++registry.lastGrab;
     const auto status = statusOf(desktopHotKeys().grab(grab, *key, *desktopMask));
     if (status != noErr)

@@ -56,6 +56,10 @@ using HotKeyModeRef = struct OpaqueHotKeyMode*;
 /// called.
 using EventHandlerProc = OSStatus (*)(EventHandlerCallRef next, EventRef event, void* userData);
 
+/// Lets the presses that the process's desktop reports become events. Called once for a desktop, before the
+/// first hot key is registered.
+void FollowDesktopHotKeys();
+
 EventTargetRef GetApplicationEventTarget();
 
 /// Calls the handler for events of these types, on the event loop, until it is removed.

@@ -7,7 +7,6 @@ namespace mirrolet::platform::desktop {
 
 namespace {
 std::unique_ptr<Desktop> theDesktop;
-unsigned timesSet = 0;
 
 class NoTrayHosts final : public TrayHosts {
   public:
@@ -40,11 +39,6 @@ Desktop& Desktop::current() {
 
 void Desktop::setCurrent(std::unique_ptr<Desktop> desktop) {
     theDesktop = std::move(desktop);
-    ++timesSet;
-}
-
-unsigned Desktop::generation() {
-    return timesSet;
 }
 
 } // namespace mirrolet::platform::desktop

@@ -37,8 +37,6 @@ class Desktop {
     /// The process's desktop. Setting takes ownership; nullptr at shutdown.
     static Desktop& current();
     static void setCurrent(std::unique_ptr<Desktop> desktop);
-    /// How often a desktop was set: tells a new one from the one before, whatever its address.
-    static unsigned generation();
 };
 
 } // namespace mirrolet::platform::desktop

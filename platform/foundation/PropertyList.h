@@ -28,8 +28,6 @@ class PropertyList {
     PropertyList(Array value) : value(std::move(value)) {}
     PropertyList(Dictionary value) : value(std::move(value)) {}
 
-    [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(value); }
-
     // All conversions are here. They are strict: each gives no value where the stored value does not fit.
     /// A boolean, or a number that is exactly 0 or 1.
     [[nodiscard]] std::optional<bool> asBool() const;

@@ -21,7 +21,7 @@ struct Theme {
     QColor accent; ///< The palette's highlight, made dark enough for white text.
     QColor windowFill;
     QColor material;
-    QColor hairline; ///< Around a material: seen on light and on dark surroundings.
+    QColor hairline; ///< Drawn around a material, for light and for dark surroundings.
     QColor groupFill;
     QColor separator;
     QColor controlFill;

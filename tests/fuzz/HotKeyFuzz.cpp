@@ -1,6 +1,7 @@
 // Registers the shortcuts of a defaults file, with presses at any time, and reads the hot-key events.
 
 #include "hotkeys/HotkeyManager.h"
+#include "platform/carbon/CarbonEvents.h"
 #include "platform/carbon/KeyCodes.h"
 #include "platform/desktop/fake/FakeDesktop.h"
 #include "platform/dispatch/fake/VirtualTime.h"
@@ -30,6 +31,7 @@ void expectRoundTrip(std::uint32_t code) {
 }
 
 void runSteps(fuzz::Bytes& input, desktop::fake::FakeDesktop& desktop, dispatch::VirtualTime& time) {
+    FollowDesktopHotKeys();
     const auto manager = HotkeyManager::make();
     int pressed = 0;
     manager->onHotkeyPressed = [&pressed](HotkeyID id) {

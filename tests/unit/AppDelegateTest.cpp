@@ -2,6 +2,7 @@
 
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSMenu.h"
+#include "platform/appkit/NativeMenuItem.h"
 #include "tests/unit/DesktopTest.h"
 
 #include <QAbstractButton>
@@ -65,6 +66,7 @@ class AppDelegateTest : public DesktopTest {
         return content ? content->findChildren<QLabel*>().first()->text().toStdString() : "";
     }
     NSMenuItem& entry(std::size_t index) { return *delegate->statusItem->menu()->items().at(index); }
+    void choose(std::size_t index) { entry(index).native().entry.trigger(); }
     std::optional<desktop::WindowNumber> mirrored() const {
         return delegate->pipController && delegate->pipController->panel
                    ? std::optional(delegate->pipController->windowID)
@@ -85,8 +87,6 @@ class AppDelegateTest : public DesktopTest {
         });
     }
 
-    int argc = 0;
-    NSApplication application{argc, nullptr};
     const WindowRow call{callNumber, {10, 10, 400, 300}, 0, messengerPid, "WhatsApp", "Video Call"};
     const WindowRow editor{editorWindow, {0, 0, 800, 600}, 0, editorPid, "Editor", "notes"};
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make();
@@ -100,7 +100,7 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     delegate->pipController->panel->closeButtonTapped();
     time.run();
     EXPECT_TRUE(delegate->activeSession);
-    entry(1).performAction(); // This one is refused as well.
+    choose(1); // This one is refused as well.
     EXPECT_EQ(delegate->promptPanel, nullptr);
     press(showHide);
     SettingsStore::shared().setPipAlwaysOnTop(false);
@@ -195,11 +195,11 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
     EXPECT_EQ(entry(1).title(), "PiP Frontmost Window");
     EXPECT_EQ(entry(3).title(), "Settings…");
     EXPECT_EQ(entry(5).title(), "Quit Mirrolet");
-    entry(0).performAction();
+    choose(0);
     EXPECT_EQ(entry(0).title(), "Monitoring Active");
     callAppears();
     accept();
-    entry(0).performAction(); // A pause during a call ends its mirror.
+    choose(0); // A pause during a call ends its mirror.
     time.run();
     EXPECT_EQ(entry(0).title(), "Monitoring Paused");
     EXPECT_EQ(mirrored(), std::nullopt);
@@ -208,13 +208,13 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
 TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
     launch();
     answerNextAlert("OK");
-    entry(1).performAction();
+    choose(1);
     EXPECT_THAT(alert, testing::ElementsAre(
                            "No Window Found",
                            "Bring the app you'd like to mirror to the front, then try again.", "OK"));
     EXPECT_FALSE(delegate->activeSession);
     desktop.windowList().setWindows({{editor}});
-    entry(1).performAction();
+    choose(1);
     ASSERT_EQ(promptTitle(), "Editor Window Detected");
     accept();
     EXPECT_EQ(mirrored(), editorWindow);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/carbon/CarbonEvents.h"
 #include "platform/desktop/fake/FakeDesktop.h"
 #include "platform/dispatch/fake/VirtualTime.h"
 #include "settings/SettingsStore.h"
@@ -17,6 +18,7 @@ namespace mirrolet {
 class DesktopTest : public testing::Test {
   protected:
     DesktopTest() {
+        platform::FollowDesktopHotKeys();
         auto& store = SettingsStore::shared(); // The store is the same for all tests.
         store.setMonitoringScope(MonitoringScope::specificApps);
         store.setSelectedAppIdentifiers({"net.whatsapp.WhatsApp"});

@@ -36,7 +36,7 @@ TEST_F(SettingsStoreTest, AFreshInstallationHasTheDefaultsAndWritesNothing) {
     EXPECT_EQ(store.pipFrontmostShortcutModifiers(), 2304u);
     EXPECT_EQ(store.currentMonitoringSettings(),
               (MonitoringSettings{MonitoringScope::specificApps, {"net.whatsapp.WhatsApp"}, 2.0}));
-    EXPECT_TRUE(defaults.object("pollInterval").isNull());
+    EXPECT_EQ(defaults.object("pollInterval"), PropertyList());
 }
 
 TEST_F(SettingsStoreTest, ReadsWhatFitsAndFallsBackWhereItDoesNot) {
@@ -105,7 +105,7 @@ TEST_F(SettingsStoreTest, EveryAssignmentIsAnnouncedBeforeItIsMadeAndSavesEveryt
          {"monitoringScope", "selectedAppIdentifiers", "pollInterval", "promptTimeout",
           "startMonitoringOnLaunch", "pipAlwaysOnTop", "pipCorner", "shortcutKeyCode", "shortcutModifiers",
           "pipFrontmostShortcutKeyCode", "pipFrontmostShortcutModifiers"})
-        EXPECT_FALSE(defaults.object(key).isNull()) << key;
+        EXPECT_NE(defaults.object(key), PropertyList()) << key;
     MonitoringSettings elsewhere;
     std::thread([&] { elsewhere = store.currentMonitoringSettings(); }).join();
     EXPECT_EQ(elsewhere.pollInterval, 5);

@@ -75,7 +75,7 @@ TEST_F(UserDefaultsTest, ValuesOfEveryTypeAndUnknownKeysOutliveTheProcess) {
     EXPECT_EQ(reread.object("mine"),
               PropertyList(PropertyList::Dictionary{
                   {"deep", PropertyList::Array{std::int64_t{1}, PropertyList(), "x"}}}));
-    EXPECT_TRUE(reread.object("nothing").isNull());
+    EXPECT_EQ(reread.object("nothing"), PropertyList());
 }
 
 TEST_F(UserDefaultsTest, WritesOnceAMomentAfterTheLastChange) {
@@ -123,7 +123,7 @@ TEST_F(UserDefaultsTest, ABrokenFileIsSetAsideAsItIsAndSaidInOneLine) {
         testing::internal::CaptureStderr();
         {
             UserDefaults defaults(path);
-            EXPECT_TRUE(defaults.object("pollInterval").isNull());
+            EXPECT_EQ(defaults.object("pollInterval"), PropertyList());
             defaults.set("key", 1);
         }
         const auto said = testing::internal::GetCapturedStderr();

@@ -1,11 +1,11 @@
-#include "platform/dispatch/Executor.h"
+#include "platform/appkit/NSApplication.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 // Makes the one application object of all tests, on a Qt platform without a display. The tests have a home
-// directory of their own, so that they do not read or write the user's settings.
+// directory of their own and no session bus, so that they do not read or write the user's settings or talk to
+// the user's programs.
 int main(int argc, char** argv) {
     const QTemporaryDir home;
     qputenv("HOME", home.path().toLocal8Bit());
@@ -13,10 +13,10 @@ int main(int argc, char** argv) {
     qputenv("XDG_DATA_HOME", (home.path() + "/data").toLocal8Bit());
     qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    // Made on this thread, as in the program, because the thread sanitizer cannot see how Qt hands objects to
-    // another thread.
-    mirrolet::platform::dispatch::ExecutorSource::current().main();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    // Also makes the main queue's executor on this thread, as in the program, because the thread sanitizer
+    // cannot see how Qt hands objects to another thread.
+    const mirrolet::platform::NSApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
