@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/appkit/NSColor.h"
 #include "platform/coregraphics/Geometry.h"
 
 #include <QColor>
@@ -29,11 +28,6 @@ class Drawing {
   private:
     Drawing* outer;
 };
-
-inline QColor toQColor(const NSColor& colour) {
-    return QColor::fromRgbF(static_cast<float>(colour.red), static_cast<float>(colour.green),
-                            static_cast<float>(colour.blue), static_cast<float>(colour.alpha));
-}
 
 inline QRectF toQRect(const NSRect& rect) {
     return {rect.minX(), rect.minY(), rect.width(), rect.height()};

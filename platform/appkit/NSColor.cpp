@@ -36,6 +36,11 @@ NSColor NSColor::secondaryLabelColor() {
     return fromPalette(QPalette::WindowText).withAlphaComponent(0.6);
 }
 
+QColor toQColor(const NSColor& colour) {
+    return QColor::fromRgbF(static_cast<float>(colour.red), static_cast<float>(colour.green),
+                            static_cast<float>(colour.blue), static_cast<float>(colour.alpha));
+}
+
 void NSColor::setFill() const {
     if (auto* drawing = Drawing::current())
         drawing->fill = toQColor(*this);

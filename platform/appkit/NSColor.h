@@ -1,5 +1,7 @@
 #pragma once
 
+class QColor;
+
 namespace mirrolet::platform {
 
 /// A colour, not premultiplied, each part from 0 to 1. The semantic colours are those of the desktop's
@@ -28,5 +30,7 @@ struct NSColor {
 
     friend bool operator==(const NSColor&, const NSColor&) = default;
 };
+
+QColor toQColor(const NSColor& colour);
 
 } // namespace mirrolet::platform
