@@ -1,6 +1,5 @@
 #include "pip/PiPPanel.h"
 
-#include "platform/appkit/ViewTree.h"
 #include "tests/unit/DesktopTest.h"
 
 #include <QCoreApplication>
