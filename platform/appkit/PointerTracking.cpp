@@ -27,10 +27,11 @@ void PointerTracking::update(const NSView& root) {
 }
 
 void PointerTracking::updateView(const NSView& view) {
-    const auto areas = view.trackingAreas(); // Copies, because an owner may change them in its answer.
+    // Copies, because an owner may change its areas and a view its subviews while they are told.
+    const auto areas = view.trackingAreas(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& area : areas)
         updateArea(view, area);
-    const auto children = view.subviews();
+    const auto children = view.subviews(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& child : children)
         updateView(*child);
 }
