@@ -1,13 +1,12 @@
 #include "platform/foundation/SessionBus.h"
 
 #include "platform/foundation/GLibPointer.h"
+#include "platform/foundation/Mutex.h"
 #include "platform/foundation/NSLog.h"
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
 #include <cstdlib>
-#include <mutex>
 #include <pthread.h>
 #include <thread>
 #include <utility>
@@ -42,16 +41,17 @@ struct SessionBus::State {
     std::vector<Task> followers;
     guint pause = firstPause;
 
-    std::mutex lock;
-    std::condition_variable answered;
-    bool known = false; ///< Set by the bus's thread.
-    std::vector<std::function<void()>> posted;
+    Mutex stateMutex;
+    ConditionVariable answered;
+    bool known MIRROLET_GUARDED_BY(stateMutex) = false; ///< Set by the bus's thread.
+    std::vector<std::function<void()>> posted MIRROLET_GUARDED_BY(stateMutex);
 
     void post(std::function<void()> task);
     void attach(GLibPointer<GSource> source, GSourceFunc task);
     void runPosted();
     void beginAt(const char* place);
     void begin(Connection first);
+    [[nodiscard]] bool isKnown();
     void use(Connection next);
     void connect(GAsyncReadyCallback done);
     void connectLater();
@@ -62,7 +62,7 @@ struct SessionBus::State {
 /// Tasks are handed over under a mutex of this class, because sanitizers do not see GLib's.
 void SessionBus::State::post(std::function<void()> task) {
     {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(stateMutex);
         posted.push_back(std::move(task));
     }
     attach(GLibPointer<GSource>(g_idle_source_new()), [](gpointer data) -> gboolean {
@@ -80,7 +80,7 @@ void SessionBus::State::attach(GLibPointer<GSource> source, GSourceFunc task) {
 void SessionBus::State::runPosted() {
     std::vector<std::function<void()>> tasks;
     {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(stateMutex);
         tasks.swap(posted);
     }
     for (const auto& task : tasks)
@@ -98,12 +98,17 @@ void SessionBus::State::beginAt(const char* place) {
 /// Only the first answer counts. A bus that answers after it was given up is not used.
 void SessionBus::State::begin(Connection first) {
     {
-        const std::lock_guard guard(lock);
+        const MutexLock lock(stateMutex);
         if (std::exchange(known, true))
             return;
     }
-    answered.notify_all();
+    answered.notifyAll();
     use(std::move(first));
+}
+
+bool SessionBus::State::isKnown() {
+    const MutexLock lock(stateMutex);
+    return known;
 }
 
 void SessionBus::State::use(Connection next) {
@@ -163,7 +168,7 @@ SessionBus::SessionBus() : state(new State) {
 void SessionBus::follow(Task task) {
     state->post([state = state, task = std::move(task)] {
         state->followers.push_back(task);
-        if (state->known)
+        if (state->isKnown())
             task(state->connection.get());
     });
 }
@@ -175,8 +180,9 @@ void SessionBus::run(std::function<void()> task) {
 void SessionBus::shieldQt() {
     constexpr std::chrono::milliseconds patience{400};
     {
-        std::unique_lock guard(state->lock);
-        if (state->answered.wait_for(guard, patience, [this] { return state->known; }))
+        const MutexLock lock(state->stateMutex);
+        const auto known = [this]() MIRROLET_REQUIRES(state->stateMutex) { return state->known; };
+        if (state->answered.waitFor(state->stateMutex, patience, known))
             return;
     }
     NSLog("Mirrolet: the session bus does not answer; going on without it");

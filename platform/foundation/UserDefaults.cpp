@@ -3,6 +3,7 @@
 #include "platform/dispatch/DispatchQueue.h"
 #include "platform/dispatch/Executor.h"
 #include "platform/foundation/ConfigFolder.h"
+#include "platform/foundation/Mutex.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/PropertyListFile.h"
 
@@ -11,7 +12,6 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
-#include <mutex>
 #include <utility>
 
 namespace mirrolet::platform {
@@ -48,6 +48,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 
     void load() {
         auto content = PropertyListFile::read(path);
+        const MutexLock lock(valuesMutex);
         values = std::move(content.values);
         if (content.problem.empty())
             return;
@@ -58,7 +59,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
     }
 
     void set(const std::string& key, PropertyList value) {
-        const std::lock_guard lock(mutex);
+        const MutexLock lock(valuesMutex);
         auto& stored = values[key];
         if (!dirty && stored == value)
             return;
@@ -69,10 +70,10 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
     }
 
     void write() {
-        const std::lock_guard oneWriter(writing);
+        const MutexLock fileLock(fileMutex);
         PropertyList::Dictionary copy;
         {
-            const std::lock_guard lock(mutex);
+            const MutexLock lock(valuesMutex);
             if (!dirty || !writable)
                 return;
             copy = values;
@@ -81,14 +82,13 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
         report(PropertyListFile::write(path, copy));
     }
 
-    mutable std::mutex mutex;
-    PropertyList::Dictionary values;
+    Mutex valuesMutex;
+    PropertyList::Dictionary values MIRROLET_GUARDED_BY(valuesMutex);
     /// Made by the first change, because a program that only reads needs no thread.
-    std::unique_ptr<DispatchQueue> queue;
+    std::unique_ptr<DispatchQueue> queue MIRROLET_GUARDED_BY(valuesMutex);
 
   private:
-    // Called with the mutex held.
-    void scheduleWrite() {
+    void scheduleWrite() MIRROLET_REQUIRES(valuesMutex) {
         if (!queue)
             queue = std::make_unique<DispatchQueue>("app.mirrolet.Mirrolet.userDefaults");
         auto& executor = *queue->executor();
@@ -101,13 +101,13 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
     }
 
     // A failure is logged once. Each later change tries again, silently.
-    void report(const std::string& problem) {
+    void report(const std::string& problem) MIRROLET_REQUIRES(fileMutex) MIRROLET_EXCLUDES(valuesMutex) {
         if (problem.empty()) {
             failing = false;
             return;
         }
         {
-            const std::lock_guard lock(mutex);
+            const MutexLock lock(valuesMutex);
             dirty = true;
         }
         if (!std::exchange(failing, true))
@@ -116,11 +116,12 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
     }
 
     const std::string path;
-    std::mutex writing; ///< Taken before the other one.
-    dispatch::Executor::TimerNumber pendingWrite = 0;
-    bool dirty = false;
-    bool writable = true;
-    bool failing = false;
+    /// Held while the file is written, so that two threads do not write at once.
+    Mutex fileMutex MIRROLET_ACQUIRED_BEFORE(valuesMutex);
+    dispatch::Executor::TimerNumber pendingWrite MIRROLET_GUARDED_BY(valuesMutex) = 0;
+    bool dirty MIRROLET_GUARDED_BY(valuesMutex) = false;
+    bool writable MIRROLET_GUARDED_BY(valuesMutex) = true;
+    bool failing MIRROLET_GUARDED_BY(fileMutex) = false;
 };
 
 UserDefaults& UserDefaults::standard() {
@@ -140,7 +141,7 @@ UserDefaults::~UserDefaults() {
 }
 
 PropertyList UserDefaults::object(const std::string& key) const {
-    const std::lock_guard lock(state->mutex);
+    const MutexLock lock(state->valuesMutex);
     const auto found = state->values.find(key);
     return found == state->values.end() ? PropertyList() : found->second;
 }

@@ -78,7 +78,7 @@ TEST(PanelOrderTest, FollowsLevelsAndShadows) {
     EXPECT_EQ(afterMoves(panels, "MNa", 'a'), "MaN1");
 }
 
-TEST(RaiseLimitTest, LetsAWindowThatAnswersEveryRaiseWinUntilTheSecondIsOver) {
+TEST(PanelOrderTestOfRaises, LetsAWindowThatAnswersEveryRaiseWinUntilTheSecondIsOver) {
     RaiseLimit limit;
     const RaiseLimit::Clock::time_point start(std::chrono::hours(1));
     for (int raise = 0; raise < RaiseLimit::mostRaisesASecond; ++raise)
@@ -89,7 +89,7 @@ TEST(RaiseLimitTest, LetsAWindowThatAnswersEveryRaiseWinUntilTheSecondIsOver) {
     EXPECT_EQ(limit.topmostAllowed({}, start), std::nullopt);
 }
 
-TEST(SiblingsBelowTest, TellsANewPlaceFromAMoveOnTheScreen) {
+TEST(PanelOrderTestOfSiblings, TellsANewPlaceFromAMoveOnTheScreen) {
     SiblingsBelow siblings;
     EXPECT_TRUE(siblings.note('b', 'a'));
     EXPECT_FALSE(siblings.note('b', 'a'));

@@ -346,6 +346,10 @@ TEST_F(SettingsTest, OfMonitoringTakeEffectInTheRunningProgram) {
     choosePage("PiP");
     click("check box", "Keep PiP on top of other windows");
     awaitSaved(R"("pipAlwaysOnTop": false)");
+    require("the mirror is an ordinary window, and in front", [&] {
+        return mirror() && testing::Value(facts.clientList(), testing::Contains(*mirror())) &&
+               facts.isAbove(*mirror(), cover->window());
+    });
     giveFocusTo(*cover);
     require("the mirror goes under", [&] { return mirror() && facts.isAbove(cover->window(), *mirror()); });
     click("check box", "Keep PiP on top of other windows");
