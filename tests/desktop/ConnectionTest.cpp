@@ -98,6 +98,9 @@ TEST_F(ConnectionTest, AnAnnouncementHoldsForItsScopeAndItsErrorsOnly) {
     const auto inScopes = loggedAfter([this] {
         const ExpectErrors gone(*connection, windowGone);
         mapNoWindow();
+        const auto before = xcb_no_operation(connection->xcb()).sequence;
+        { const ExpectErrors again(*connection, {XError::window}); }
+        EXPECT_EQ(xcb_no_operation(connection->xcb()).sequence, before + 1) << "costs no request";
         {
             const ExpectErrors damageGone(*connection, {XError::damage});
             xcb_damage_subtract(connection->xcb(), noWindow, XCB_NONE, XCB_NONE);

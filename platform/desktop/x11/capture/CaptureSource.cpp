@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -25,8 +26,7 @@ constexpr ErrorSet notNameable = windowGone | ErrorSet{XError::match};
 CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window)
     : connection(connection), formats(formats), window(window) {
     auto* xcb = connection.xcb();
-    // BadMatch: an InputOnly window, which draws nothing.
-    const ExpectErrors absent(connection, windowGone | ErrorSet{XError::match});
+    const ExpectErrors gone(connection, windowGoneOrReplaced);
     // VisibilityNotify tells that the window becomes obscured, and also comes when a parent is mapped. A
     // redirected window counts as unobscured.
     const std::uint32_t mask =
@@ -68,7 +68,16 @@ std::uint64_t CaptureSource::packed(PixelSize size, int borderWidth) {
 
 CaptureResult CaptureSource::image() {
     const MutexLock lock(captureMutex);
-    const bool changed = !gone && update();
+    const auto now = Clock::now();
+    const auto commands = gone ? CapturePolicy::Commands{} : policy.tick(changes.exchange(0), now);
+    const bool changed = !commands.empty();
+    // One scope for all requests of the tick, with those of the viewers. A tick without changes makes none.
+    std::optional<ExpectErrors> died;
+    if (changed) {
+        died.emplace(connection, windowAndResourcesGone);
+        perform(commands);
+        perform(policy.tickEnded(now));
+    }
     if (gone)
         return xcb_connection_has_error(connection.xcb()) ? CaptureFailure::serverLost : CaptureFailure::gone;
     if (!content)
@@ -82,17 +91,6 @@ CaptureResult CaptureSource::image() {
         return drawn;
     lastImage = image;
     return image;
-}
-
-bool CaptureSource::update() {
-    const auto now = Clock::now();
-    const auto commands = policy.tick(changes.exchange(0), now);
-    if (commands.empty())
-        return false;
-    const ExpectErrors died(connection, windowAndResourcesGone);
-    perform(commands);
-    perform(policy.tickEnded(now));
-    return true;
 }
 
 void CaptureSource::perform(const CapturePolicy::Commands& commands) {
@@ -192,6 +190,7 @@ void CaptureSource::checkRedirection() {
 
 /// The first report comes at once and is of the whole window.
 void CaptureSource::watchDamage() {
+    const ExpectErrors gone(connection, windowGoneOrReplaced);
     damage = {connection, xcb_generate_id(connection.xcb())};
     xcb_damage_create(connection.xcb(), damage.id(), window, XCB_DAMAGE_REPORT_LEVEL_BOUNDING_BOX);
 }
@@ -219,6 +218,8 @@ void CaptureSource::redirect() {
 }
 
 void CaptureSource::unredirect() {
+    // BadValue: the window's number belongs to a new window, which is not redirected.
+    const ExpectErrors gone(connection, windowGone | ErrorSet{XError::value});
     xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 

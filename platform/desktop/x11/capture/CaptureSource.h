@@ -49,7 +49,6 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
   private:
     static std::uint64_t packed(PixelSize size, int borderWidth);
 
-    bool update() MIRROLET_REQUIRES(captureMutex);
     void perform(const CapturePolicy::Commands& commands) MIRROLET_REQUIRES(captureMutex);
     void perform(CaptureCommand command) MIRROLET_REQUIRES(captureMutex);
     void checkWindow() MIRROLET_REQUIRES(captureMutex);
