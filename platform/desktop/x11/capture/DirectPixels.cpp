@@ -25,7 +25,7 @@ DirectPixels::DirectPixels(X11Connection& connection, xcb_window_t window, Pixel
 
 void DirectPixels::updateCopy() const {
     auto* xcb = connection.xcb();
-    const ExpectErrors died(connection, windowGone);
+    const ExpectErrors gone(connection, windowGoneOrReplaced);
     const ServerContext context(connection, xcb_generate_id(xcb));
     const std::uint32_t values[] = {XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS, 0};
     xcb_create_gc(xcb, context.id(), stored.pixmap.id(), XCB_GC_SUBWINDOW_MODE | XCB_GC_GRAPHICS_EXPOSURES,

@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/mirror/PictureScaler.h"
 
 #include "platform/desktop/PixelRects.h"
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/XcbRectangle.h"
 
 #include <cmath>
@@ -94,6 +95,7 @@ void PictureScaler::readFrom(xcb_drawable_t drawable, const StoredPixels& stored
 /// The copy was drawn once before, and stays visible if the window is obscured right now. The copy has the
 /// format and the geometry of the window.
 void PictureScaler::readDirectly(const DirectPixels& direct) {
+    const ExpectErrors gone(connection, windowAndResourcesGone | windowGoneOrReplaced);
     readFrom(direct.window(), direct.copy());
     const std::uint32_t inferiors = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
     xcb_render_change_picture(connection.xcb(), source.id(), XCB_RENDER_CP_SUBWINDOW_MODE, &inferiors);

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/panel/RaiseRequest.h"
 
+#include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/Property.h"
 
 #include <algorithm>
@@ -68,6 +69,7 @@ void RaiseRequest::raiseAsJustUsed(xcb_timestamp_t time) const {
     const auto& atoms = connection.atoms();
     const auto cookie = requestProperty(connection, panel, atoms._NET_WM_USER_TIME_WINDOW, 4);
     const auto timeWindow = takeProperty(connection, cookie).items(XCB_ATOM_WINDOW);
+    const ExpectErrors gone(connection, windowGone); // Qt may have destroyed its windows.
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE,
                         timeWindow.empty() ? panel : timeWindow.front(), atoms._NET_WM_USER_TIME,
                         XCB_ATOM_CARDINAL, 32, 1, &time);
