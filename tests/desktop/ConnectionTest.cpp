@@ -67,6 +67,7 @@ class ConnectionTest : public testing::Test {
 };
 
 TEST_F(ConnectionTest, OnlyItsOwnEndEndsTheEventThread) {
+    awaitEvents(); // The window exists on the server from here on.
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
