@@ -28,8 +28,7 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
 
     /// Neither shows nor starts anything yet.
     static std::shared_ptr<AppDelegate> make();
-    /// Releases the members in their order: first those through which events come in, then those that handle
-    /// the events.
+    /// Releases the members one by one: first those that deliver events, then those that handle the events.
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;

@@ -2,7 +2,7 @@
 // text into 320 x 200, fifteen times a second, on the same desktop. Prints one line of tab-separated values
 // for each measurement, for bench/side-by-side.
 //
-//   bench_comparison [SECONDS [ROUNDS]]    (2 and 3)
+//   bench_comparison [SECONDS [ROUNDS]]    default: 2 seconds, 3 rounds
 
 #include "bench/TextSource.h"
 #include "bench/program/Desktop.h"

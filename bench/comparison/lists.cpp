@@ -2,7 +2,7 @@
 // openbox) with many windows, each of its own process. Prints one line of tab-separated values for each
 // reading, for bench/side-by-side.
 //
-//   bench_lists [ROUNDS]    (3)
+//   bench_lists [ROUNDS]    default: 3 rounds
 
 #include "bench/Crowd.h"
 #include "tests/desktop/harness/HarnessError.h"
@@ -42,7 +42,7 @@ class Reader {
     virtual Reading read() = 0;
 };
 
-/// A program that runs during all readings, and so is measured without its start.
+/// A program that keeps running for all readings, so that its start-up time is not measured.
 class LivingReader final : public Reader {
   public:
     LivingReader(const XServer& server, const std::string& program)

@@ -127,8 +127,8 @@ int NSApplication::run() {
         delegate->applicationDidFinishLaunching();
     const int status = QApplication::exec();
     UserDefaults::standard().flush();
-    // Every change is written by now, so the tasks that still run only read. Tearing down the queues and the
-    // desktop under such a task is impossible.
+    // Every change is on the disk by now, so nothing is lost if a task still runs. The process then exits at
+    // once, because destroying the queues and the desktop under a running task would crash.
     if (!dispatch::ThreadExecutor::awaitTasks(longestWaitForTasks))
         std::_Exit(status);
     return status;

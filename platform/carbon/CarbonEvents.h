@@ -52,8 +52,8 @@ using EventHandlerCallRef = struct OpaqueEventHandlerCall*;
 using EventTargetRef = struct OpaqueEventTarget*;
 using EventRef = struct OpaqueEvent*;
 using HotKeyModeRef = struct OpaqueHotKeyMode*;
-/// Returns noErr if the event is handled. After anything else the handler that was installed before is
-/// called.
+/// Returns noErr if the event is handled. With any other value the handler that was installed before is
+/// called next.
 using EventHandlerProc = OSStatus (*)(EventHandlerCallRef next, EventRef event, void* userData);
 
 /// Lets the presses that the process's desktop reports become events. Called once for a desktop, before the

@@ -186,7 +186,7 @@ void SessionBus::shieldQt() {
             return;
     }
     NSLog("Mirrolet: the session bus does not answer; going on without it");
-    // Qt goes on without the bus, so nothing else here uses the bus either if it answers later.
+    // Qt goes on without the bus. The rest of the program does the same, even if the bus answers later.
     state->post([state = state] { state->begin(nullptr); });
     // Nobody listens at this address. Without any address Qt would start a bus.
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);

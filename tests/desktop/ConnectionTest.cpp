@@ -41,7 +41,8 @@ class ConnectionTest : public testing::Test {
         require("an event arrives", [&] { return changesSeen > before; });
     }
 
-    /// The lines that fail a test otherwise.
+    /// Runs the action and returns the log lines that it causes. Outside of this function each would fail the
+    /// test.
     std::vector<std::string> loggedAfter(const std::function<void()>& action) {
         testing::TestPartResultArray failures;
         {

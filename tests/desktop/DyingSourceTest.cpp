@@ -26,7 +26,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         presenter->resize({100, 100}, 10);
     }
 
-    /// Ends the client before the gate.
+    /// Closes the connection here, because the client must end before the gate is destroyed.
     ~DyingSourceTest() override {
         presenter.reset();
         capture.reset();
@@ -66,7 +66,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         return mapping != 1;
     }
 
-    /// An obscured window is redirected.
+    /// Puts the window above or below `cover`. Below it the window is obscured, and capture redirects it.
     void restackAtCover(XClient& own, xcb_window_t window) {
         configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                   {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});

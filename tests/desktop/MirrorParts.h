@@ -34,7 +34,7 @@ struct MirrorParts {
         connection->start();
     }
 
-    /// Makes a viewable window of the test, which has no frame.
+    /// Makes a viewable window that no window manager decorates.
     xcb_window_t makeWindow(platform::desktop::PixelRect box, std::uint8_t depth = 24) {
         const auto window = xcb_generate_id(client.xcb());
         const auto colormap = xcb_generate_id(client.xcb());

@@ -33,7 +33,8 @@ class FakeDesktop final : public Desktop {
     /// Of every presenter and panel window made so far, in this order.
     [[nodiscard]] const auto& presenters() const { return presenterRecords; }
     [[nodiscard]] const auto& panelWindows() const { return panelRecords; }
-    /// What callers did that they must not do; a test expects it to be empty. Complete once they are gone.
+    /// The forbidden calls that were made; a test expects none. The list is complete once all presenters and
+    /// panel windows are destroyed.
     [[nodiscard]] std::vector<std::string> misuses() const;
 
   private:

@@ -52,12 +52,13 @@ enum class CaptureCommand {
 ///                    damageTaken, repainted            redirected       showPixmap
 ///                    tick, waited too long             redirected       checkWindow
 ///   redirected       pixmapNamed                       redirected       showPixmap
-///   both of these    windowHidden                      hidden           unredirect, stopReading
+///   either of these  windowHidden                      hidden           unredirect, stopReading
 ///                    windowViewable, recheck is due    hidden           unredirect, checkRedirection
 ///                      and the window is readable
 ///                    windowViewable, otherwise         the same         namePixmap
 ///   any              damageTaken, no pixmap waits      the same         applyDamage
 ///
+/// "Either of these" is awaitingRepaint or redirected. A pixmap waits while it is named and not yet shown.
 /// Readable means that the window can be read directly and that no other client has redirected it. Continuous
 /// damage adds ignoreDamage after applyDamage, and watchDamage when it is no longer assumed.
 class CapturePolicy {

@@ -16,7 +16,7 @@ class ContinuousDamage {
     bool add(const PixelRect& box, PixelSize window);
 
     [[nodiscard]] bool isAssumed() const { return assumedTicks > 0; }
-    /// A tick passed. True if it was the last one that is assumed.
+    /// Counts one tick down. True if this tick was the last one with assumed damage.
     bool countDown() { return assumedTicks > 0 && --assumedTicks == 0; }
     /// Assumes no further ticks. True if there were any left.
     bool stopAssuming();

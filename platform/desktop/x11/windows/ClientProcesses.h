@@ -19,7 +19,7 @@ class ClientProcesses {
         xcb_res_query_client_ids_cookie_t cookie{0};
         bool made = false;
     };
-    /// Asks about all clients in one request. Sends nothing where the server lacks the extension.
+    /// Asks about all clients in one request. Sends nothing where the server lacks the X-Resource extension.
     [[nodiscard]] Request request() const;
     /// Waits for the reply.
     void take(const Request& request);

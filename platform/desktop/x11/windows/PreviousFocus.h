@@ -15,7 +15,7 @@ class PreviousFocus {
     void begin(xcb_window_t focusedBefore, xcb_window_t panel) {
         state = std::uint64_t{focusedBefore} << 32U | panel;
     }
-    /// Without effect if another panel has replaced the entry meanwhile.
+    /// Clears the entry, unless another panel has replaced it meanwhile.
     void end(xcb_window_t panel) {
         auto current = state.load();
         while ((current & 0xffffffffU) == panel && !state.compare_exchange_weak(current, 0)) {
