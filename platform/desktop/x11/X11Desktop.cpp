@@ -49,7 +49,8 @@ class X11Desktop final : public Desktop {
     }
 
   private:
-    // Destroyed from the bottom up: the connection, on whose thread the others' handlers run, last.
+    // Members are destroyed from the bottom up. The connection is destroyed last, because the handlers of the
+    // other members run on the connection's thread.
     std::unique_ptr<X11Connection> connection;
     PreviousFocus previousFocus;
     CompositingManager compositingManager;

@@ -5,10 +5,10 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The system tray of the screen, which is whoever owns its selection.
+/// The system tray of the screen. A tray is present while the tray's selection has an owner.
 class X11TrayHosts final : public TrayHosts {
   public:
-    /// Made before the connection starts. The connection outlives the subscriptions.
+    /// Must be made before the connection starts. The connection must outlive the subscriptions.
     explicit X11TrayHosts(X11Connection& connection) : watcher(connection, connection.atoms().systemTray) {}
 
     bool present() override { return watcher.owned(); }

@@ -27,15 +27,16 @@ bool HeldKeys::isDown(xcb_keycode_t key) const {
     return reply && (reply->keys[key / bitsInByte] >> (key % bitsInByte) & 1) != 0;
 }
 
-/// A release goes to the focused window only, unless a grab is active. Raw events tell of each release. They
-/// are watched only while a key is held, because each one wakes the program.
+/// Begins or stops watching raw releases. Without an active grab, a KeyRelease goes to the focused window
+/// only, but a raw event reports each release. Raw events are watched only while a key is held, because each
+/// event wakes the program.
 void HeldKeys::watchReleases(bool watch) const {
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
         std::uint32_t mask = 0;
     } selection;
     selection.mask = watch ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0;
-    // Not a pointer to the head alone, because XCB reads the mask behind it.
+    // The pointer is to the whole struct, not to the head alone, because XCB reads the mask behind the head.
     const auto* masks = reinterpret_cast<const xcb_input_event_mask_t*>(&selection);
     xcb_input_xi_select_events(connection.xcb(), connection.root(), 1, masks);
     connection.flush();

@@ -7,16 +7,16 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Keys that were down already when a hot key was grabbed on them. The server repeats a held key, and the
-/// repeat looks like a press of the hot key. Not synchronized: the owner guards it. Empty on a server without
-/// XInput 2.
+/// repeat looks like a press of the hot key. Not synchronized, so the owner must guard this object. Always
+/// empty on a server without XInput 2.
 class HeldKeys {
   public:
     explicit HeldKeys(const X11Connection& connection) : connection(connection) {}
 
-    /// Adds the key if it is down now. To be called before the key is grabbed.
+    /// Adds the key if it is down now. Must be called before the key is grabbed.
     void note(xcb_keycode_t key);
-    /// To be called for each KeyRelease and each raw release. No raw release is sent to the client whose grab
-    /// is active.
+    /// Removes the key. Must be called for each KeyRelease and for each raw release, because no raw release
+    /// is sent to the client whose grab is active.
     void remove(xcb_keycode_t key);
     [[nodiscard]] bool contains(xcb_keycode_t key) const { return keys.test(key); }
 

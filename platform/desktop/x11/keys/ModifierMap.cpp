@@ -34,8 +34,8 @@ std::uint16_t bitsOfKey(std::span<const xcb_keycode_t> mapping, xcb_keycode_t ke
     return bits;
 }
 
-/// The left key decides. The right key decides if the left one is no modifier or is a lock, as when Ctrl and
-/// CapsLock are swapped.
+/// Returns the bits that the left or the right key sets, without the locks. The left key decides. The right
+/// key decides if the left one is no modifier or is a lock, as when Ctrl and CapsLock are swapped.
 std::uint16_t bitsOfPlaces(std::span<const xcb_keycode_t> mapping, Places places, std::uint16_t locks) {
     const auto left = static_cast<std::uint16_t>(bitsOfKey(mapping, places.left) & ~locks);
     return left ? left : static_cast<std::uint16_t>(bitsOfKey(mapping, places.right) & ~locks);

@@ -13,7 +13,7 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr std::uint32_t evdevOffset = 8;
-/// The bits above these are pointer buttons and the layout group.
+/// The modifier bits of an event's state. The bits above these are pointer buttons and the layout group.
 constexpr std::uint16_t modifierBits = 0xff;
 /// The server sets this bit in the type of an event that a client sent.
 constexpr std::uint8_t sentByClient = 0x80;
@@ -25,7 +25,8 @@ std::optional<xcb_keycode_t> keyCodeOf(const X11Connection& connection, std::uin
     return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
 }
 
-/// The combination's modifier bits in every state of the locks that it has to work in.
+/// Returns the combination's modifier bits with every state of the locks. A hot key has to work in each
+/// state.
 std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits) {
     const auto locks = static_cast<std::uint16_t>(lockBits & ~bits);
     std::vector<std::uint16_t> variants;
@@ -36,7 +37,8 @@ std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits
     }
 }
 
-/// Makes a held key a row of presses. By default the server reports a release before each of them.
+/// Asks the server to report a held key as a row of presses. By default the server also reports a release
+/// before each repeated press.
 void askForDetectableRepeat(const X11Connection& connection) {
     if (!connection.extensions().xkb)
         return;
@@ -61,8 +63,9 @@ X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection), held
     followMapping();
 }
 
-/// A new modifier mapping changes what has to be grabbed. New symbols, such as those of another layout, do
-/// not, because grabs go by key code. The server sends the core event only to clients that do not use XKB.
+/// Subscribes to changes of the modifier mapping. A new modifier mapping changes what has to be grabbed. New
+/// symbols, such as those of another layout, do not, because grabs go by key code. The server sends the core
+/// event only to clients that do not use XKB.
 void X11HotKeys::followMapping() {
     if (!connection.extensions().xkb) {
         mappingSubscriptions[0] = connection.subscribe<xcb_mapping_notify_event_t>([this](const auto& event) {
@@ -205,7 +208,7 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
         if (down.empty())
             grabbedBy = event.detail;
         if (!down.insert(event.detail).second || heldBeforeGrab.contains(event.detail))
-            return; // Auto-repeat.
+            return; // The press is auto-repeat.
         number = numberOf(event);
     }
     if (number && pressed)
@@ -238,7 +241,8 @@ void X11HotKeys::followModifiers() {
         combination.bits = bits;
         changed.push_back(number);
     }
-    // All are ungrabbed before the first is acquired, because two of them may have changed places.
+    // All changed combinations are ungrabbed before the first is acquired, because two of them may have
+    // changed places.
     modifierMap = fresh;
     for (const auto number : changed)
         if (!isSuspended)

@@ -15,8 +15,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Hot keys as passive grabs on the root window. They are grabbed by key code, so that the keyboard layout
-/// does not matter. A change of the modifier mapping is followed on the connection's thread.
+/// The hot keys, which are passive grabs on the root window. Each hot key is grabbed by key code, so that the
+/// keyboard layout does not matter. After a change of the modifier mapping, the connection's thread renews
+/// the grabs.
 class X11HotKeys final : public HotKeys {
   public:
     explicit X11HotKeys(X11Connection& connection);
@@ -34,7 +35,7 @@ class X11HotKeys final : public HotKeys {
     struct Combination {
         xcb_keycode_t key = 0;
         std::uint32_t modifiers = 0;       ///< HotKeyModifier values.
-        std::optional<std::uint16_t> bits; ///< As grabbed. None while the keyboard has no such modifier.
+        std::optional<std::uint16_t> bits; ///< Grabbed bits. None while the keyboard has no such modifier.
         bool grabbed = false;
     };
 
@@ -56,9 +57,9 @@ class X11HotKeys final : public HotKeys {
 
     /// Held while the server is asked, never while `pressed` runs.
     Mutex combinationsMutex;
-    /// By the caller's number.
+    /// The combinations by the number that the caller gave to grab().
     std::map<std::uint32_t, Combination> combinations MIRROLET_GUARDED_BY(combinationsMutex);
-    /// Read when first needed.
+    /// The map is read when first needed.
     std::optional<ModifierMap> modifierMap MIRROLET_GUARDED_BY(combinationsMutex);
     bool isSuspended MIRROLET_GUARDED_BY(combinationsMutex) = false;
     HeldKeys heldBeforeGrab MIRROLET_GUARDED_BY(combinationsMutex);

@@ -10,7 +10,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 /// The atoms that the backend uses, interned in one round trip at start.
 struct Atoms {
-    /// Every atom is XCB_ATOM_NONE in `Atoms{}`. For code that runs without a server.
+    /// Sets every atom to XCB_ATOM_NONE if written as `Atoms{}`. Code that runs without a server uses this.
     Atoms() = default;
     explicit Atoms(xcb_connection_t* connection, int screenNumber);
 

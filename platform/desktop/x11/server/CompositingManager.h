@@ -15,7 +15,7 @@ class CompositingManager {
     explicit CompositingManager(X11Connection& connection)
         : watcher(connection, connection.atoms().compositingManager) {}
 
-    /// Any thread.
+    /// Returns whether a compositing manager runs. Any thread.
     [[nodiscard]] bool running() const { return watcher.owned(); }
     /// Calls the handler after running() may have changed, on the connection's thread.
     [[nodiscard]] X11Connection::Subscription onChange(std::function<void()> changed) {

@@ -17,8 +17,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// A range is kept until an event tells that the server has passed it. A server that is this many ranges
-// behind has stopped answering.
+// How many ranges are kept. A range is kept until an event tells that the server has passed the range. A
+// server that is this many ranges behind has stopped answering.
 constexpr std::size_t mostRanges = 1024;
 
 constexpr std::array<std::string_view, 22> names = {

@@ -13,23 +13,24 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Logs each unexpected error of the server once, with the request's name. Such an error is a fault of ours.
-/// Any thread.
+/// Logs each unexpected error of the server once, with the request's name. An unexpected error is a fault of
+/// this program. Any thread.
 class ErrorLog {
   public:
     explicit ErrorLog(const Extensions& extensions) : extensions(extensions) {}
 
-    /// Begins a range of requests, which follow the one of this sequence number and may meet these errors.
-    /// Returns the range's number for endRange().
+    /// Begins a range of requests that may meet the `expected` errors. The range begins after the request of
+    /// this sequence number. Returns the range's number for endRange().
     std::uint64_t beginRange(std::uint32_t sequence, ErrorSet expected);
     /// Ends a range before the request of this sequence number.
     void endRange(std::uint64_t number, std::uint32_t sequence);
-    /// Forgets the ranges before this sequence number, because the errors of all requests before it have been
-    /// noted.
+    /// Forgets the ranges before this sequence number. Must be called only after the errors of all earlier
+    /// requests have been noted.
     void noteAnswered(std::uint32_t sequence);
 
-    /// Logs the error unless a range or `expected` holds it. A caller that waits for its request's reply
-    /// names the errors in `expected`, because the range may be forgotten before the caller reads the reply.
+    /// Logs the error unless the error is expected. An error is expected if `expected` holds the error, or if
+    /// a range that contains the failed request does. A caller that waits for its request's reply names the
+    /// errors in `expected`, because the range may be forgotten before the caller reads the reply.
     void note(const xcb_generic_error_t& error, ErrorSet expected = {});
     [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
 
@@ -42,7 +43,8 @@ class ErrorLog {
         ErrorSet expected;
     };
 
-    /// Right also when the sequence numbers have wrapped around.
+    /// Returns whether one sequence number comes before the other, also after the numbers have wrapped
+    /// around.
     static bool precedes(std::uint32_t earlier, std::uint32_t later) {
         return static_cast<std::int32_t>(earlier - later) < 0;
     }
@@ -52,7 +54,7 @@ class ErrorLog {
     Mutex rangesMutex;
     std::deque<Range> ranges MIRROLET_GUARDED_BY(rangesMutex);
     std::uint64_t lastNumber MIRROLET_GUARDED_BY(rangesMutex) = 0;
-    /// Major and minor opcode, error.
+    /// The errors that have been logged. Each is stored as major opcode, minor opcode and error code.
     std::set<std::tuple<std::uint8_t, std::uint16_t, std::uint8_t>> logged MIRROLET_GUARDED_BY(rangesMutex);
 };
 

@@ -5,7 +5,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The errors that requests of ours may meet. Up to `implementation` they have the core protocol's codes.
+/// The errors that requests of this program may meet. The errors up to `implementation` have the codes of the
+/// core protocol.
 enum class XError : std::uint8_t {
     request = 1,
     value,
@@ -31,7 +32,7 @@ enum class XError : std::uint8_t {
     unknown,
 };
 
-/// Errors that a request is expected to meet. Constant.
+/// A constant set of errors that a request is expected to meet.
 class ErrorSet {
   public:
     constexpr ErrorSet() = default;
@@ -53,12 +54,15 @@ class ErrorSet {
     std::uint32_t bits = 0;
 };
 
-/// A window of another program, or of Qt, can disappear between any two requests.
+/// Errors of a request whose window has disappeared. A window of another program, or of Qt, can disappear
+/// between any two requests.
 constexpr ErrorSet windowGone{XError::window, XError::drawable};
-/// The number of a window that disappeared can belong to a new window at once. A request that draws, or names
-/// a format, meets BadMatch if the new window has another depth or takes only input.
+/// Errors of a request whose window has disappeared or been replaced. The number of a window that disappeared
+/// can belong to a new window at once. A request that draws, or names a format, meets BadMatch if the new
+/// window has another depth or takes only input.
 constexpr ErrorSet windowGoneOrReplaced = windowGone | ErrorSet{XError::match};
-/// The resources that were made from a window disappear with the window.
+/// Errors of a request whose window or whose resource has disappeared. The resources that were made from a
+/// window disappear with the window.
 constexpr ErrorSet windowAndResourcesGone =
     windowGone | ErrorSet{XError::damage, XError::picture, XError::region};
 

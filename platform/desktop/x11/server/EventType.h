@@ -12,7 +12,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-// XCB has one struct for both events of each of these pairs. Types of our own tell the two apart in a
+// XCB has one struct for both events of each of these pairs. The types below tell the two events apart in a
 // subscription.
 struct KeyPress : xcb_key_press_event_t {};
 struct KeyRelease : xcb_key_release_event_t {};
@@ -23,8 +23,8 @@ struct FocusOut : xcb_focus_out_event_t {};
 template <typename Event> struct EventType;
 
 template <std::uint8_t Number> struct CoreEventType {
-    /// The event's `response_type`, without the bit that marks an event that a client sent. 0 where the
-    /// server lacks the extension.
+    /// Returns the event's `response_type`, without the bit that marks an event that a client sent. Returns 0
+    /// if the server lacks the extension.
     static std::uint8_t number(const Extensions&) { return Number; }
     static bool matches(const auto&) { return true; }
 };
@@ -74,8 +74,8 @@ struct EventType<xcb_xkb_new_keyboard_notify_event_t> : XkbEventType<XCB_XKB_NEW
 template <>
 struct EventType<xcb_input_raw_key_release_event_t> : XInputEventType<XCB_INPUT_RAW_KEY_RELEASE> {};
 
-/// The window on which the event was selected. A structure event that is selected on a window and also on its
-/// parent comes once for each of the two.
+/// Returns the window on which the event was selected. A structure event that is selected on a window and
+/// also on its parent arrives once for each of the two windows.
 template <typename Event> xcb_window_t selectedOn(const Event& event) {
     if constexpr (requires { event.event; })
         return event.event;

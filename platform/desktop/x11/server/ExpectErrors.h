@@ -7,11 +7,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Names the errors that the requests of a scope may meet without being at fault. For local variables only.
+/// Names the errors that are expected of the requests in a scope. For local variables only.
 ///
-/// Does not wait for the server. A request without effect at either end of the scope gives the sequence
-/// numbers between which the scope lies. Requests that another thread makes in between are in the scope as
-/// well. A scope costs nothing if the scopes around it, on the same thread, expect the same errors already.
+/// Does not wait for the server. The constructor and the destructor each send a request that has no effect,
+/// because the sequence numbers of these two requests mark the ends of the scope. Requests that another
+/// thread makes meanwhile are in the scope as well. A scope costs nothing if the scopes around it, on the
+/// same thread, expect the same errors already.
 class ExpectErrors {
   public:
     ExpectErrors(const X11Connection& connection, ErrorSet expected)
@@ -38,7 +39,7 @@ class ExpectErrors {
 
     const X11Connection& connection;
     const ExpectErrors* const around;
-    const ErrorSet all; ///< Expected in this scope and the scopes around it.
+    const ErrorSet all; ///< The errors expected in this scope and in the scopes around it.
     std::optional<std::uint64_t> range;
 };
 

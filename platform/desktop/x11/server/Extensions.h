@@ -17,10 +17,10 @@ struct Extension {
 
 /// The extensions that the backend uses, asked for once.
 struct Extensions {
-    /// A server without any of them.
+    /// Describes a server that has none of the extensions.
     Extensions() = default;
-    /// Waits for the server. Also tells the server which version of each extension this client speaks,
-    /// because several extensions refuse every other request before that.
+    /// Asks the server and waits for its replies. Also tells the server which version of each extension this
+    /// client speaks, because several extensions refuse every other request until then.
     explicit Extensions(xcb_connection_t* connection);
 
     Extension composite; ///< 0.2 or later: NameWindowPixmap.

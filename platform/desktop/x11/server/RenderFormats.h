@@ -9,19 +9,20 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The server's RENDER formats that mirroring needs, asked for once. All 0 on a server without RENDER.
-/// Constant.
+/// The server's RENDER formats that mirroring needs. The constructor asks for them, and they never change.
+/// All formats are 0 on a server without RENDER.
 class RenderFormats {
   public:
     explicit RenderFormats(X11Connection& connection);
 
-    /// Whether the server can store and compose pixels of 24 and of 32 bits.
+    /// Returns whether the server can store and compose pixels of 24 and of 32 bits.
     [[nodiscard]] bool complete() const { return opaque24 != 0 && argb32 != 0; }
-    /// The format of a visual without its alpha, by which all pixels are read as opaque. 0 if there is none.
+    /// Returns the format of a visual without its alpha, so that all pixels are read as opaque. Returns 0 if
+    /// there is none.
     [[nodiscard]] xcb_render_pictformat_t opaque(xcb_visualid_t visual) const;
-    /// The format of a visual with its alpha. 0 if there is none.
+    /// Returns the format of a visual with its alpha. Returns 0 if there is none.
     [[nodiscard]] xcb_render_pictformat_t exact(xcb_visualid_t visual) const;
-    /// Whether windows of this visual can be translucent.
+    /// Returns whether windows of this visual can be translucent.
     [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const;
 
     xcb_render_pictformat_t opaque24 = 0; ///< x8r8g8b8 of depth 24.

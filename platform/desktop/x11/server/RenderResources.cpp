@@ -33,7 +33,7 @@ Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t dept
 
 void upload(X11Connection& connection, const Surface& surface, const Bitmap& bitmap) {
     constexpr std::size_t requestHead =
-        64; // PutImage's own fields need less, also with the long length field.
+        64; // PutImage's own fields need fewer bytes, even with the long length field.
     const auto context = xcb_generate_id(connection.xcb());
     xcb_create_gc(connection.xcb(), context, surface.pixmap.id(), 0, nullptr);
     const ServerContext owner(connection, context);

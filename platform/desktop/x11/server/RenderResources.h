@@ -22,13 +22,15 @@ struct Surface {
     PixelSize size;
 };
 
-/// Makes a picture on a drawable. Scaling is bilinear, and samples outside take the nearest edge pixel.
+/// Makes a picture on a drawable. The picture scales bilinearly, and a sample outside the drawable takes the
+/// nearest edge pixel.
 ServerPicture makePicture(X11Connection& connection, xcb_drawable_t drawable, xcb_render_pictformat_t format);
 ServerPixmap makePixmap(X11Connection& connection, PixelSize size, std::uint8_t depth);
 /// Makes a surface with undefined content.
 Surface makeSurface(X11Connection& connection, PixelSize size, std::uint8_t depth,
                     xcb_render_pictformat_t format);
-/// Uploads pixels of 32 bits, in several requests where the server's limit on a request demands that.
+/// Uploads pixels of 32 bits. Splits the upload into several requests if one would be longer than the server
+/// allows.
 void upload(X11Connection& connection, const Surface& surface, const Bitmap& bitmap);
 
 } // namespace mirrolet::platform::desktop::x11

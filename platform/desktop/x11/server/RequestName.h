@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The protocol's name of a request that this program makes, such as "RENDER CreatePicture". The numbers of
-/// any other request.
+/// Returns the protocol's name of a request that this program makes, such as "RENDER CreatePicture". Returns
+/// a text with the request's numbers for any other request.
 std::string requestName(const Extensions& extensions, std::uint8_t majorOpcode, std::uint16_t minorOpcode);
 
 } // namespace mirrolet::platform::desktop::x11

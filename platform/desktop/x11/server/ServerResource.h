@@ -7,11 +7,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Owns a resource that a request made on the server, and frees the resource with `Free` when destroyed.
-/// Empty when moved from. The connection must outlive the owner. The server carries out requests in order, so
-/// earlier requests that use the resource are not disturbed.
+/// Owns a resource that a request made on the server. The destructor frees the resource with `Free`. Owns
+/// nothing after it has been moved from. The connection must outlive this object. Earlier requests that use
+/// the resource are not disturbed, because the server carries out requests in order.
 ///
-/// `Vanished` names the error that `Free` may meet where the server has freed the resource together with a
+/// `Vanished` names the error that `Free` may meet if the server has freed the resource together with a
 /// window of another program, or has never made the resource.
 template <auto Free, XError... Vanished> class ServerResource {
   public:

@@ -23,8 +23,8 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// The backend's own connection to the X server. Qt's connection is not used, because Qt reads the errors of
-/// that one. Requests may be made from any thread. The connection's own thread reads the events and calls the
-/// handlers of the subscriptions.
+/// its own connection. Requests may be made from any thread. The connection's own thread reads the events and
+/// calls the handlers of the subscriptions.
 class X11Connection {
   public:
     /// Holds one handler of events. The handler is not called any more once its subscription is destroyed.
@@ -58,38 +58,45 @@ class X11Connection {
     [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
     [[nodiscard]] const Atoms& atoms() const { return *interned; }
     [[nodiscard]] const Extensions& extensions() const { return available; }
-    /// A window of ours that is never mapped. Its properties are changed to get an event back.
+    /// Returns a window of this connection that is never mapped. The backend changes the properties of this
+    /// window to get an event back.
     [[nodiscard]] xcb_window_t ownWindow() const { return hidden; }
 
     /// Calls the handler with every event of one type, on the connection's thread, in order. A handler with a
-    /// second parameter gets the event's sequence number as well. The subscription is empty where the server
-    /// lacks the extension.
+    /// second parameter gets the event's sequence number as well. The returned subscription is empty if the
+    /// server lacks the extension.
     template <typename Event, typename Handler> [[nodiscard]] Subscription subscribe(Handler handler);
-    /// The same for the events that were selected on one window. See `selectedOn()`.
+    /// Calls the handler likewise, but only with the events that were selected on one window. See
+    /// `selectedOn()`.
     template <typename Event, typename Handler>
     [[nodiscard]] Subscription subscribe(xcb_window_t window, Handler handler);
     /// Adds to the events that this connection selects on the root window.
     void selectOnRoot(std::uint32_t eventMask);
     /// Selects SubstructureNotify on the root window while there are more calls with true than with false.
-    /// These events are many, so they are selected only while somebody needs them.
+    /// The events are selected only while a caller needs them, because they are many.
     void watchTopLevels(bool watch);
 
-    /// Called once, on the connection's thread, when the server is gone. Set before start().
+    /// Sets the handler that is called once, on the connection's thread, when the server is gone. Must be
+    /// called before start().
     void setLost(std::function<void()> handler) { lost = std::move(handler); }
-    /// Starts reading events. To be called once, after the subscriptions that must not miss an event.
+    /// Starts reading events. Must be called once, after the subscriptions that must not miss an event have
+    /// been made.
     void start();
 
     // The expected errors of each request are named where the request is made: in its reply() or succeeds(),
     // or in the `ExpectErrors` around it. Any other error is logged.
 
     void flush() const { xcb_flush(connection); }
-    /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Empty after an error, and when
-    /// the server is lost. An error that is not expected is a fault of ours and is logged.
+    /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Returns an empty pointer after
+    /// an error, and when the server is lost. Logs an error that is not expected, because such an error is a
+    /// fault of this program.
     template <auto Wait, typename Cookie> auto reply(Cookie cookie, ErrorSet expected = {}) const;
-    /// Waits for a checked request. True if the request went well. Otherwise `met` is set to the error, and
-    /// an error that is not expected is a fault of ours and is logged.
+    /// Waits for a checked request and returns whether the request succeeded. After an error, sets `met`,
+    /// if given, to the error. Logs an error that is not expected, because such an error is a fault of this
+    /// program.
     bool succeeds(xcb_void_cookie_t checked, ErrorSet expected, XError* met = nullptr) const;
-    /// For `ExpectErrors`, which names the expected errors of requests that nobody waits for.
+    /// Returns the log for `ExpectErrors`, which names the expected errors of requests whose result nobody
+    /// waits for.
     [[nodiscard]] ErrorLog& errorLog() const { return *errors; }
 
   private:
@@ -126,7 +133,7 @@ class X11Connection {
     Mutex entriesMutex MIRROLET_ACQUIRED_AFTER(handlersMutex);
     std::vector<Entry> entries MIRROLET_GUARDED_BY(entriesMutex);
     std::uint64_t nextNumber MIRROLET_GUARDED_BY(entriesMutex) = 1;
-    std::atomic<bool> ending = false; ///< The reader ends with the next event.
+    std::atomic<bool> ending = false; ///< Tells the reader to end with the next event.
     std::thread reader;
 };
 

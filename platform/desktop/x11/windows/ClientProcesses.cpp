@@ -10,7 +10,8 @@ ClientProcesses::ClientProcesses(X11Connection& connection)
 ClientProcesses::Request ClientProcesses::request() const {
     if (!connection.extensions().xres)
         return {};
-    // All clients at once, because clients are far fewer than windows and no window need be known for that.
+    // Asks about all clients at once, because clients are far fewer than windows and no window has to be
+    // known first.
     const xcb_res_client_id_spec_t all{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     return {xcb_res_query_client_ids(connection.xcb(), 1, &all), true};
 }

@@ -9,8 +9,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The process of each client of the server, as the server itself knows it. Clients on other machines have
-/// none.
+/// The process of each client of the server, as the server itself knows it. A client on another machine has
+/// no entry.
 class ClientProcesses {
   public:
     explicit ClientProcesses(X11Connection& connection);
@@ -21,12 +21,12 @@ class ClientProcesses {
     };
     /// Asks about all clients in one request. Sends nothing where the server lacks the X-Resource extension.
     [[nodiscard]] Request request() const;
-    /// Waits for the reply.
+    /// Waits for the reply and stores the processes that the server named.
     void take(const Request& request);
 
-    /// The part of a resource's number that is the client's.
+    /// Returns the part of a resource's number that identifies the client.
     [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~resourceMask; }
-    /// 0 where the server does not know the process.
+    /// Returns the client's process, or 0 if the server does not know it.
     [[nodiscard]] std::int32_t pidOf(std::uint32_t client) const;
 
   private:

@@ -13,9 +13,10 @@ struct FrameExtents {
     int top = 0;
     int bottom = 0;
 
-    /// All 0 if the property's type, length or values make no sense.
+    /// Reads the margins from the property. Returns 0 for all of them if the property's type, length or
+    /// values make no sense.
     static FrameExtents from(const Property& property);
-    /// The visible part of a window of this size. The whole window if nothing would be left.
+    /// Returns the visible part of a window of this size. Returns the whole window if nothing would be left.
     [[nodiscard]] PixelRect visiblePart(PixelSize window) const;
 };
 

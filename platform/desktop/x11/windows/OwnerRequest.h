@@ -13,10 +13,11 @@ namespace mirrolet::platform::desktop::x11 {
 /// Asks which client, process and class a window has, without waiting. take() must follow once.
 class OwnerRequest {
   public:
-    /// `askForPid`: also ask which process the client says it is, for a client whose process the server does
-    /// not know.
+    /// Sends the requests. With `askForPid`, also asks which process the client says it is. That is needed
+    /// for a client whose process the server does not know.
     OwnerRequest(X11Connection& connection, xcb_window_t window, bool askForPid);
-    /// Waits for the replies. The owner of a window that is gone has neither a class nor a claimed process.
+    /// Waits for the replies and returns the owner. The owner of a window that is gone has neither a class
+    /// nor a claimed process.
     WindowOwner take(const ClientProcesses& clients);
 
   private:
@@ -33,7 +34,7 @@ class OwnerRequest {
     std::optional<Claim> claim;
 };
 
-/// Whether two names are of the same machine. Either may lack the domain. Pure.
+/// Returns whether two names belong to the same machine. Either name may lack the domain. Pure.
 bool isSameMachine(std::string_view one, std::string_view other);
 
 } // namespace mirrolet::platform::desktop::x11

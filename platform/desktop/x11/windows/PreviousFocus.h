@@ -7,21 +7,22 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The application window that had the focus before one of our panels took it. While a panel has the focus,
-/// that window's application is still the frontmost one. Any thread.
+/// The application window that had the focus before one of this program's panels took the focus. While a
+/// panel has the focus, that window's application is still the frontmost one. Any thread.
 class PreviousFocus {
   public:
-    /// A panel that takes the focus from another of our panels replaces that panel's entry.
+    /// Stores the window that had the focus and the panel that takes the focus. Replaces the entry of another
+    /// of this program's panels, if that panel had the focus until now.
     void begin(xcb_window_t focusedBefore, xcb_window_t panel) {
         state = std::uint64_t{focusedBefore} << 32U | panel;
     }
-    /// Clears the entry, unless another panel has replaced it meanwhile.
+    /// Clears this panel's entry. Does nothing if another panel has replaced the entry meanwhile.
     void end(xcb_window_t panel) {
         auto current = state.load();
         while ((current & 0xffffffffU) == panel && !state.compare_exchange_weak(current, 0)) {
         }
     }
-    /// XCB_WINDOW_NONE while no panel has the focus.
+    /// Returns the application window, or XCB_WINDOW_NONE while no panel has the focus.
     [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(state >> 32U); }
 
   private:

@@ -19,7 +19,7 @@ int limited(std::uint32_t value, int most) {
     return static_cast<int>(std::min(value, static_cast<std::uint32_t>(std::max(most, 0))));
 }
 
-/// The strip along one edge of the root window.
+/// Returns the strip that the strut reserves along one edge of the root window.
 PixelRect strip(std::span<const std::uint32_t> strut, Edge edge, PixelSize root) {
     const bool upright = edge == left || edge == right;
     const int depth = limited(strut[edge], upright ? root.width : root.height);

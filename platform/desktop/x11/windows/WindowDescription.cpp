@@ -37,7 +37,7 @@ std::optional<Role> roleOfType(xcb_atom_t type, const Atoms& atoms) {
     return holds(ordinary) ? std::optional(Role::ordinary) : std::nullopt;
 }
 
-/// A client names the types in the order of its preference. The first one that is known counts.
+/// Returns the role of the first type that is known. A client names the types in the order of its preference.
 Role roleOf(const Property& types, const Atoms& atoms) {
     for (const auto type : types.items(XCB_ATOM_ATOM)) {
         if (const auto role = roleOfType(type, atoms))
@@ -73,7 +73,8 @@ std::optional<std::string> titleOf(const WindowProperties& properties, const Ato
     return title.empty() ? std::nullopt : std::optional(std::move(title));
 }
 
-/// Class names should be ASCII. In practice some are UTF-8 and a few are Latin-1.
+/// Returns a class name in UTF-8. Class names should be ASCII. In practice some are UTF-8 and a few are
+/// Latin-1.
 std::string className(std::string_view bytes) {
     auto text = repairedUtf8(bytes);
     return text == bytes ? text : latin1ToUtf8(bytes);

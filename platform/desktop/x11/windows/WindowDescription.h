@@ -26,21 +26,22 @@ struct WindowProperties {
 /// A window's entry in the list, without the window's owner.
 struct WindowDescription {
     PixelRect bounds; ///< Root coordinates, without an invisible shadow.
-    int layer = 0;    ///< As in WindowRow.
+    int layer = 0;    ///< The same number as WindowRow's layer.
     std::optional<std::string> title;
     WindowPlacement placement; ///< Without `viewable`, which no property tells.
 };
 
-/// Describes a window that has these bounds without its border, in root coordinates. None for a dock or a
-/// desktop window, which users do not see as windows. Pure.
+/// Describes a window that has these bounds without its border, in root coordinates. Returns none for a dock
+/// or a desktop window, because users do not see these as windows. Pure.
 std::optional<WindowDescription> describe(const PixelRect& bounds, const WindowProperties& properties,
                                           const Atoms& atoms);
 WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationId, const Atoms& atoms);
-/// The first item of a property of type CARDINAL. None for any other property.
+/// Returns the first item of a property of type CARDINAL. Returns none for any other property.
 std::optional<std::uint32_t> firstCardinal(const Property& property);
-/// The process that the client says it is. 0 for a number that cannot be a process.
+/// Returns the process that the client says it is. Returns 0 for a number that cannot be a process.
 std::int32_t claimedPid(const Property& pid);
-/// The text of a property of type STRING or UTF8_STRING. Empty for any other property.
+/// Returns the text of a property of type STRING or UTF8_STRING. Returns an empty text for any other
+/// property.
 std::string plainText(const Property& text, const Atoms& atoms);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Whether and where a window manager shows a window.
+/// Tells whether and where a window manager shows a window.
 struct WindowPlacement {
     bool viewable = false;  ///< The window and all its parents are mapped.
     bool minimized = false; ///< _NET_WM_STATE_HIDDEN.
@@ -22,9 +22,9 @@ struct Workspaces {
 
 [[nodiscard]] bool isOnAnotherWorkspace(const WindowPlacement& placement, const Workspaces& workspaces);
 
-/// Whether the window counts as on screen. A mirrored window does so while the user is on another workspace,
-/// because the user sees the mirror there. A mirrored window that is minimized does so while it stays
-/// viewable, because the mirror is live. Any other window has to be where the user sees it.
+/// Returns whether the window counts as on screen. A mirrored window counts while the user is on another
+/// workspace, because the user sees the mirror there. A minimized mirrored window counts while the window
+/// stays viewable, because the mirror is live. Any other window counts only where the user sees it.
 [[nodiscard]] bool isOnScreen(const WindowPlacement& placement, const Workspaces& workspaces, bool mirrored);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -24,8 +24,8 @@ class WindowRequest {
     };
 
     WindowRequest(X11Connection& connection, xcb_window_t window, const Options& options);
-    /// Waits for every reply, also if the first one says that the window is gone. None for a window that is
-    /// gone, a dock or a desktop window.
+    /// Waits for every reply, even if the first one says that the window is gone. Returns none for a window
+    /// that is gone, a dock or a desktop window.
     std::optional<Answer> take(const ClientProcesses& clients);
 
   private:

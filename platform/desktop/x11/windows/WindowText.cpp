@@ -14,7 +14,8 @@ unsigned byteAt(std::string_view bytes, std::size_t index) {
     return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0;
 }
 
-/// The length that the first byte of a character announces. 0 for a byte that cannot be the first.
+/// Returns the length that the first byte of a character announces. Returns 0 for a byte that cannot be the
+/// first.
 std::size_t announcedLength(unsigned first) {
     if (first < 0x80)
         return 1;
@@ -25,8 +26,8 @@ std::size_t announcedLength(unsigned first) {
     return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
 }
 
-/// The second byte tells encodings that are longer than needed, surrogates, and numbers beyond the last
-/// character. These are not valid.
+/// Returns whether the second byte is valid after this first byte. The second byte shows encodings that are
+/// longer than needed, surrogates, and numbers beyond the last character. These are not valid.
 bool validSecond(unsigned first, unsigned second) {
     const unsigned lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const unsigned highest = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
@@ -105,8 +106,8 @@ class CompoundText {
         skip(end == std::string_view::npos ? rest.size() : end + 3);
     }
 
-    /// An extended segment is ESC % / F, a length in two bytes of base 128, the name of an encoding, STX and
-    /// text.
+    /// Takes an extended segment, which is ESC % / F, a length in two bytes of base 128, the name of an
+    /// encoding, STX and text.
     void takeExtendedSegment() {
         const std::size_t length = (byteAt(rest, 4) & 0x7F) * 128U + (byteAt(rest, 5) & 0x7F);
         skip(6 + length);

@@ -50,15 +50,16 @@ std::optional<xcb_window_t> X11Applications::activeWindow() {
     return focusReply ? focusedTopLevel(focusReply->focus) : std::nullopt;
 }
 
-/// A window manager that has no window to focus gives the focus to a hidden window of its own, which is
-/// override-redirect.
+/// Returns whether the window is not override-redirect. A window manager that has no window to focus gives
+/// the focus to a hidden window of its own, which is override-redirect.
 bool X11Applications::isOrdinary(xcb_window_t topLevel) const {
     const auto attributes = connection.reply<xcb_get_window_attributes_reply>(
         xcb_get_window_attributes(connection.xcb(), topLevel), windowGone);
     return attributes && attributes->override_redirect == 0;
 }
 
-/// The focus is often on a child window that an application's toolkit made for that purpose.
+/// Returns the top-level window that contains the focused window. The focus is often on a child window that
+/// an application's toolkit made for that purpose.
 std::optional<xcb_window_t> X11Applications::focusedTopLevel(xcb_window_t focus) const {
     constexpr int deepest = 64;
     if (focus == XCB_INPUT_FOCUS_POINTER_ROOT || focus == connection.root())

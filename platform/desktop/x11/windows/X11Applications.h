@@ -19,7 +19,8 @@ class X11Applications final : public Applications {
     std::optional<Application> frontmost() override;
     std::optional<Application> running(std::int32_t pid) override { return registry.running(pid); }
 
-    /// For the window list: the applications of all windows on screen, in their order.
+    /// Returns the applications of all windows on screen, in the order of the windows. The window list calls
+    /// this.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows) {
         return registry.applicationsOf(windows, true);
     }

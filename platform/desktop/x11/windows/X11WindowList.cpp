@@ -18,8 +18,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// No desktop in use has more windows. Of more windows the rearmost are left out, because a client that
-// creates windows without end would make each reading slower.
+// Limits on the windows of one reading. No desktop in use has more windows. Beyond the limits the rearmost
+// windows are left out, because a client that creates windows without end would make each reading slower.
 constexpr std::uint32_t mostBytesOfStack = 1 << 20;
 constexpr std::size_t mostListed = 16384;
 // How many windows are asked about in one round trip. All replies of a round trip, with the titles, are in
@@ -27,19 +27,21 @@ constexpr std::size_t mostListed = 16384;
 constexpr std::size_t mostAtOnce = 512;
 constexpr std::uint32_t mostBytesOfManagerName = 256;
 
-// A window manager changes the workspace in several steps. Between two of them a window can be unmapped while
+// A window manager changes the workspace in several steps. Between two steps a window can be unmapped while
 // its workspace is the current one. The steps were measured to take up to 2 ms.
 constexpr std::chrono::milliseconds timeToChangeWorkspace{50};
 
 enum class Source { manager, root };
 
-/// Override-redirect children of the root window are menus, tooltips and the like.
+/// Returns whether the list may contain the window. Override-redirect children of the root window are menus,
+/// tooltips and the like.
 bool isListable(const xcb_get_window_attributes_reply_t& attributes, Source source) {
     return attributes._class != XCB_WINDOW_CLASS_INPUT_ONLY &&
            (source == Source::manager || attributes.override_redirect == 0);
 }
 
-/// The windows of a stack, which is back to front. A window that the stack names twice is kept once.
+/// Returns the windows of a back-to-front stack in front-to-back order. A window that the stack names twice
+/// is kept once.
 std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
     std::unordered_set<xcb_window_t> seen = {XCB_WINDOW_NONE};
     std::vector<xcb_window_t> windows;
@@ -50,10 +52,11 @@ std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
     return windows;
 }
 
-/// The windows of the manager's lists, front to back. The stack can lack a window that is on screen: xfwm4
-/// adds a new window only when it is next raised, and i3 leaves out a window that opens in full screen on an
-/// empty workspace. The plain list or the active window then names the window, and as the newest one it is
-/// put in front. An empty list means a desktop without windows. None without a list.
+/// Returns the windows of the manager's lists, front to back. The stack can lack a window that is on screen:
+/// xfwm4 adds a new window only when it is next raised, and i3 leaves out a window that opens in full screen
+/// on an empty workspace. The plain list or the active window then names the missing window, which is put in
+/// front because it is the newest. An empty list means a desktop without windows. Returns none if the manager
+/// has no list.
 std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
                                                 const Property& active) {
     const auto isList = [](const Property& list) {
@@ -81,7 +84,7 @@ class X11WindowList::Reading {
         : connection(connection), xcb(connection.xcb()), isMirrored(isMirrored), clients(connection),
           check(connection) {}
 
-    /// Reads the windows front to back. False if the server did not answer.
+    /// Reads the windows front to back. Returns false if the server did not answer.
     bool run() {
         if (!readRoot())
             return false;
@@ -91,10 +94,10 @@ class X11WindowList::Reading {
     }
 
     std::vector<WindowDescription> descriptions;
-    std::vector<WindowOwner> owners; ///< One for each description.
+    std::vector<WindowOwner> owners; ///< One owner for each description.
 
   private:
-    /// The first round trip.
+    /// Makes the first round trip, which asks about the root window and the client processes.
     bool readRoot() {
         const auto& atoms = connection.atoms();
         const auto list = askRoot(atoms._NET_CLIENT_LIST_STACKING);
@@ -121,7 +124,8 @@ class X11WindowList::Reading {
         return requestProperty(connection, connection.root(), property, mostBytesOfStack);
     }
 
-    /// False if the manager has died. Its list is out of date then.
+    /// Reads the windows of the manager's list. Returns false if the manager has ended, because the list is
+    /// out of date then.
     bool readManaged() {
         const auto name = requestProperty(connection, check.window(), connection.atoms()._NET_WM_NAME,
                                           mostBytesOfManagerName);
@@ -133,7 +137,8 @@ class X11WindowList::Reading {
             std::this_thread::sleep_for(timeToChangeWorkspace);
             shown = shownAmong(*managed, Source::manager);
         }
-        // KWin keeps windows of other workspaces mapped, for its previews. Its name is the only sign of that.
+        // KWin keeps windows of other workspaces mapped, for its previews. The manager's name is the only
+        // sign of that.
         workspaces.othersLookShown = nameReply.bytes == "KWin";
         readWindows(shown, Source::manager);
         return true;
@@ -143,10 +148,10 @@ class X11WindowList::Reading {
     struct Glance {
         xcb_window_t window;
         xcb_get_window_attributes_cookie_t attributes;
-        std::optional<xcb_get_property_cookie_t> workspace; ///< For mirrored windows only.
+        std::optional<xcb_get_property_cookie_t> workspace; ///< Asked for mirrored windows only.
     };
 
-    /// The second round trip. Windows that cannot be on screen are left out.
+    /// Makes the second round trip and returns the windows that can be on screen.
     std::vector<xcb_window_t> shownAmong(const std::vector<xcb_window_t>& windows, Source source) {
         const auto& atoms = connection.atoms();
         std::vector<Glance> glances;
@@ -195,7 +200,7 @@ class X11WindowList::Reading {
         return firstCardinal(takeProperty(connection, cookie));
     }
 
-    /// The third round trip, and further ones for more than `mostAtOnce` windows.
+    /// Makes the third round trip, and further round trips for more than `mostAtOnce` windows.
     void readWindows(std::span<const xcb_window_t> windows, Source source) {
         for (; !windows.empty(); windows = windows.subspan(std::min(windows.size(), mostAtOnce)))
             readBatch(windows.first(std::min(windows.size(), mostAtOnce)), source);
@@ -232,7 +237,7 @@ class X11WindowList::Reading {
     const IsMirrored& isMirrored;
     ClientProcesses clients;
     WindowManagerCheck check;
-    std::optional<std::vector<xcb_window_t>> managed; ///< None without a window manager's list.
+    std::optional<std::vector<xcb_window_t>> managed; ///< None if there is no window manager's list.
     std::vector<xcb_window_t> children;
     Workspaces workspaces;
     std::unordered_set<xcb_window_t> mirrored; ///< The mirrored windows that count as on screen.

@@ -15,13 +15,13 @@ namespace mirrolet::platform::desktop::x11 {
 /// three round trips are enough for any usual number of windows. Any thread.
 class X11WindowList final : public WindowList {
   public:
-    /// Whether a mirror shows the window now. Called on any thread, for each window of a reading.
+    /// Tells whether a mirror shows the window now. Called on any thread, for each window of a reading.
     using IsMirrored = std::function<bool(xcb_window_t)>;
 
     X11WindowList(X11Connection& connection, X11Applications& applications, IsMirrored isMirrored)
         : connection(connection), applications(applications), isMirrored(std::move(isMirrored)) {}
 
-    /// If a mirrored window does not count as on screen, the windows are asked for a second time 50 ms later.
+    /// Reads the windows a second time, 50 ms later, if a mirrored window does not count as on screen.
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
 
   private:

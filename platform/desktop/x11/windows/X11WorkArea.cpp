@@ -24,7 +24,7 @@ ReservedEdges X11WorkArea::reserved(PixelRect monitor) {
     const auto& atoms = connection.atoms();
     const auto listCookie =
         requestProperty(connection, connection.root(), atoms._NET_CLIENT_LIST, mostWindows * 4);
-    // The root window's size changes when monitors come and go.
+    // The root window's size is asked for each time, because the size changes when monitors come and go.
     const auto rootCookie = xcb_get_geometry(connection.xcb(), connection.root());
     std::vector<StrutCookies> cookies;
     for (const auto window : takeProperty(connection, listCookie).items(XCB_ATOM_WINDOW))

@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks the managed windows which edges they reserve. The window manager's sum of them, `_NET_WORKAREA`, is
-/// of no use because it is one rectangle for all monitors together.
+/// Asks the managed windows which edges they reserve. The window manager's own result, `_NET_WORKAREA`, is of
+/// no use because it is one rectangle for all monitors together.
 class X11WorkArea final : public WorkArea {
   public:
     explicit X11WorkArea(X11Connection& connection) : connection(connection) {}
