@@ -9,11 +9,12 @@ namespace {
 using enum CaptureCommand;
 
 // Some drivers report a direct-rendered frame before it has landed. A window that stopped drawing is
-// therefore read once more after this time. A steady refresh would make every still window cost something
-// instead.
+// therefore read once more after this time. A steady refresh is not used, because it would cost time for
+// every still window.
 constexpr std::chrono::seconds finalReadDelay{1};
 
-// A directly read window leaves no pixels behind when it is hidden. The copy of them is at most this old.
+// A directly read window leaves no pixels behind when it is hidden. The copy of its pixels is therefore at
+// most this old.
 constexpr std::chrono::milliseconds copyInterval{500};
 
 // How often to check again whether a changing window is obscured. X sends no event when a redirected window
@@ -37,7 +38,8 @@ CapturePolicy::Commands CapturePolicy::tick(unsigned changes, Time now) {
     Commands commands;
     if (continuousDamage.countDown())
         commands.push_back(watchDamage);
-    // Some windows get the pixmap that they draw to only when they draw after the redirection.
+    // Some windows get their new pixmap not at the redirection, but only when they draw for the first time
+    // after it.
     const bool isDamaged = (changes & damaged) != 0;
     const bool hasNewPixmap = isDamaged && std::exchange(awaitsFirstDamage, false) && isRedirected();
     if (repaintOverdue) {
@@ -53,7 +55,8 @@ CapturePolicy::Commands CapturePolicy::tick(unsigned changes, Time now) {
     return commands;
 }
 
-/// The pixmap of a window that did not repaint before it was hidden is of no use.
+/// Drops the pixmap of a window that did not repaint before it was hidden, because such a pixmap is of no
+/// use.
 CapturePolicy::Commands CapturePolicy::windowHidden() {
     Commands commands;
     if (isRedirected())

@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What the capture of a window does next.
+/// A step that CaptureSource has to do next, as CapturePolicy orders it.
 enum class CaptureCommand {
     checkWindow,      ///< Ask the server about the window; answer with windowHidden() or windowViewable().
     checkRedirection, ///< Ask whether another client has redirected the window; answer redirectionChecked().
@@ -26,9 +26,9 @@ enum class CaptureCommand {
     copyPixels,   ///< Bring the copy of the directly read pixels up to date.
 };
 
-/// Decides how a window is captured, from events and a clock alone. An event gives the commands that it leads
-/// to, in order. Direct reading is preferred, because redirection makes the server copy everything that the
-/// window draws. One thread at a time.
+/// Decides how a window is captured, from events and a clock alone. Each function for an event returns the
+/// commands that follow from the event, in order. Direct reading is preferred, because redirection makes the
+/// server copy everything that the window draws. To be used by one thread at a time.
 ///
 /// A tick, in any state:
 ///   the window was replaced, or a recheck is due      checkWindow
@@ -52,27 +52,27 @@ enum class CaptureCommand {
 ///                    damageTaken, repainted            redirected       showPixmap
 ///                    tick, waited too long             redirected       checkWindow
 ///   redirected       pixmapNamed                       redirected       showPixmap
-///   either of these  windowHidden                      hidden           unredirect, stopReading
+///   the two above    windowHidden                      hidden           unredirect, stopReading
 ///                    windowViewable, recheck is due    hidden           unredirect, checkRedirection
 ///                      and the window is readable
 ///                    windowViewable, otherwise         the same         namePixmap
 ///   any              damageTaken, no pixmap waits      the same         applyDamage
 ///
-/// "Either of these" is awaitingRepaint or redirected. A pixmap waits while it is named and not yet shown.
+/// "The two above" are awaitingRepaint and redirected. A pixmap waits while it is named and not yet shown.
 /// Readable means that the window can be read directly and that no other client has redirected it. Continuous
-/// damage adds ignoreDamage after applyDamage, and watchDamage when it is no longer assumed.
+/// damage adds ignoreDamage after applyDamage, and watchDamage when damage is no longer assumed.
 class CapturePolicy {
   public:
     using Time = std::chrono::steady_clock::time_point;
     using Commands = std::vector<CaptureCommand>;
 
     enum class State {
-        hidden,          ///< No pixels are read from the window; its last ones are shown.
+        hidden,          ///< No pixels are read from the window; the last pixels that were read are shown.
         direct,          ///< The pixels are read from the window itself.
         awaitingRepaint, ///< The window is redirected, but its pixmap may hold pixels of other windows.
         redirected,      ///< The pixels are read from the redirected window's pixmap.
     };
-    /// What happened since the last tick; flags.
+    /// Flags that tell what happened since the last tick.
     enum Change : unsigned {
         damaged = 1,
         replaced = 2, ///< The window has another pixmap, geometry or visibility.
@@ -80,19 +80,19 @@ class CapturePolicy {
     struct Viewability {
         /// The window is unobscured and of a kind that can be read directly.
         bool isReadable = false;
-        /// The window is read directly already, and has the same geometry as then.
+        /// The window is already read directly, and its geometry has not changed since direct reading began.
         bool sameGeometry = false;
     };
 
-    /// Begins a tick. No commands if nothing changed and nothing is due.
+    /// Begins a tick. Returns no commands if nothing changed and nothing is due.
     Commands tick(unsigned changes, Time now);
     Commands windowHidden();
     Commands windowViewable(const Viewability& viewability, Time now);
     Commands redirectionChecked(bool byAnotherClient, Time now);
-    /// `repainted`: the window has drawn all that was obscured when it was redirected.
+    /// `repainted` tells that the window has drawn all parts that were obscured when it was redirected.
     Commands pixmapNamed(bool repainted);
     Commands damageTaken(const PixelRect& box, PixelSize content, bool repainted);
-    /// Ends a tick that had commands, begun at `now`.
+    /// Ends a tick that had commands. `now` is the time at which the tick began.
     Commands tickEnded(Time now);
 
     [[nodiscard]] State state() const { return current; }
@@ -109,9 +109,9 @@ class CapturePolicy {
 
     State current = State::hidden;
     ContinuousDamage continuousDamage;
-    Viewability viewable; ///< As the window was viewable last.
+    Viewability viewable; ///< The value of the last windowViewable().
     bool pixmapWaits = false;
-    bool awaitsFirstDamage = false; ///< The first one since the window was redirected.
+    bool awaitsFirstDamage = false; ///< No damage has come since the window was redirected.
     Time finalReadAt = never;
     Time recheckObscuredAt = never;
     Time copyPixelsAt = never;

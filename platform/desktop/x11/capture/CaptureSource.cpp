@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-// BadMatch: the window is not viewable, or not redirected.
+// The server answers BadMatch if the window is not viewable or not redirected.
 constexpr ErrorSet notNameable = windowGone | ErrorSet{XError::match};
 
 } // namespace
@@ -71,7 +71,8 @@ CaptureResult CaptureSource::image() {
     const auto now = Clock::now();
     const auto commands = gone ? CapturePolicy::Commands{} : policy.tick(changes.exchange(0), now);
     const bool changed = !commands.empty();
-    // One scope for all requests of the tick, with those of the viewers. A tick without changes makes none.
+    // One ExpectErrors is enough for all requests of the tick and of the viewers. A tick without changes
+    // makes no requests and needs none.
     std::optional<ExpectErrors> died;
     if (changed) {
         died.emplace(connection, windowAndResourcesGone);
@@ -85,7 +86,7 @@ CaptureResult CaptureSource::image() {
     if (auto same = changed ? nullptr : lastImage.lock())
         return same;
     auto image = std::make_shared<const X11WindowImage>(connection, shared_from_this(), content);
-    // The viewers of this content have the last image of it, and draw the change themselves if they can.
+    // The viewers of this content have its last image, and draw the change themselves if they can.
     auto drawn = content->showToViewers(image) ? lastImage.lock() : nullptr;
     if (drawn && drawn->content() == content)
         return drawn;
@@ -176,7 +177,8 @@ bool CaptureSource::hasSameGeometry(const DirectPixels& direct) const {
     return direct.windowSize() == source.size && direct.copy().visible == source.visiblePart();
 }
 
-/// Only a redirected window has a pixmap that can be named, and this window is not redirected from here.
+/// Tries to name the window's pixmap. This works only if another client has redirected the window, because
+/// this source has not.
 void CaptureSource::checkRedirection() {
     const auto id = xcb_generate_id(connection.xcb());
     const bool byAnotherClient = connection.succeeds(
@@ -188,7 +190,7 @@ void CaptureSource::checkRedirection() {
     perform(policy.redirectionChecked(byAnotherClient, Clock::now()));
 }
 
-/// The first report comes at once and is of the whole window.
+/// Starts the damage reports. The first report comes at once and is of the whole window.
 void CaptureSource::watchDamage() {
     const ExpectErrors gone(connection, windowGoneOrReplaced);
     damage = {connection, xcb_generate_id(connection.xcb())};
@@ -200,15 +202,15 @@ void CaptureSource::subtractDamage() {
         xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
 }
 
-/// Waits for no reply, because the events have told the box. The server reports each growth of the box, so
-/// damage that is missed here is reported again.
+/// Takes the reported damage without waiting for a reply, because the events have told the damaged box. The
+/// server reports each growth of the box, so damage that is missed here is reported again.
 void CaptureSource::takeDamage() {
     subtractDamage();
     takenDamage = reportedDamage.take();
     perform(policy.damageTaken(takenDamage, content->size(), reportedDamage.isRepainted()));
 }
 
-/// Earlier damage is subtracted, so that the same parts are reported again when the window repaints them.
+/// Subtracts earlier damage first, so that the same parts are reported again when the window repaints them.
 void CaptureSource::redirect() {
     subtractDamage();
     reportedDamage.awaitRepaint(obscured, [this] {
@@ -218,7 +220,7 @@ void CaptureSource::redirect() {
 }
 
 void CaptureSource::unredirect() {
-    // BadValue: the window's number belongs to a new window, which is not redirected.
+    // The server answers BadValue if the number now belongs to a new window, which is not redirected.
     const ExpectErrors gone(connection, windowGone | ErrorSet{XError::value});
     xcb_composite_unredirect_window(connection.xcb(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }

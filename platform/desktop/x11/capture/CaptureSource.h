@@ -25,16 +25,17 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
   public:
     /// Selects the window's events; does not wait for the server.
     CaptureSource(X11Connection& connection, const RenderFormats& formats, xcb_window_t window);
-    /// `selectedAnew`: another source has this window number by now, and its event selection must stay. The
-    /// source has no owner any more, so no other thread uses it.
+    /// Ends the capture on the server. `selectedAnew` means that a newer source captures the same window
+    /// number, so the event selection on the window must stay. To be called when this source has no owner any
+    /// more, so that no other thread uses it.
     void end(bool selectedAnew) MIRROLET_UNCHECKED;
 
-    /// The window's image now. The same object, without a request to the server, if nothing changed. The same
-    /// object too if the viewers of the image have drawn the change.
+    /// Returns the window's current image. If nothing changed, returns the same object as before and makes no
+    /// request to the server. Returns the same object too if the viewers of the image have drawn the change.
     CaptureResult image();
 
-    /// Whether an event with this sequence number is about this window. An earlier one is about a window that
-    /// had the same number before.
+    /// Returns whether an event with this sequence number is about this window. An earlier event is about a
+    /// window that had the same number before.
     [[nodiscard]] bool concerns(std::uint32_t eventSequence) const {
         return isAfter(firstSequence, eventSequence);
     }
@@ -42,7 +43,7 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
     void noteDamaged(const PixelRect& area, std::uint32_t eventSequence);
     void noteGone() { gone = true; }
     [[nodiscard]] bool isGone() const { return gone; }
-    /// The window has another pixmap, visible part or visibility.
+    /// Notes that the window has another pixmap, visible part or visibility.
     void noteReplaced() { changes |= CapturePolicy::replaced; }
     void noteGeometry(PixelSize size, int borderWidth);
 
@@ -72,20 +73,20 @@ class CaptureSource : public std::enable_shared_from_this<CaptureSource> {
 
     std::atomic<unsigned> changes = CapturePolicy::replaced; ///< Since the last tick.
     std::atomic<bool> gone = false;
-    std::atomic<std::uint64_t> checkedGeometry = 0; ///< As packed(), when the window was checked last.
+    std::atomic<std::uint64_t> checkedGeometry = 0; ///< The packed() geometry at the last check.
     ReportedDamage reportedDamage;
 
-    /// The first in the order of the mutexes: source, viewers, presenter, content. Viewers are called with it
-    /// locked.
+    /// The first mutex in the locking order, which is source, viewers, presenter, content. Viewers are called
+    /// while this mutex is locked.
     Mutex captureMutex;
     CapturePolicy policy MIRROLET_GUARDED_BY(captureMutex);
-    SourceWindow source MIRROLET_GUARDED_BY(captureMutex); ///< As it was checked last.
-    /// The parts that the pixmap lacks when the window is redirected, in the window.
+    SourceWindow source MIRROLET_GUARDED_BY(captureMutex); ///< The window's properties at the last check.
+    /// The box of the parts that the pixmap lacks when the window is redirected. In window coordinates.
     PixelRect obscured MIRROLET_GUARDED_BY(captureMutex);
     ServerResource<&xcb_damage_destroy, XError::damage> damage MIRROLET_GUARDED_BY(captureMutex);
     PixelRect takenDamage MIRROLET_GUARDED_BY(captureMutex);
     std::shared_ptr<WindowContent> content MIRROLET_GUARDED_BY(captureMutex);
-    /// The named pixmap until it is shown.
+    /// Holds a named pixmap until the pixmap is shown.
     std::shared_ptr<WindowContent> waitingContent MIRROLET_GUARDED_BY(captureMutex);
     std::weak_ptr<const X11WindowImage> lastImage MIRROLET_GUARDED_BY(captureMutex);
 };

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int ticksUntilContinuous = 15;
 constexpr int ticksAssumed = 15;
-/// The report that a new watch of the damage begins with, and two of the window's own.
+/// After assumed ticks, this many reported ticks in a row confirm that the damage is still continuous. The
+/// first report comes from the new watch of the damage itself, and the other two from the window.
 constexpr int ticksToConfirm = 3;
 
 } // namespace

@@ -4,26 +4,26 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Recognises continuous damage, which is a window that changes nearly everywhere on every tick, as a playing
-/// video does. The damage of the next ticks is then assumed instead of being reported, because each report
-/// wakes a thread. After these ticks the reports are needed again for a moment, to see whether the window
-/// still changes.
+/// Recognises continuous damage: the window changes nearly everywhere on every tick, as a playing video does.
+/// The damage of the next ticks is then assumed instead of being reported, because each report wakes a
+/// thread. After the assumed ticks, a few reports are needed again to see whether the window still changes.
 class ContinuousDamage {
   public:
-    /// A tick passed without any damage.
+    /// Notes that a tick passed without any damage.
     void interrupt() { continuousTicks = 0; }
-    /// A tick with this damaged box, of a window of this size. True if the following ticks are assumed.
+    /// Notes a tick with damage in `box` of a window of size `window`. Returns true if damage is assumed for
+    /// the following ticks.
     bool add(const PixelRect& box, PixelSize window);
 
     [[nodiscard]] bool isAssumed() const { return assumedTicks > 0; }
-    /// Counts one tick down. True if this tick was the last one with assumed damage.
+    /// Counts one assumed tick down. Returns true if this tick was the last one with assumed damage.
     bool countDown() { return assumedTicks > 0 && --assumedTicks == 0; }
-    /// Assumes no further ticks. True if there were any left.
+    /// Stops assuming damage. Returns true if any assumed ticks were left.
     bool stopAssuming();
 
   private:
     int continuousTicks = 0;
-    int assumedTicks = 0; ///< To come.
+    int assumedTicks = 0; ///< The ticks to come with assumed damage.
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -6,23 +6,23 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The pixels of a window that is read directly, and a copy of them. The copy stays when the window is hidden
-/// or obscured. Any thread.
+/// The pixels of a window that is read directly, and a copy of these pixels. The copy stays when the window
+/// is hidden or obscured. May be used by any thread.
 class DirectPixels {
   public:
-    /// For a window of the screen's depth, of this size and format, of which `visible` is shown. The copy is
-    /// black at first.
+    /// The window must have the screen's depth. `visible` is the part of the window that is shown. The copy
+    /// is black at first.
     DirectPixels(X11Connection& connection, xcb_window_t window, PixelSize windowSize,
                  xcb_render_pictformat_t format, PixelRect visible);
 
     [[nodiscard]] xcb_window_t window() const { return sourceWindow; }
     [[nodiscard]] PixelSize windowSize() const { return sourceSize; }
     [[nodiscard]] const StoredPixels& copy() const { return stored; }
-    /// Brings the copy up to date. Obscured parts keep what they had, because the server copies visible
-    /// pixels only.
+    /// Brings the copy up to date. Obscured parts of the copy keep their old pixels, because the server
+    /// copies visible pixels only.
     void updateCopy() const;
 
-    /// Whether the window itself may be read. The copy alone is valid afterwards.
+    /// Returns whether the window itself may be read. After stopReading() only the copy may be read.
     [[nodiscard]] bool isReadable() const { return readable; }
     void stopReading() { readable = false; }
 

@@ -10,8 +10,8 @@ class X11WindowImage;
 /// change, so that no other thread has to be woken.
 class ImageViewer {
   public:
-    /// Draws a newer image of the viewed content. False if the main thread has to draw the image. Called on
-    /// the thread of the capture, which goes on afterwards.
+    /// Draws a newer image of the viewed content. Returns false if the main thread has to draw the image
+    /// instead. Called on the capturing thread, which continues after the call.
     [[nodiscard]] virtual bool show(const std::shared_ptr<const X11WindowImage>& image) = 0;
 
   protected:

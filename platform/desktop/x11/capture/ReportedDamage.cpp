@@ -18,7 +18,8 @@ PixelRect ReportedDamage::take() {
     return std::exchange(box, {});
 }
 
-/// The request is made under the mutex, because its first events may be read before it returns.
+/// Calls `redirect` with the mutex locked, because another thread may read the request's first events before
+/// `redirect` returns.
 void ReportedDamage::awaitRepaint(const PixelRect& obscured, const std::function<std::uint32_t()>& redirect) {
     const MutexLock lock(damageMutex);
     redirectSequence = redirect();

@@ -8,23 +8,23 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Whether the server had done this request when it sent an event. Sequence numbers wrap around.
+/// Returns whether the server had processed `request` when it sent the event. Sequence numbers wrap around.
 inline bool isAfter(std::uint32_t request, std::uint32_t eventSequence) {
     return static_cast<std::int32_t>(eventSequence - request) >= 0;
 }
 
 /// Collects what DAMAGE events report about one window. All rectangles are in the window, without its border.
-/// Any thread.
+/// May be used by any thread.
 class ReportedDamage {
   public:
     void add(const PixelRect& area, std::uint32_t eventSequence);
-    /// The box of all that was added since the last call.
+    /// Returns the box of all areas that were added since the last call.
     PixelRect take();
 
-    /// Makes the request that redirects the window, which returns its sequence number. `obscured` holds the
-    /// pixels of other windows from then on, until the window repaints these parts.
+    /// Calls `redirect`, which requests the redirection and returns the request's sequence number. After the
+    /// redirection the part `obscured` holds the pixels of other windows until the window repaints it.
     void awaitRepaint(const PixelRect& obscured, const std::function<std::uint32_t()>& redirect);
-    /// Whether the window has repainted the obscured parts since it was redirected.
+    /// Returns whether the window has repainted the obscured parts since it was redirected.
     [[nodiscard]] bool isRepainted() const;
 
   private:

@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// What the server says about a window that is captured.
+/// The properties of a captured window, as the server reports them.
 struct SourceWindow {
     PixelSize size; ///< Without the border.
     int borderWidth = 0;
@@ -18,10 +18,10 @@ struct SourceWindow {
     bool isInputOnly = false;
     bool isViewable = false;
 
-    /// Waits for the server. None if the window is gone.
+    /// Asks the server and waits for the reply. Returns none if the window is gone.
     static std::optional<SourceWindow> query(X11Connection& connection, xcb_window_t window);
 
-    /// In the window, without border and shadow.
+    /// Returns the part without border and shadow, in window coordinates.
     [[nodiscard]] PixelRect visiblePart() const { return shadow.visiblePart(size); }
 };
 

@@ -8,8 +8,8 @@ namespace mirrolet::platform::desktop::x11 {
 /// Pixels of a source window in a pixmap, which stays on the server as long as this object does.
 struct StoredPixels {
     ServerPixmap pixmap;
-    xcb_render_pictformat_t opaqueFormat; ///< The pixmap's format, alpha left out.
-    PixelRect visible;                    ///< In the pixmap: the window without border and shadow. Not empty.
+    xcb_render_pictformat_t opaqueFormat; ///< The pixmap's format without alpha.
+    PixelRect visible;                    ///< The window without border and shadow, in the pixmap. Not empty.
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -17,15 +17,15 @@ ServerRegion makeRegion(X11Connection& connection, const PixelRect& rect) {
     return {connection, id};
 }
 
-/// The part of a window that the screen shows, in the window. For a redirected window, the part that the
-/// screen would show.
+/// Returns the part of a window that the screen shows, in window coordinates. For a redirected window,
+/// returns the part that the screen would show.
 ServerRegion visibleRegion(X11Connection& connection, xcb_window_t window) {
     const auto id = xcb_generate_id(connection.xcb());
     xcb_composite_create_region_from_border_clip(connection.xcb(), id, window);
     return {connection, id};
 }
 
-/// None where the window is gone, as the region was not made then.
+/// Returns none if the window is gone, because the server made no region then.
 std::optional<PixelRect> boundsOf(const X11Connection& connection, xcb_xfixes_fetch_region_cookie_t cookie) {
     const auto reply = connection.reply<xcb_xfixes_fetch_region_reply>(cookie, {XError::region});
     if (!reply)
@@ -65,8 +65,8 @@ UnobscuredGuard::UnobscuredGuard(X11Connection& connection, xcb_window_t window,
 void UnobscuredGuard::close(xcb_render_picture_t destination) const {
     auto* xcb = connection.xcb();
     const auto region = visibleRegion(connection, window);
-    // A single obscured pixel is grown over every possible position, so that no part of `all` is left to
-    // draw.
+    // Each obscured pixel is grown until it contains every possible position. One obscured pixel is therefore
+    // enough to leave no part of `all` to draw.
     constexpr std::uint16_t everywhere = 2 * reach;
     xcb_xfixes_subtract_region(xcb, picture.id(), region.id(), region.id());
     xcb_xfixes_expand_region(xcb, region.id(), region.id(), everywhere, everywhere, everywhere, everywhere);

@@ -10,7 +10,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// Two seconds of ticks. A viewer that drew longer ago draws everything again.
+/// The number of damages that are kept, which is two seconds of ticks. A viewer that drew longer ago draws
+/// everything again.
 constexpr std::size_t damagesKept = 32;
 
 PixelRect visiblePart(const NothingSeen& nothing) {

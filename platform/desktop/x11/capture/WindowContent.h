@@ -19,50 +19,55 @@ struct NothingSeen {
     PixelSize size;
 };
 
-/// The pixmap of a redirected window. The window draws to the pixmap as long as it keeps its size and stays
-/// mapped.
+/// The pixmap of a redirected window. The window draws to the pixmap as long as the window keeps its size and
+/// stays mapped.
 struct RedirectedPixels {
     StoredPixels stored;
-    int borderWidth; ///< Of the window; the pixmap holds the border as well.
+    int borderWidth; ///< The width of the window's border, which the pixmap holds as well.
 };
 
-/// What a window shows between two changes of its geometry or of the way that it is captured. Any thread.
+/// The content of a window between two changes of its geometry or of the way that the window is captured. May
+/// be used by any thread.
 class WindowContent {
   public:
-    /// One of three kinds.
+    /// The pixels are of one of these three kinds.
     using Pixels = std::variant<NothingSeen, RedirectedPixels, std::unique_ptr<DirectPixels>>;
     explicit WindowContent(Pixels pixels);
 
     [[nodiscard]] PixelSize size() const { return {visible.width, visible.height}; }
-    /// The redirected window's pixmap, or the copy of the directly read window. nullptr if nothing was seen.
+    /// Returns the redirected window's pixmap, or the copy of the directly read window. Returns nullptr if no
+    /// pixels were ever seen.
     [[nodiscard]] const StoredPixels* stored() const;
-    /// The window to read directly. nullptr for the other kinds, and after stopReading().
+    /// Returns the window to read directly. Returns nullptr for the other two kinds, and after stopReading().
     [[nodiscard]] const DirectPixels* direct() const;
-    /// The window is not read directly any more, if it was. Its copy holds what it showed last.
+    /// Ends the direct reading of the window, if there was any. The copy keeps the last pixels.
     void stopReading();
 
     /// Notes that the window drew into `area`, which is in the window without its border.
     void noteDamage(PixelRect area);
     void noteDamageEverywhere() { noteDamage(visible); }
-    /// Grows with each noted damage.
+    /// Returns a number that grows with each noted damage.
     [[nodiscard]] std::uint64_t serial() const;
-    /// The box of the changes between two serials, in the visible part. All of that part if `earlier` is too
-    /// long ago.
+    /// Returns the box of the changes between two serials, in the visible part. Returns the whole visible
+    /// part if `earlier` is too long ago.
     [[nodiscard]] PixelRect changedBetween(std::uint64_t earlier, std::uint64_t later) const;
 
-    /// From now on the viewer gets each new image of this content. Must not be called from show(), nor with a
-    /// mutex held that show() locks.
+    /// Passes each new image of this content to the viewer from now on. Must not be called from show(), nor
+    /// while the caller holds a mutex that show() locks.
     void watch(ImageViewer& viewer) const;
-    /// Waits until the viewer has shown the image that it is showing. Must not be called from show() either.
+    /// Passes no further images to the viewer. Waits until a running show() of the viewer has returned. Must
+    /// not be called from show().
     void unwatch(ImageViewer& viewer) const;
-    /// Whether there are viewers, and all of them have drawn the image.
+    /// Passes the image to all viewers. Returns true if there are viewers and all of them have drawn the
+    /// image.
     [[nodiscard]] bool showToViewers(const std::shared_ptr<const X11WindowImage>& image) const;
 
   private:
     const Pixels pixels;
     const PixelRect visible; ///< In the window, without its border.
 
-    mutable Mutex damageMutex; ///< The last in the order of the mutexes; none is locked while it is held.
+    mutable Mutex damageMutex; ///< The last mutex in the locking order. No other mutex is locked while this
+                               ///< one is held.
     /// The last damages, in the window. The newest one has the number `noted`.
     std::deque<PixelRect> recent MIRROLET_GUARDED_BY(damageMutex);
     std::uint64_t noted MIRROLET_GUARDED_BY(damageMutex) = 0;

@@ -12,13 +12,14 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The windows that are captured now. Outlives the capture while images are held.
+/// The sources of the windows that are captured now. This object outlives the X11WindowCapture while images
+/// are held.
 class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
   public:
     Sources(X11Connection& connection, const RenderFormats& formats)
         : connection(connection), formats(formats) {}
 
-    /// nullptr if the window is not captured.
+    /// Returns nullptr if the window is not captured.
     std::shared_ptr<CaptureSource> find(xcb_window_t window) {
         const MutexLock lock(sourcesMutex);
         return findLocked(window);
@@ -50,8 +51,8 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
         return found == byNumber.end() ? nullptr : found->second.lock();
     }
 
-    /// Called on the thread that releases the last image. Without the mutex this could undo the event
-    /// selection of a new source for the same window.
+    /// Ends a source, on the thread that releases its last image. Locks the mutex, because the event
+    /// selection of a new source for the same window could be undone otherwise.
     void end(xcb_window_t window, CaptureSource* source) {
         {
             const MutexLock lock(sourcesMutex);
@@ -67,7 +68,8 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 
     X11Connection& connection;
     const RenderFormats formats;
-    /// Keeps the order of event selections on one window as well. No reply is waited for while it is locked.
+    /// Also keeps the event selections on one window in order. No thread waits for a reply while this mutex
+    /// is locked.
     Mutex sourcesMutex;
     std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber MIRROLET_GUARDED_BY(sourcesMutex);
 };
@@ -116,8 +118,8 @@ void X11WindowCapture::watchWindows() {
 }
 
 void X11WindowCapture::watchCompositingManager() {
-    // All windows get new pixmaps when a compositing manager starts or stops. No event on the windows says
-    // so.
+    // All windows get new pixmaps when a compositing manager starts or stops. The windows themselves get no
+    // event then.
     subscriptions.push_back(compositingManager.onChange([this] {
         for (const auto& source : sources->all())
             source->noteReplaced();

@@ -12,18 +12,19 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CaptureSource;
 
-/// Window images by COMPOSITE and DAMAGE. A window is watched, and redirected while it is obscured, from its
-/// first image on until its last image is released. Images must be released before the connection is.
+/// Captures windows with the COMPOSITE and DAMAGE extensions. A window is watched from its first image on
+/// until its last image is released, and is redirected while it is obscured. All images must be released
+/// before the connection.
 class X11WindowCapture final : public WindowCapture {
   public:
-    /// Before the connection starts to read events.
+    /// Must be called before the connection starts to read events.
     explicit X11WindowCapture(X11Connection& connection);
     ~X11WindowCapture() override;
 
     [[nodiscard]] bool permitted() const override;
     CaptureResult capture(WindowNumber window) override;
-    /// Whether an image of this window is held now, as it is while the window is mirrored. False once the
-    /// window is destroyed. Makes no request. Any thread.
+    /// Returns whether an image of this window is held now, as it is while the window is mirrored. Returns
+    /// false once the window is destroyed. Makes no request. May be called on any thread.
     [[nodiscard]] bool isCaptured(WindowNumber window) const;
 
   private:

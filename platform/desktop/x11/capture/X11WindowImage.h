@@ -23,9 +23,10 @@ class X11WindowImage final : public WindowImage {
     [[nodiscard]] Bitmap readBack() const override;
 
     [[nodiscard]] const std::shared_ptr<const WindowContent>& content() const { return theContent; }
-    /// The content's serial when the image was made.
+    /// Returns the serial that the content had when the image was made.
     [[nodiscard]] std::uint64_t serial() const { return theSerial; }
-    /// Whether both are of the same content, and this image was made before the other one's changes.
+    /// Returns whether both images are of the same content and this image is without the latest changes of
+    /// `other`.
     [[nodiscard]] bool precedes(const X11WindowImage& other) const {
         return theContent == other.theContent && theSerial < other.theSerial;
     }

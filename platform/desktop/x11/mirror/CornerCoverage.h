@@ -7,8 +7,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The part of a pixel, 0 to 1, that lies inside a rectangle with round corners. The pixel must lie in the
-/// rectangle, and the radius must be at most half of the shorter side. The result is a close approximation.
+/// Returns the part of a pixel, 0 to 1, that lies inside a rectangle with round corners. The pixel must lie
+/// in the rectangle, and the radius must be at most half of the shorter side. The result is a close
+/// approximation.
 inline double cornerCoverage(int x, int y, PixelSize rectangle, double radius) {
     const double dx = radius - (std::min(x, rectangle.width - 1 - x) + 0.5);
     const double dy = radius - (std::min(y, rectangle.height - 1 - y) + 0.5);

@@ -12,10 +12,10 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::size_t guardedSteps = 2; ///< Of a window that is read directly.
+constexpr std::size_t guardedSteps = 2; ///< The guarded steps for a window that is read directly.
 
-/// The range of a step's result that reads any of the pixels `from` to `to` of the step before. One pixel
-/// wider on each side than the filter reaches, because of the server's rounding.
+/// Returns the range of a step's result that depends on the pixels `from` to `to` of the step before. The
+/// range is one pixel wider on each side than the filter reaches, because of the server's rounding.
 std::pair<int, int> reached(int from, int to, double scale) {
     return {static_cast<int>(std::floor((from - 1) / scale)) - 1,
             static_cast<int>(std::ceil((to + 1) / scale)) + 1};
@@ -33,8 +33,8 @@ xcb_render_fixed_t fixed(double value) {
     return static_cast<xcb_render_fixed_t>(std::lround(value * 65536));
 }
 
-/// A part is read at the same scaled coordinates as in a drawing of the whole, so that it gets the same
-/// pixels.
+/// Scales one part. The part is read at the same scaled coordinates as in a drawing of the whole, so that it
+/// gets the same pixels.
 void scale(X11Connection& connection, xcb_render_picture_t from, xcb_render_picture_t to, int left, int top,
            const PixelRect& part) {
     xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_SRC, from, XCB_RENDER_PICTURE_NONE, to,
@@ -92,8 +92,8 @@ void PictureScaler::readFrom(xcb_drawable_t drawable, const StoredPixels& stored
         level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
 }
 
-/// The copy was drawn once before, and stays visible if the window is obscured right now. The copy has the
-/// format and the geometry of the window.
+/// Makes the window the source. The copy was drawn before and stays visible if the window is obscured right
+/// now. The copy has the format and the geometry of the window.
 void PictureScaler::readDirectly(const DirectPixels& direct) {
     const ExpectErrors gone(connection, windowAndResourcesGone | windowGoneOrReplaced);
     readFrom(direct.window(), direct.copy());
@@ -125,8 +125,8 @@ void PictureScaler::refreshLevels() {
     }
 }
 
-/// A directly read window is checked before it is read, and again before its pixels go on to the next level,
-/// because another window may have obscured it in between.
+/// Draws one step. A directly read window is checked before it is read, and again before its pixels go on to
+/// the next level, because another window may have obscured it in between.
 void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
                              const PixelRect& part) {
     const bool isGuarded = guard && step < guardedSteps;

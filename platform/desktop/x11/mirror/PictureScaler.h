@@ -13,8 +13,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Scales one window's picture on the server, in steps, and keeps the steps' results, so that only what the
-/// window has changed is scaled again. One thread at a time.
+/// Scales one window's picture on the server in steps. The result of each step is kept, so that only the
+/// changed parts are scaled again. To be used by one thread at a time.
 class PictureScaler {
   public:
     PictureScaler(X11Connection& connection, const RenderFormats& formats)
@@ -47,9 +47,10 @@ class PictureScaler {
     std::shared_ptr<const X11WindowImage> image;
     PixelSize size;
     std::vector<ScaleStep> steps;
-    ServerPicture source;                 ///< On the window's pixmap, or on the window itself.
-    std::optional<UnobscuredGuard> guard; ///< While the source is the window itself.
-    /// Becomes the source once its copy has been drawn. Lives as long as the image.
+    ServerPicture source;                 ///< Reads the window's pixmap, or the window itself.
+    std::optional<UnobscuredGuard> guard; ///< Set while the source is the window itself.
+    /// The window that becomes the source once its copy has been drawn. The pointer is valid as long as the
+    /// image.
     const DirectPixels* nextSource = nullptr;
     std::vector<Level> levels;
 };

@@ -12,7 +12,7 @@ namespace {
 // this are left out.
 constexpr double leastCoverage = 0.8;
 
-/// The number of pixels at either end of a row that are outside.
+/// Returns how many pixels at either end of a row are outside.
 int insetOfRow(int row, PixelSize size, double radius) {
     int inset = 0;
     while (inset < size.width / 2 && cornerCoverage(inset, row, size, radius) < leastCoverage)

@@ -9,7 +9,8 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr int largestPixmap = 32767;
-// The largest ratios at which the uneven step still loses little, by the size that it makes.
+// The largest ratios at which the uneven step still loses little. Each is named for the size that the step
+// makes.
 constexpr double toTarget = 1.5;
 constexpr double toDouble = 3.3;
 constexpr double halvedToDouble = 6.5;
@@ -38,7 +39,7 @@ std::vector<AxisStep> planAxis(int from, int to) {
         multiple /= 2;
     std::vector<AxisStep> steps;
     int pixels = from;
-    double covered = from; // The part of `pixels` that is picture. Halving an odd number adds half a pixel.
+    double covered = from; // The picture's share of `pixels`. Halving an odd number adds half a pixel.
     for (int i = 0; i < halvings; ++i) {
         pixels = (pixels + 1) / 2;
         covered /= 2;

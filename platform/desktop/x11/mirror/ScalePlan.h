@@ -14,14 +14,14 @@ struct AxisStep {
     friend bool operator==(const AxisStep&, const AxisStep&) = default;
 };
 
-/// The steps that scale `from` pixels to `to` pixels (both above 0) with a bilinear filter. One bilinear step
-/// reads only two neighbours and would skip pixels below one half. The last step makes `to` pixels. Never
-/// empty.
+/// Returns the steps that scale `from` pixels to `to` pixels (both above 0) with a bilinear filter. One
+/// bilinear step reads only two neighbours, so it would skip pixels at a ratio below one half. The last step
+/// makes `to` pixels. The result is never empty.
 ///
 /// Halving is an exact average. So a large picture is halved first, then brought to 2 or 4 times the target
 /// in one uneven step, and halved from there, which averages the error of the uneven step away. The ratios at
-/// which the plan changes were measured on pages of small text: the fewest pixels written with an SSIM
-/// against area averaging of at least 0.965 at every ratio.
+/// which the plan changes were measured on pages of small text. They write the fewest pixels with which the
+/// SSIM against area averaging is at least 0.965 at every ratio.
 std::vector<AxisStep> planAxis(int from, int to);
 
 struct ScaleStep {
@@ -29,8 +29,8 @@ struct ScaleStep {
     AxisStep y;
 };
 
-/// The steps for both axes. The axis with fewer steps comes first to its target and stays there, which makes
-/// the later steps cheaper.
+/// Returns the steps for both axes. The axis with fewer steps reaches its target first and stays there, which
+/// makes the later steps cheaper.
 std::vector<ScaleStep> planScaling(PixelSize from, PixelSize to);
 
 } // namespace mirrolet::platform::desktop::x11

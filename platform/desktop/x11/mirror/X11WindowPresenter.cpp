@@ -57,7 +57,8 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
     canvas = makeSurface(connection, size, target.depth, target.format);
     if (target.translucent)
         corners.emplace(connection, formats, size, cornerRadius);
-    // Made on the canvas and not on the window, because the window may be destroyed at any time.
+    // The context is made on the canvas and not on the window, because the window may be destroyed at any
+    // time.
     const std::uint32_t noExposures = 0;
     context = {connection, xcb_generate_id(connection.xcb())};
     xcb_create_gc(connection.xcb(), context.id(), canvas.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
@@ -92,7 +93,7 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
 
 bool X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
     // A main thread that is drawing, or has something to draw, presents this image as well. A capture never
-    // waits for it.
+    // waits for the main thread.
     if (!presenterMutex.try_lock())
         return false;
     const MutexLock lock(presenterMutex, std::adopt_lock);
@@ -139,14 +140,14 @@ void X11WindowPresenter::draw() {
     const auto part = std::exchange(stale, {});
     if (isEmpty(part))
         return;
-    const ExpectErrors gone(connection, windowAndResourcesGone); // The source window, or the panel.
+    const ExpectErrors gone(connection, windowAndResourcesGone); // Of the source window or the panel.
     drawCanvas(part);
     if (corners)
         corners->cut(canvas.picture.id(), part);
     copyToWindow(part);
 }
 
-/// Draws every pixel of the part anew and opaque, so the corners are square again afterwards.
+/// Draws every pixel of the part again, opaque. The corners in the part are square afterwards.
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
     if (!picture || !contains(pictureRect, part)) {
         const auto area = toRectangle(part);

@@ -22,7 +22,8 @@ namespace mirrolet::platform::desktop::x11 {
 /// thread is about to draw anyway.
 class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
   public:
-    /// nullptr on a server without RENDER, and for a window that is gone. Waits for the server, this once.
+    /// Returns nullptr on a server without RENDER, and for a window that is gone. Waits for the server; no
+    /// later call does.
     static std::unique_ptr<WindowPresenter> make(X11Connection& connection, WindowNumber window);
     ~X11WindowPresenter() override;
     X11WindowPresenter(const X11WindowPresenter&) = delete;
@@ -58,7 +59,7 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     X11Connection& connection;
     const RenderFormats formats;
     const Target target;
-    std::shared_ptr<const WindowContent> watched; ///< The main thread's.
+    std::shared_ptr<const WindowContent> watched; ///< Used by the main thread only.
 
     /// Not held while `watched` changes, because a capture that shows an image holds the viewers' mutex and
     /// tries to lock this one.

@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The events of one panel, whose native window Qt made. Selects them as long as this exists, for all parts
-/// of the panel.
+/// Selects the events of one panel for all parts of the panel, as long as this object exists. Qt made the
+/// panel's native window.
 class PanelEvents {
   public:
     PanelEvents(X11Connection& connection, xcb_window_t panel);

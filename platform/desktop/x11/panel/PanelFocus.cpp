@@ -8,7 +8,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// False for None and PointerRoot, which are modes and not windows.
+/// Returns false for None and PointerRoot, which are modes and not windows.
 bool isWindow(xcb_window_t focus) {
     return focus != XCB_INPUT_FOCUS_NONE && focus != XCB_INPUT_FOCUS_POINTER_ROOT;
 }
@@ -106,9 +106,9 @@ void PanelFocus::rememberOwner() {
     active = actives.empty() ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : actives.front();
     xcb_window_t before = active;
     if (before == XCB_WINDOW_NONE)
-        before = previousFocus.window(); // Another of our panels has the focus.
+        before = previousFocus.window(); // Another panel of this process has the focus.
     if (before == XCB_WINDOW_NONE && isWindow(owner))
-        before = owner; // No window manager.
+        before = owner; // There is no window manager.
     previousFocus.begin(before, panel);
 }
 

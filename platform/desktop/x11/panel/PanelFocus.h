@@ -38,9 +38,10 @@ class PanelFocus {
     void tryFocus() MIRROLET_REQUIRES(focusMutex);
     void restore() MIRROLET_REQUIRES(focusMutex);
     bool focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time);
-    /// None and PointerRoot are possible. No value if the server does not answer.
+    /// Returns the window that has the focus; None and PointerRoot are possible. Returns no value if the
+    /// server does not answer.
     [[nodiscard]] std::optional<xcb_window_t> focused() const;
-    /// Whether the panel has the focus, or no window has it.
+    /// Returns whether the panel or no window has the focus.
     [[nodiscard]] bool focusIsOurs() const;
 
     X11Connection& connection;
@@ -50,10 +51,10 @@ class PanelFocus {
     Mutex focusMutex; ///< Held while the server is asked.
     State state MIRROLET_GUARDED_BY(focusMutex) = State::without;
     xcb_timestamp_t since MIRROLET_GUARDED_BY(focusMutex) = XCB_CURRENT_TIME;
-    /// What had the focus; None and PointerRoot are possible.
+    /// The window that had the focus before the panel; None and PointerRoot are possible.
     xcb_window_t owner MIRROLET_GUARDED_BY(focusMutex) = XCB_WINDOW_NONE;
     std::uint8_t ownerRevertTo MIRROLET_GUARDED_BY(focusMutex) = XCB_INPUT_FOCUS_POINTER_ROOT;
-    /// The window manager's active window of that time.
+    /// The window manager's active window before the panel took the focus.
     xcb_window_t active MIRROLET_GUARDED_BY(focusMutex) = XCB_WINDOW_NONE;
 
     X11Connection::Subscription subscriptions[5];

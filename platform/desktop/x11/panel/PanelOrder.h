@@ -8,8 +8,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The floating panels that are shown, and where each belongs among the windows of the screen. Only decides;
-/// PanelStack asks the server and moves the windows. Stacking orders are bottom to top.
+/// Keeps the floating panels that are shown, and decides where each belongs among the windows of the screen.
+/// This class only decides; PanelStack asks the server and moves the windows. Stacking orders are bottom to
+/// top.
 class PanelOrder {
   public:
     using Windows = std::vector<WindowNumber>;
@@ -26,17 +27,17 @@ class PanelOrder {
     [[nodiscard]] bool empty() const { return panels.empty(); }
     /// Puts a panel in front of the others of its level.
     void show(WindowNumber panel, int level);
-    /// False if the panel is not shown.
+    /// Returns false if the panel is not shown.
     bool hide(WindowNumber panel);
-    /// False if the panel is not shown.
+    /// Returns false if the panel is not shown.
     bool setLevel(WindowNumber panel, int level);
-    /// The window that belongs right below a panel; 0 for none.
+    /// Sets the window that belongs right below a panel; 0 for none.
     void setShadow(WindowNumber panel, WindowNumber shadow);
 
-    /// The windows above the lowest panel, without the panels themselves.
+    /// Returns the windows above the lowest panel, without the panels themselves.
     [[nodiscard]] Windows windowsAbove(const Windows& order) const;
-    /// What has to move so that all panels are above `opponent` (none: wherever they are), sorted by level,
-    /// and their shadows below them. To be done one after the other.
+    /// Returns the moves, in order, that put all panels above `opponent`, sort the panels by level, and put
+    /// each shadow below its panel. Without an opponent, the panels are only sorted where they are.
     [[nodiscard]] std::vector<Move> moves(Windows order, std::optional<WindowNumber> opponent) const;
 
   private:

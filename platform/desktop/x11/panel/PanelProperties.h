@@ -8,17 +8,18 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Tells the window manager, task lists and the compositing manager about one panel. Any thread.
+/// Tells the window manager, task lists and the compositing manager about one panel. May be used by any
+/// thread.
 class PanelProperties {
   public:
     PanelProperties(X11Connection& connection, xcb_window_t panel, PanelStacking stacking)
         : connection(connection), panel(panel), stacking(stacking) {}
 
     /// Writes the properties that are read once, at the map. The server has them when this returns, so they
-    /// come before a map on another connection. `modal`: the panel asks the user something.
+    /// take effect before a map on another connection. `modal` tells that the panel asks the user something.
     void writeBeforeMap(bool modal) const;
-    /// Sends the requests that some window managers take only as messages, and forget with every unmap. Only
-    /// for a managed panel that is mapped; without effect on a floating one.
+    /// Sends the requests that some window managers take only as messages, and forget with every unmap. A
+    /// managed panel must be mapped. Does nothing for a floating panel.
     void requestAfterMap() const;
 
   private:

@@ -9,7 +9,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// BadMatch: the window lives, but in another parent.
+// The server answers BadMatch if the window still exists, but in another parent.
 constexpr ErrorSet siblingGone = windowGone | ErrorSet{XError::match};
 
 } // namespace
@@ -20,7 +20,8 @@ PanelStack::PanelStack(X11Connection& connection) : connection(connection) {
     subscriptions.push_back(connection.subscribe<xcb_configure_notify_event_t>(
         root, [this](const auto& event) { configured(event); }));
     subscriptions.push_back(connection.subscribe<xcb_map_notify_event_t>(root, check));
-    // Into a frame that may be above us, or back when a window manager ends.
+    // A window is reparented into a frame, which may be above the panels, or back to the root when a window
+    // manager ends.
     subscriptions.push_back(connection.subscribe<xcb_reparent_notify_event_t>(root, check));
     subscriptions.push_back(connection.subscribe<xcb_circulate_notify_event_t>(root, check));
     subscriptions.push_back(connection.subscribe<xcb_destroy_notify_event_t>(
@@ -70,8 +71,8 @@ void PanelStack::setShadow(xcb_window_t panel, xcb_window_t shadow) {
         carryOut({shadow, PanelOrder::Place::below, panel});
 }
 
-/// Sends a message to ourselves. It arrives after every event that is already under way, so a burst of events
-/// (a switched workspace) costs one check.
+/// Sends a message to this client itself. The message arrives after every event that is already under way, so
+/// a burst of events (a switched workspace) costs one check.
 void PanelStack::requestCheck() {
     const MutexLock lock(panelsMutex);
     if (panels.empty() || std::exchange(checkPending, true))
@@ -114,8 +115,8 @@ void PanelStack::check(const PanelOrder& shown) {
     connection.flush();
 }
 
-/// False if a panel could not be moved. A shadow's move is not checked, because a shadow that is gone needs
-/// no place.
+/// Moves one window. Returns false if a panel could not be moved. A shadow's move is not checked, because a
+/// shadow that is gone needs no place.
 bool PanelStack::carryOut(const PanelOrder::Move& move) {
     constexpr std::uint16_t mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
     if (move.place == PanelOrder::Place::below) {

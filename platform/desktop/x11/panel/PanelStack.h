@@ -20,12 +20,13 @@ class PanelStack {
     PanelStack(const PanelStack&) = delete;
     PanelStack& operator=(const PanelStack&) = delete;
 
-    /// Puts a panel in front of the others of its level. Any thread.
+    /// Puts a panel in front of the others of its level. May be called on any thread.
     void show(xcb_window_t panel, int level);
     void hide(xcb_window_t panel);
-    /// Without effect on a panel that is not shown.
+    /// Does nothing for a panel that is not shown.
     void setLevel(xcb_window_t panel, int level);
-    /// The window that belongs right below a panel from now on; XCB_WINDOW_NONE for none. Any thread.
+    /// Sets the window that belongs right below a panel from now on; XCB_WINDOW_NONE for none. May be called
+    /// on any thread.
     void setShadow(xcb_window_t panel, xcb_window_t shadow);
 
   private:

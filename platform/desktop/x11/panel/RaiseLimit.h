@@ -10,15 +10,15 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Limits how often the panels are raised above one and the same window. Without a limit, a window that
-/// answers each raise with its own would keep both programs busy for ever.
+/// raises itself after each raise of the panels would keep both programs busy for ever.
 class RaiseLimit {
   public:
     using Clock = std::chrono::steady_clock;
-    /// More often than anybody switches windows.
+    /// The limit is higher than the rate at which anybody switches windows.
     static constexpr int mostRaisesASecond = 8;
 
-    /// The topmost of these windows (bottom to top) that the panels may be raised above now. The raise counts
-    /// against that window and those above it.
+    /// Returns the topmost of these windows (bottom to top) that the panels may be raised above now. Counts
+    /// the raise for that window and for those above it.
     std::optional<WindowNumber> topmostAllowed(const std::vector<WindowNumber>& windows,
                                                Clock::time_point now);
     void forget(WindowNumber window) { raises.erase(window); }

@@ -63,8 +63,8 @@ void RaiseRequest::sendRestackMessage() const {
                    reinterpret_cast<const char*>(&message));
 }
 
-/// The time of the last use can stand on a window of its own, because Qt makes one where the window manager
-/// supports that.
+/// Sets the time of the panel's last use, then raises the panel. The time can stand on a separate window,
+/// because Qt makes such a window where the window manager supports that.
 void RaiseRequest::raiseAsJustUsed(xcb_timestamp_t time) const {
     const auto& atoms = connection.atoms();
     const auto cookie = requestProperty(connection, panel, atoms._NET_WM_USER_TIME_WINDOW, 4);

@@ -22,7 +22,7 @@ class Lengthening {
   public:
     enum class Direction { horizontal, vertical };
 
-    /// `breadth`: the side that both pixmaps share.
+    /// `breadth` is the side that has the same length in both pixmaps.
     Lengthening(xcb_connection_t* xcb, xcb_gcontext_t context, Direction direction, int breadth)
         : xcb(xcb), context(context), direction(direction), breadth(breadth) {}
 

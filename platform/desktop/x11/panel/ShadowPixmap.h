@@ -9,16 +9,18 @@ namespace mirrolet::platform::desktop::x11 {
 inline constexpr std::uint8_t argbDepth = 32;
 
 /// Makes the image of a panel's shadow on the server. The blur is computed once, for the smallest panel that
-/// has all four corners; for larger panels the server repeats the middle of that image. One thread at a time.
+/// has all four corners; for larger panels the server repeats the middle of that image. To be used by one
+/// thread at a time.
 class ShadowPixmap {
   public:
     explicit ShadowPixmap(X11Connection& connection) : connection(connection) {}
 
-    /// As large as the panel with the shadow's reach on each side; argbDepth deep. Lengths in pixels.
+    /// Returns a pixmap of argbDepth, as large as the panel with the shadow's reach on each side. Lengths are
+    /// in pixels.
     ServerPixmap make(PixelSize panel, double cornerRadius, const PanelShadow& shadow);
 
   private:
-    /// What the kept image was computed for.
+    /// The values for which the kept image was computed.
     struct Key {
         PixelSize panel;
         double cornerRadius = 0;

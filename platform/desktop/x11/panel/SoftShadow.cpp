@@ -12,7 +12,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// Values from 0 to 1, rows top to bottom.
+/// A grid of values from 0 to 1, with its rows top to bottom.
 struct Mask {
     Mask(int width, int height)
         : width(width), height(height), values(static_cast<std::size_t>(width) * height) {}
@@ -41,7 +41,7 @@ std::vector<float> gaussian(double sigma, int reach) {
     return weights;
 }
 
-/// Blurs along the rows and turns rows into columns. Done twice, it blurs in both directions.
+/// Blurs along the rows and turns rows into columns. Two calls blur in both directions.
 Mask blurredAndTurned(Mask& mask, const std::vector<float>& weights) {
     const int reach = static_cast<int>(weights.size()) / 2;
     Mask turned(mask.height, mask.width);

@@ -5,11 +5,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The distance from the edge of a panel within which the blur of its shadow can be seen, outside and inside.
+/// Returns the distance from a panel's edge, outside and inside, within which the shadow's blur can be seen.
 int reachOf(const PanelShadow& shadow);
 
-/// The shadow of a rectangle with round corners: black, with an alpha that a Gaussian has blurred. As large
-/// as the rectangle plus the shadow's reach on each side, without the offset.
+/// Returns the shadow of a rectangle with round corners, in black with an alpha that a Gaussian has blurred.
+/// The bitmap is as large as the rectangle plus the shadow's reach on each side, without the offset.
 Bitmap softShadow(PixelSize rectangle, double radius, const PanelShadow& shadow);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -50,8 +50,8 @@ std::vector<Candidate> viewableOf(const X11Connection& connection,
 }
 
 /// Finds the client's window inside a window manager's frame. The number of a window tells which client made
-/// it, so a child that another client made is the one. WM_STATE would tell as well, but only some time after
-/// the map event.
+/// it, so the child that another client than the window manager made is the client's window. WM_STATE would
+/// tell this as well, but only some time after the map event.
 class FrameReader {
   public:
     explicit FrameReader(const X11Connection& connection)

@@ -17,9 +17,9 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int largestSide = 16384; // Of a panel. A shadow around it still fits the protocol's 16 bits.
+constexpr int largestSide = 16384; // The largest panel side with which a shadow fits the protocol's 16 bits.
 
-/// XCB_NONE on a server without translucent windows.
+/// Returns XCB_NONE on a server without translucent windows.
 xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
     for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem; xcb_depth_next(&depth)) {
         if (depth.data->depth != argbDepth)
@@ -69,7 +69,7 @@ void WindowShadow::setRadius(double newRadius) {
 }
 
 void WindowShadow::panelMapped() {
-    // No event has told the place that the panel was made with.
+    // The server is asked, because no event tells where the panel was when it was made.
     const auto geometry =
         connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(connection.xcb(), panel), windowGone);
     const MutexLock lock(shadowMutex);
@@ -145,7 +145,7 @@ void WindowShadow::make() {
     painted = {};
 }
 
-/// Compositing managers neither animate a window of this type nor give it a shadow of their own.
+/// Sets a window type that compositing managers neither animate nor give a shadow of their own.
 void WindowShadow::writeProperties() const {
     const auto& atoms = connection.atoms();
     const std::uint32_t none = 0;
@@ -169,7 +169,7 @@ void WindowShadow::paint() {
     if (std::exchange(painted, wanted) == wanted)
         return;
     const auto full = pixmap.make(wanted.panel, radius, shadow);
-    const std::uint32_t background = full.id(); // The window keeps it, so our name for it can go.
+    const std::uint32_t background = full.id(); // The window keeps the pixmap, so its id may be freed here.
     xcb_change_window_attributes(connection.xcb(), window.id(), XCB_CW_BACK_PIXMAP, &background);
     cutOut();
     xcb_clear_area(connection.xcb(), 0, window.id(), 0, 0, 0, 0);

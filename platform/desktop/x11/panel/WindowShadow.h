@@ -32,7 +32,7 @@ class WindowShadow {
     using ServerWindow = ServerResource<&xcb_destroy_window>;
     using ServerColourMap = ServerResource<&xcb_free_colormap>;
 
-    /// What the window's background was last made for.
+    /// The values for which the window's background was last made.
     struct Painted {
         PixelSize panel;
         double radius = 0;

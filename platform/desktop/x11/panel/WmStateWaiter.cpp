@@ -27,7 +27,7 @@ WmStateWaiter::WmStateWaiter(X11Connection& connection, const PanelEvents& event
 }
 
 void WmStateWaiter::awaitMapped() {
-    // Iconic: the window manager keeps the window hidden, for example on another workspace.
+    // Iconic means that the window manager keeps the window hidden, for example on another workspace.
     await([this](const State& now) {
         return now.managed == iconic || (now.mapped && (now.managed != withdrawn || !managerLives()));
     });
@@ -54,7 +54,8 @@ WmStateWaiter::State WmStateWaiter::state() const {
             items.empty() ? withdrawn : items.front()};
 }
 
-/// A window manager that has ended leaves the windows' WM_STATE behind.
+/// Returns whether a window manager is running. WM_STATE does not tell this, because it stays on the windows
+/// when a window manager ends.
 bool WmStateWaiter::managerLives() const {
     WindowManagerCheck check(connection);
     return check.askManager() && check.managerLives();

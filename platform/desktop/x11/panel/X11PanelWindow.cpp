@@ -28,8 +28,8 @@ X11PanelWindow::~X11PanelWindow() {
     stack.hide(window);
 }
 
-/// A window manager forgets the requests with every unmap, and another window manager that takes over has
-/// never received them.
+/// Arranges that the requests are sent after every map, because a window manager forgets the requests with
+/// every unmap. They are also sent to a window manager that takes over, because it has never received them.
 void X11PanelWindow::followWindowManager() {
     connection.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     mapSubscription =
