@@ -119,7 +119,8 @@ void AppDelegate::subscribeToSettings() {
         });
 }
 
-/// Other settings need no applying, because each use reads them.
+/// Applies changes of the shortcuts, the poll interval and the always-on-top setting. Other settings need no
+/// applying, because each use reads them.
 void AppDelegate::applySettings() {
     const auto& store = SettingsStore::shared();
     applyShortcut(HotkeyID::togglePiPVisibility, shortcutIn(store), appliedShortcut);
@@ -137,7 +138,7 @@ void AppDelegate::applySettings() {
 void AppDelegate::applyShortcut(HotkeyID id, Shortcut wanted, Shortcut& applied) {
     if (wanted == applied)
         return;
-    applied = wanted; // Also if the shortcut is taken: it is tried again only when the setting changes again.
+    applied = wanted; // Stored even if the shortcut is taken, so only a changed setting tries again.
     hotkeyManager->registerHotkey(id, wanted.keyCode, wanted.modifiers);
 }
 
@@ -160,7 +161,8 @@ void AppDelegate::toggleMonitoring() {
     updateMonitoringTitle();
 }
 
-/// The window is created once. Closing it only hides it, so it keeps its tab and its fields.
+/// Shows the settings window, which is created once. Closing the window only hides it, so the window keeps
+/// its tab and its fields.
 void AppDelegate::showSettings() {
     if (!settingsWindow) {
         settingsWindow = NSWindow::withContentViewController(NSHostingController(SettingsView().body()));
@@ -178,7 +180,7 @@ void AppDelegate::quit() {
     NSApplication::shared().terminate();
 }
 
-/// The shortcuts are released with the hot-key manager.
+/// Ends monitoring and the session. The destruction of the hot-key manager releases the shortcuts.
 void AppDelegate::applicationWillTerminate() {
     windowMonitor->stop();
     if (pipController)

@@ -26,7 +26,7 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };
 
-    /// Neither shows nor starts anything yet.
+    /// Creates a delegate that shows and starts nothing yet.
     static std::shared_ptr<AppDelegate> make();
     /// Releases the members one by one: first those that deliver events, then those that handle the events.
     ~AppDelegate() override;
@@ -50,7 +50,7 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
     std::shared_ptr<platform::NSWindow> settingsWindow;       ///< Created on first use, then kept.
     std::shared_ptr<WindowMonitor> windowMonitor;
     std::shared_ptr<HotkeyManager> hotkeyManager;
-    std::shared_ptr<PromptPanel> promptPanel; ///< While a prompt is shown.
+    std::shared_ptr<PromptPanel> promptPanel; ///< Set only while a prompt is shown.
     /// The current session. Stays set after the close button has stopped the session.
     std::shared_ptr<PiPController> pipController;
     platform::AnyCancellable settingsSubscription;

@@ -19,7 +19,8 @@ constexpr const char* screenRecordingLink =
 
 } // namespace
 
-/// A detection during a prompt or a session is dropped, so a second call never replaces the first one.
+/// Offers the detected window in a prompt. A detection during a prompt or a session is dropped, so a second
+/// call never replaces the first one.
 void AppDelegate::callDetected(const DetectedWindowInfo& info) {
     if (!activeSession)
         showPrompt(info);
@@ -112,7 +113,7 @@ void AppDelegate::toggleFrontmost() {
     }
     const auto found = WindowMonitor::largestFrontmostWindow(WindowMonitor::currentWindows());
     if (!found)
-        return; // Without an alert, because the shortcut may have been pressed by mistake.
+        return; // No alert is shown, because the shortcut may have been pressed by mistake.
     activeSession = true;
     startSession(*found);
 }

@@ -15,7 +15,7 @@ using namespace mirrolet::platform;
 
 namespace {
 
-/// False, after one line in the log that says why, if there is no X server.
+/// Connects to the X server. Returns false if there is none, after logging one line that says why.
 bool chooseDesktop() {
     std::string problem;
     auto x11 = desktop::x11::makeX11Desktop(problem, [] { NSApplication::serverLost(); });
@@ -34,7 +34,7 @@ bool chooseDesktop() {
     return true;
 }
 
-/// The exit status of this process if the program already runs. None if this process is the first.
+/// Returns the exit status of this process if the program already runs, or none if this process is the first.
 std::optional<int> handOver(SingleInstance& instance) {
     const char* display = std::getenv("DISPLAY");
     switch (instance.claim(display ? display : "")) {

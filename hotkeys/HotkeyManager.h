@@ -22,8 +22,8 @@ class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
     /// Called on the main thread, on a later turn of the main loop than the press.
     std::function<void(HotkeyID)> onHotkeyPressed;
 
-    /// Makes a virtual key code with a Carbon modifier mask the id's shortcut, in place of an earlier one. A
-    /// failure is logged and leaves the id without a shortcut.
+    /// Makes a virtual key code with a Carbon modifier mask the shortcut for `id`, in place of an earlier
+    /// one. A failure is logged and leaves `id` without a shortcut.
     void registerHotkey(HotkeyID id, std::uint32_t keyCode, std::uint32_t modifiers);
     void unregisterHotkey(HotkeyID id);
 
@@ -33,11 +33,11 @@ class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
     static platform::OSStatus handle(platform::EventHandlerCallRef next, platform::EventRef event,
                                      void* userData);
 
-    std::map<std::uint32_t, platform::EventHotKeyRef> hotKeyRefs; ///< By raw id.
+    std::map<std::uint32_t, platform::EventHotKeyRef> hotKeyRefs; ///< Keyed by raw id.
     platform::EventHandlerRef eventHandlerRef = nullptr; ///< Installed once, by the first registration.
 };
 
-/// The Carbon modifier mask of AppKit's modifier flags; flags without a counterpart are dropped.
+/// Converts AppKit's modifier flags to a Carbon modifier mask. Flags without a counterpart are dropped.
 [[nodiscard]] std::uint32_t carbonModifiers(std::uint64_t fromCocoaFlags);
 
 } // namespace mirrolet

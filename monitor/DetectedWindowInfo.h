@@ -15,7 +15,7 @@ struct DetectedWindowInfo {
     std::string windowName;  ///< The title, or empty.
     std::string ownerName;
     std::optional<std::string> bundleIdentifier;
-    /// The call rule chose this window, by its title or as the second-largest one.
+    /// True if the call rule chose this window, by its title or as the second-largest window.
     bool isLikelyCall = false;
 
     friend bool operator==(const DetectedWindowInfo&, const DetectedWindowInfo&) = default;

@@ -1,4 +1,4 @@
-// The searches of WindowMonitor: one read of the window list in, at most one window out.
+// The searches of WindowMonitor. Each takes one read of the window list and returns at most one window.
 
 #include "monitor/WindowMonitor.h"
 #include "platform/appkit/NSRunningApplication.h"
@@ -27,7 +27,7 @@ constexpr double minimumSide = 100; // In points, for width and height.
 
 const std::string whatsAppBundleIdentifier = "net.whatsapp.WhatsApp";
 
-// Lower case, tried in this order.
+// Parts of a call window's title, in lower case, tried in this order.
 constexpr std::array<std::string_view, 4> callTitleKeywords = {"video call", "voice call", "group call",
                                                                "call with"};
 
@@ -36,7 +36,7 @@ const std::set<std::string>& whatsAppOwnerNames() {
     return names;
 }
 
-// The owner names of windows that are parts of the desktop itself.
+// Returns the owner names of windows that are parts of the desktop itself.
 const std::set<std::string>& excludedOwnerNames() {
     static const std::set<std::string> names = {"Window Server",      "Dock",
                                                 "Control Center",     "NotificationCenter",
@@ -69,8 +69,8 @@ const PropertyList& valueOf(const PropertyList::Dictionary& entry, const char* k
     return found == entry.end() ? missing : found->second;
 }
 
-/// The window that a dictionary describes, still without its bundle identifier. None for a window that is
-/// never offered.
+/// Returns the window that a dictionary describes, still without its bundle identifier. Returns none for a
+/// window that is never offered.
 std::optional<WindowMonitor::InternalWindowInfo> rowFrom(const PropertyList::Dictionary& entry,
                                                          std::int32_t ownProcess) {
     if (valueOf(entry, platform::kCGWindowLayer).asInt32() != 0)
@@ -115,7 +115,7 @@ Windows WindowMonitor::currentWindows() {
     if (!entries)
         return {};
     const auto ownProcess = platform::NSProcessInfo::processInfo().processIdentifier();
-    BundleIdentifiers cache; // A process without an identifier is looked up only once as well.
+    BundleIdentifiers cache; // Also remembers that a process has no identifier, to look up each only once.
     Windows windows;
     for (const auto& entry : *entries) {
         const auto* dictionary = entry.asDictionary();

@@ -7,7 +7,7 @@ namespace mirrolet {
 using namespace platform;
 
 namespace {
-constexpr int mostRepeats = 15; // Captures of one second.
+constexpr int mostRepeats = 15; // The number of captures in one second.
 }
 
 void FrameDelivery::post(const CGImageRef& image) {
@@ -15,7 +15,8 @@ void FrameDelivery::post(const CGImageRef& image) {
     const bool repeated = image == before;
     if (repeated && ++repeats < mostRepeats)
         return;
-    // One task for all, because the main thread would run the first of several before the others are posted.
+    // Posts all repeats as one task. The main thread would run the first of several tasks before the others
+    // are posted.
     const int times = std::exchange(repeats, 0);
     DispatchQueue::main().async([deliver = deliver, before, times, next = repeated ? nullptr : image] {
         for (int time = 0; before && time < times; ++time)

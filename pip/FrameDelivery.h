@@ -8,10 +8,10 @@
 
 namespace mirrolet {
 
-/// Delivers the captured images of one session on the main queue, each of them, in their order. A new image
-/// is posted at once. An image that was captured before is in the panel already, or on its way there, so
-/// repeats are collected and posted once a second, or with the next new image. The main thread then sleeps
-/// while there is nothing new to show. Used on the capture queue.
+/// Delivers every captured image of one session on the main queue, in the order of capture. A new image is
+/// posted at once. An image that repeats the one before is in the panel already, or on its way there. Repeats
+/// are therefore collected and posted once a second, or with the next new image, so that the main thread
+/// sleeps while there is nothing new to show. Used on the capture queue.
 class FrameDelivery {
   public:
     /// Runs on the main thread, for each image.
@@ -22,9 +22,9 @@ class FrameDelivery {
 
   private:
     Handler deliver;
-    /// Weak, because the last owner of an image stops the capture of its window.
+    /// The pointer is weak, because the last owner of an image stops the capture of its window.
     std::weak_ptr<const platform::CGImage> last;
-    int repeats = 0; ///< Of the last image, and still to be posted.
+    int repeats = 0; ///< How many repeats of the last image are still to be posted.
 };
 
 } // namespace mirrolet

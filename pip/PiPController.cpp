@@ -45,9 +45,9 @@ void PiPController::showPanel() {
     auto& store = SettingsStore::shared();
     const auto shown = PiPPanel::make(initialFrame(store.pipCorner()));
     shown->setLevel(store.pipAlwaysOnTop() ? NSWindowLevel::floating : NSWindowLevel::normal);
-    // The close button stops the session without a call of onClose, unlike a window that is gone. The owner
-    // keeps the stopped session as the current one, so that the same call is not offered again to a user who
-    // has just sent it away.
+    // The close button stops the session without calling onClose, unlike a window that is gone. The owner
+    // keeps the stopped session as the current one, because the user has just closed this mirror and must not
+    // be offered the same call again.
     shown->onCloseRequested = [weak = weak_from_this()] {
         if (const auto controller = weak.lock())
             controller->stop();
@@ -70,7 +70,8 @@ void PiPController::startTimer() {
     timer->resume();
 }
 
-/// One tick, on the capture queue. Reads nothing of the controller but the window's number.
+/// Captures the source window once, on the capture queue. Reads no member of the controller but the window's
+/// number.
 void PiPController::captureFrame(FrameDelivery& delivery) {
     const auto image =
         CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,

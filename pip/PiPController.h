@@ -22,18 +22,18 @@ class PiPController : public std::enable_shared_from_this<PiPController> {
     PiPController(const PiPController&) = delete;
     PiPController& operator=(const PiPController&) = delete;
 
-    /// Shows the panel and begins to capture. Without effect while the session runs.
+    /// Shows the panel and begins to capture. Does nothing while the session runs.
     void start();
-    /// Ends the session, and never calls onClose. Without effect while the session does not run.
+    /// Ends the session, and never calls onClose. Does nothing while the session does not run.
     void stop();
 
-    /// The place of a new panel, in screen coordinates.
+    /// Returns the frame of a new panel, in screen coordinates.
     [[nodiscard]] static platform::NSRect initialFrame(PiPCorner corner);
 
     /// Called once, when the window can no longer be captured.
     std::function<void()> onClose;
     const platform::CGWindowID windowID;
-    std::shared_ptr<PiPPanel> panel; ///< Of the running session; nullptr otherwise.
+    std::shared_ptr<PiPPanel> panel; ///< The mirror panel of the running session; nullptr otherwise.
     bool isRunning() const { return running; }
 
   private:

@@ -13,13 +13,13 @@
 
 namespace mirrolet {
 
-/// The mirror: a small floating panel that shows the source window. Has rounded corners, is dragged by its
-/// body, resized by its grip, and closed by a button that shows while the pointer is over the panel. Created
-/// hidden. Main thread.
+/// The mirror: a small floating panel that shows the source window. The panel has rounded corners, is dragged
+/// by its body and resized by its grip. Its close button shows while the pointer is over the panel. Created
+/// hidden. Main thread only.
 class PiPPanel : public platform::NSPanel {
   public:
-    /// `contentRect` is in screen coordinates, and is the panel's frame as well, because the panel has no
-    /// border.
+    /// Makes a hidden panel. `contentRect` is in screen coordinates. It is the panel's frame as well, because
+    /// the panel has no border.
     static std::shared_ptr<PiPPanel> make(platform::NSRect contentRect);
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }
@@ -36,8 +36,8 @@ class PiPPanel : public platform::NSPanel {
     const std::shared_ptr<PiPResizeHandleView> resizeHandle;
     const std::shared_ptr<platform::NSButton> closeButton;
     std::shared_ptr<platform::NSTrackingArea> hoverTrackingArea;
-    // The places of the pointer and of the panel when a move began, in screen coordinates. Set from the press
-    // to the release.
+    // The positions of the pointer and of the panel when a drag began, in screen coordinates. Set from the
+    // press to the release.
     std::optional<platform::NSPoint> dragOrigin;
     std::optional<platform::NSPoint> windowOriginAtDragStart;
 

@@ -33,7 +33,7 @@ void PiPResizeHandleView::draw(NSRect dirtyRect) {
     const CGFloat right = bounds().maxX();
     const CGFloat bottom = bounds().minY();
     NSBezierPath path;
-    // The first segment is the corner of the pattern. It has no length, and draws nothing with butt caps.
+    // The first segment is the corner of the pattern. It has no length, so it draws nothing with butt caps.
     // That is intended, because the grip shows two strokes, without a dot or a third stroke.
     path.move({right - 5, bottom + 5});
     path.line({right - 5, bottom + 5});

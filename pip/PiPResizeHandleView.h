@@ -12,7 +12,7 @@ class PiPResizeHandleView : public platform::NSView {
   public:
     using NSView::NSView;
 
-    /// Called while the grip is dragged, with the pointer's movement since the event before, in screen
+    /// Called while the grip is dragged, with the pointer's movement since the previous event, in screen
     /// coordinates (y upwards).
     std::function<void(platform::CGFloat dx, platform::CGFloat dy)> onResizeDrag;
     std::optional<platform::NSPoint> lastLocation;

@@ -10,7 +10,7 @@ using namespace platform::swiftui;
 
 namespace {
 
-/// The application's name comes from another program and may have any length.
+/// Returns the question. The application's name in it comes from another program and may have any length.
 Text title(const PromptContentView& view) {
     if (view.isLikelyCall)
         return Text("Video Call Detected");

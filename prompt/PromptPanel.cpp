@@ -52,7 +52,7 @@ void PromptPanel::place() {
     const auto screen = NSScreen::main();
     if (!screen)
         return;
-    // A little above the middle, where people look first.
+    // The panel is a little above the middle, where people look first.
     const NSRect visible = screen->visibleFrame;
     setFrameOrigin({visible.midX() - contentRect.width() / 2,
                     visible.midY() - contentRect.height() / 2 + 0.1 * visible.height()});

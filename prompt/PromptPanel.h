@@ -20,7 +20,7 @@ class PromptPanel : public platform::NSPanel {
     std::function<void()> onAccept;
     std::function<void()> onDecline;
 
-    /// Shows the panel and starts the time-out. A second call asks anew.
+    /// Shows the panel and starts the time-out. A second call asks the question anew.
     void show();
     /// Closes the panel without an answer.
     void dismiss();

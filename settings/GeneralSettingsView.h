@@ -13,7 +13,7 @@ namespace mirrolet {
 /// Content of the General tab: launch and timing settings.
 class GeneralSettingsView {
   public:
-    /// Looks up, once, whether the program is a login item.
+    /// Reads once whether the program is a login item.
     GeneralSettingsView();
     [[nodiscard]] platform::swiftui::View body() const;
 

@@ -10,8 +10,8 @@
 
 namespace mirrolet {
 
-/// An application that is installed on this machine. Two are equal if their identifiers are, whatever their
-/// names and icons.
+/// An application that is installed on this machine. Two applications are equal if their identifiers are
+/// equal, whatever their names and icons.
 struct InstalledApp {
     std::string bundleIdentifier;
     std::string displayName; ///< Shown in the list; the list is sorted by it.
@@ -19,8 +19,8 @@ struct InstalledApp {
 
     [[nodiscard]] const std::string& id() const { return bundleIdentifier; }
 
-    /// Every application except this one, sorted by name. Each call reads the disk and blocks while it does.
-    /// Never fails; any thread.
+    /// Returns every application except this one, sorted by name. Each call reads the disk and blocks
+    /// meanwhile. Never fails. Any thread.
     static std::vector<InstalledApp> scanInstalledApplications();
 
     friend bool operator==(const InstalledApp& first, const InstalledApp& second) {
@@ -28,7 +28,8 @@ struct InstalledApp {
     }
 };
 
-/// The folders that are scanned, in order. If two of them have the same application, the later folder counts.
+/// Returns the folders that are scanned, in order. If two folders have the same application, the later folder
+/// counts.
 std::vector<platform::URL> applicationSearchDirectories();
 
 } // namespace mirrolet

@@ -10,7 +10,7 @@ namespace mirrolet {
 /// The corner of the screen where a new mirror is placed. Stored by its raw value.
 enum class PiPCorner { bottomRight, bottomLeft, topRight, topLeft };
 
-/// In the order of the settings window's menu.
+/// Every corner, in the order of the settings window's menu.
 inline constexpr std::array allPiPCorners = {PiPCorner::bottomRight, PiPCorner::bottomLeft,
                                              PiPCorner::topRight, PiPCorner::topLeft};
 

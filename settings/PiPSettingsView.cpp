@@ -147,7 +147,8 @@ void PiPSettingsView::setWatched(const std::string& identifier, bool isWatched) 
 }
 
 void PiPSettingsView::loadInstalledApps() const {
-    // The user can change tabs faster than the disk is read. The running scan serves this showing as well.
+    // The user can change tabs faster than the disk is read. A scan that is running serves the new showing of
+    // the tab as well.
     if (isLoadingApps.get())
         return;
     isLoadingApps.set(true);

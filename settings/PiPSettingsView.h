@@ -17,8 +17,8 @@ class PiPSettingsView {
   public:
     [[nodiscard]] platform::swiftui::View body() const;
 
-    /// The applications whose name contains the text, whatever its case, in their order. An empty text gives
-    /// all of them. The text is not trimmed.
+    /// Returns the applications whose name contains the text, ignoring case, in the given order. An empty
+    /// text returns all of them. The text is not trimmed.
     static std::vector<InstalledApp> filtered(const std::vector<InstalledApp>& apps,
                                               const std::string& searchText);
 
@@ -31,8 +31,8 @@ class PiPSettingsView {
     void loadInstalledApps() const;
     void setWatched(const std::string& identifier, bool isWatched) const;
 
-    /// Result of one scan. Compared by identity, because a later scan may have other names under the same
-    /// identifiers.
+    /// The result of one scan. Results are compared by identity, because a later scan may have other names
+    /// under the same identifiers.
     using Apps = std::shared_ptr<const std::vector<InstalledApp>>;
 
     platform::swiftui::ObservedObject<SettingsStore> store{SettingsStore::shared()};

@@ -16,11 +16,12 @@ class UserDefaults;
 
 namespace mirrolet {
 
-/// Every setting of the user. Main thread only, except currentMonitoringSettings(). An assignment announces
-/// the change, makes it and saves all values, even if the new value equals the old one.
+/// Holds every setting of the user. Main thread only, except currentMonitoringSettings(). An assignment
+/// announces the change, makes the change and saves all values, even if the new value equals the old one.
 class SettingsStore {
   public:
-    /// The one store, over the program's own user defaults. Made on first use, never destroyed.
+    /// Returns the one store, over the program's own user defaults. The store is made on first use and never
+    /// destroyed.
     static SettingsStore& shared();
 
     /// Loads the stored values. A missing or unusable value gives the default. Writes nothing. Keeps a
@@ -32,13 +33,13 @@ class SettingsStore {
 
     [[nodiscard]] MonitoringScope monitoringScope() const { return scope; }
     void setMonitoringScope(MonitoringScope value) { assign(scope, value); }
-    /// Bundle identifiers of the watched applications.
+    /// Returns the bundle identifiers of the watched applications.
     [[nodiscard]] const std::set<std::string>& selectedAppIdentifiers() const { return appIdentifiers; }
     void setSelectedAppIdentifiers(std::set<std::string> value) { assign(appIdentifiers, std::move(value)); }
-    /// In seconds. A stored number is neither checked nor bounded.
+    /// Returns seconds. A stored number is neither checked nor bounded.
     [[nodiscard]] double pollInterval() const { return pollSeconds; }
     void setPollInterval(double value) { assign(pollSeconds, value); }
-    /// In seconds, neither checked nor bounded.
+    /// Returns seconds. A stored number is neither checked nor bounded.
     [[nodiscard]] double promptTimeout() const { return promptSeconds; }
     void setPromptTimeout(double value) { assign(promptSeconds, value); }
     [[nodiscard]] bool startMonitoringOnLaunch() const { return startsMonitoring; }
@@ -59,7 +60,7 @@ class SettingsStore {
     [[nodiscard]] std::uint32_t pipFrontmostShortcutModifiers() const { return frontmostModifiers; }
     void setPipFrontmostShortcutModifiers(std::uint32_t value) { assign(frontmostModifiers, value); }
 
-    /// The settings that the monitor needs, as of the last completed assignment. Any thread.
+    /// Returns the settings that the monitor needs, as of the last completed assignment. Any thread.
     [[nodiscard]] MonitoringSettings currentMonitoringSettings() const;
 
   private:
@@ -81,7 +82,7 @@ class SettingsStore {
     std::uint32_t modifiers;
     std::uint32_t frontmostKeyCode;
     std::uint32_t frontmostModifiers;
-    mutable platform::NSLock lock; ///< No other mutex is locked while it is held.
+    mutable platform::NSLock lock; ///< While this mutex is locked, no other mutex is locked.
     MonitoringSettings snapshot MIRROLET_GUARDED_BY(lock);
     platform::UserDefaults& defaults;
 };

@@ -12,7 +12,7 @@ using namespace platform;
 
 namespace {
 
-// By virtual key code. Empty for a key without a name.
+// The names of the keys, indexed by virtual key code. A key without a name has an empty string.
 constexpr std::array<const char*, 127> names = {
     "A",  "S",   "D",  "F",   "H", "G", "Z",  "X",  "C",  "V",     //   0
     "",   "B",   "Q",  "W",   "E", "R", "Y",  "T",  "1",  "2",     //  10

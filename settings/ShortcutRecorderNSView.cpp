@@ -59,7 +59,7 @@ void ShortcutRecorderNSView::keyDown(const NSEvent& event) {
         return;
     }
     if (event.isARepeat)
-        return; // The key that started the recording, or one that was refused, is still held.
+        return; // The key that started the recording, or a key that was refused, is still held down.
     if (event.keyCode == escapeKeyCode) {
         endRecording();
         return;

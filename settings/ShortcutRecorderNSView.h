@@ -9,9 +9,9 @@
 
 namespace mirrolet {
 
-/// Shows a shortcut. A click starts the recording, and the next key with a modifier becomes the new shortcut.
-/// Escape, a second click, a click elsewhere in the window and the loss of the focus cancel the recording.
-/// While it lasts, the program's own hot keys let their keys through.
+/// Shows a shortcut and records a new one. A click starts the recording, and the next key with a modifier
+/// becomes the new shortcut. Escape, a second click, a click elsewhere in the window and the loss of the
+/// focus cancel the recording. During the recording the program's own hot keys let their keys through.
 class ShortcutRecorderNSView : public platform::NSView {
   public:
     /// Key code and Carbon modifier mask.
@@ -47,7 +47,7 @@ class ShortcutRecorderNSView : public platform::NSView {
 
     Shortcut currentShortcut{0, 0};
     bool isRecording = false;
-    platform::HotKeyModeRef hotKeysOff = nullptr; ///< Held while recording.
+    platform::HotKeyModeRef hotKeysOff = nullptr; ///< Set while recording.
 };
 
 } // namespace mirrolet

@@ -50,7 +50,7 @@ OpaqueEventTarget applicationTarget;
 /// arrive until the end of the program.
 struct Registry {
     std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;           ///< The last one is called first.
-    std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< By the number of their grab.
+    std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< Keyed by the grab's number.
     std::set<std::unique_ptr<OpaqueHotKeyMode>> modes;
     std::uint32_t lastGrab = 0;
 
@@ -80,7 +80,7 @@ struct Registry {
 
     void pressed(std::uint32_t grab) {
         const auto found = hotKeys.find(grab);
-        if (found != hotKeys.end()) // Otherwise it was unregistered while the press was on its way.
+        if (found != hotKeys.end()) // The hot key may be unregistered since the press.
             deliver({{kEventClassKeyboard, kEventHotKeyPressed}, found->second->id});
     }
 };
@@ -99,7 +99,8 @@ std::optional<std::uint32_t> desktopModifiers(std::uint32_t carbon) {
             modifiers |= modifier;
         carbon &= ~mask;
     }
-    // Without an unknown modifier, another combination would be grabbed, perhaps a plain key.
+    // A mask with an unknown modifier is refused. Without that modifier another combination would be grabbed,
+    // perhaps a plain key.
     return carbon == 0 ? std::optional(modifiers) : std::nullopt;
 }
 
@@ -118,7 +119,7 @@ OSStatus statusOf(desktop::GrabResult result) {
 } // namespace
 
 void FollowDesktopHotKeys() {
-    desktopHotKeys().setPressed([](std::uint32_t grab) { // On the desktop's own thread.
+    desktopHotKeys().setPressed([](std::uint32_t grab) { // Runs on the desktop's own thread.
         DispatchQueue::main().async([grab] { Registry::instance().pressed(grab); });
     });
 }

@@ -12,9 +12,9 @@ struct KeyPair {
     std::uint32_t evdevCode;
 };
 
-// By the place of the key on an ANSI or ISO keyboard, whatever is printed on the key and whatever the layout
-// makes of it. Some tables swap the names of the grave and the section key of an ISO keyboard. Here the grave
-// key is the one left of 1 on both keyboards.
+// Pairs of a virtual key code and an evdev code. A code names the place of a key on an ANSI or ISO keyboard,
+// whatever is printed on the key and whatever the layout makes of it. Some tables swap the names of the grave
+// and the section key of an ISO keyboard. Here the grave key is the one left of 1 on both keyboards.
 constexpr KeyPair keys[] = {
     // clang-format off
     {0, 30}, // A
@@ -139,7 +139,7 @@ constexpr KeyPair keys[] = {
     // clang-format on
 };
 
-/// Above every code of the table and every code of a real keyboard.
+/// Codes from here on are above every code of the table and every code of a real keyboard.
 constexpr std::uint32_t firstOther = 0x100;
 constexpr std::uint32_t lastEvdev = 0x2ff;
 

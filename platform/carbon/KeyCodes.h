@@ -9,9 +9,9 @@ namespace mirrolet::platform {
 // 8). Both name a place on the keyboard. A key that has no virtual code of its own gets a stable one from 257
 // on, so that any key can be recorded and registered.
 
-/// None if no key has the code.
+/// Returns the evdev code of a key, or none if no key has the virtual code.
 [[nodiscard]] std::optional<std::uint32_t> evdevFromVirtual(std::uint32_t virtualCode);
-/// None for 0 and for numbers above the evdev codes.
+/// Returns the virtual code of a key, or none for 0 and for numbers above the evdev codes.
 [[nodiscard]] std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode);
 
 } // namespace mirrolet::platform

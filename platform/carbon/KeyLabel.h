@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// Label of a key (virtual key code) in the present keyboard layout, such as "P", "Space" or "F5". Empty if
-/// the layout has none. Main thread.
+/// Returns the label of a key (virtual key code) in the present keyboard layout, such as "P", "Space" or
+/// "F5". Returns an empty string if the layout has none. Main thread only.
 [[nodiscard]] std::string keyLabel(std::uint32_t virtualCode);
 
 } // namespace mirrolet::platform

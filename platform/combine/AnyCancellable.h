@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform {
 
-/// A subscription, which is cancelled when this object is destroyed or replaced. Moves, does not copy.
+/// A subscription, which is cancelled when this object is destroyed or replaced. Can be moved but not copied.
 class AnyCancellable {
   public:
     AnyCancellable() = default;

@@ -11,15 +11,15 @@ namespace mirrolet::platform {
 struct ObservableObjectPublisher::State {
     using Receiver = std::shared_ptr<const std::function<void()>>;
 
-    std::map<std::uint64_t, Receiver> subscribers; ///< By number, which is the order of subscription.
+    std::map<std::uint64_t, Receiver> subscribers; ///< Keyed by a number that grows with each subscription.
     std::uint64_t lastNumber = 0;
 };
 
 ObservableObjectPublisher::ObservableObjectPublisher() : state(std::make_shared<State>()) {}
 
 void ObservableObjectPublisher::send() {
-    // A subscriber may cancel, subscribe, or destroy this publisher, so each one is looked up anew by its
-    // number.
+    // A subscriber may cancel, subscribe, or destroy this publisher. Each subscriber is therefore looked up
+    // anew by its number.
     const auto kept = state;
     std::vector<std::uint64_t> numbers;
     for (const auto& [number, receiver] : kept->subscribers)

@@ -15,13 +15,13 @@ class ObservableObjectPublisher {
   public:
     ObservableObjectPublisher();
 
-    /// Calls every subscriber, in the order they subscribed. A subscriber may cancel itself or others
-    /// meanwhile.
+    /// Calls every subscriber in the order of subscription. A subscriber may cancel its own or other
+    /// subscriptions during the call.
     void send();
     /// Calls `receive` at once for each announcement, until the result is destroyed or cancelled.
     [[nodiscard]] AnyCancellable sink(std::function<void()> receive);
-    /// The same, but each call is posted to the queue, runs on a later turn and sees the object after the
-    /// change.
+    /// Posts a call of `receive` to the queue for each announcement, until the result is destroyed or
+    /// cancelled. The call runs on a later turn, so `receive` sees the object after the change.
     [[nodiscard]] AnyCancellable sinkOn(DispatchQueue& queue, std::function<void()> receive);
 
   private:

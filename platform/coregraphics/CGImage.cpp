@@ -11,7 +11,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// A window that is gone is the usual end of a mirror, and the backend itself reports a lost server.
+/// Logs a failed capture, except two failures. A window that is gone is the usual end of a mirror, and a lost
+/// server is reported by the backend itself.
 void logUnexpected(desktop::CaptureFailure failure, CGWindowID window) {
     const auto log = [window](const char* reason) {
         NSLog("Window " + std::to_string(window) + " cannot be mirrored: " + reason);

@@ -24,14 +24,15 @@ inline constexpr const char* kCGWindowOwnerPID = "kCGWindowOwnerPID";   ///< Int
 inline constexpr const char* kCGWindowOwnerName = "kCGWindowOwnerName"; ///< String.
 inline constexpr const char* kCGWindowName = "kCGWindowName";           ///< String; missing without a title.
 
-/// An array with one dictionary for each window on screen, front to back, desktops and docks left out. Bounds
-/// are in points, from the top-left of the desktop. None if the list cannot be read, or for other options
-/// than on-screen windows without desktop elements, relative to no window. Any thread.
+/// Returns an array with one dictionary for each window on screen, front to back, without desktops and docks.
+/// Bounds are in points, from the top-left of the desktop. Returns none if the list cannot be read. Also
+/// returns none for other options than on-screen windows without desktop elements, relative to no window. Any
+/// thread.
 std::optional<PropertyList> CGWindowListCopyWindowInfo(CGWindowListOption options,
                                                        CGWindowID relativeToWindow);
 
-/// The rectangle in a dictionary of the numbers "X", "Y", "Width" and "Height"; none if one is missing or no
-/// number.
+/// Reads a rectangle from a dictionary of the numbers "X", "Y", "Width" and "Height". Returns none if one of
+/// them is missing or is not a number.
 std::optional<CGRect> CGRectMakeWithDictionaryRepresentation(const PropertyList& dictionary);
 PropertyList CGRectCreateDictionaryRepresentation(const CGRect& rect);
 

@@ -25,7 +25,7 @@ std::string environment(const char* name, const std::string& otherwise) {
     return value && *value ? value : otherwise;
 }
 
-/// nullptr if there is no such file, or if it is no desktop entry.
+/// Reads a desktop entry. Returns nullptr if there is no such file, or if the file is not a desktop entry.
 GLibPointer<GKeyFile> readKeys(const std::string& path) {
     const auto content = readRegularFile(path, mostBytes);
     GLibPointer<GKeyFile> keys(g_key_file_new());
@@ -86,7 +86,7 @@ bool AutostartEntry::isOn() const {
     const auto keys = readKeys(path);
     if (!keys || isSwitchedOff(keys.get()))
         return false;
-    // GIO refuses an entry that is no application, or whose program is not installed.
+    // GIO refuses an entry that is not an application, or whose program is not installed.
     const GLibPointer<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(keys.get()));
     return info && g_app_info_get_executable(G_APP_INFO(info.get())) &&
            g_desktop_app_info_get_show_in(info.get(), nullptr);

@@ -13,22 +13,22 @@ class AutostartEntry {
   public:
     explicit AutostartEntry(std::string path) : path(std::move(path)) {}
 
-    /// The user's own entry of this program.
+    /// Returns the user's own entry for this program.
     static AutostartEntry own();
-    /// The entry that is installed for every user; none if there is none.
+    /// Returns the entry that is installed for every user, or none if no such entry exists.
     static std::optional<AutostartEntry> systemWide();
 
     [[nodiscard]] bool exists() const;
-    /// True if a desktop would start the program: the entry can be read, is not switched off and is meant for
-    /// this desktop, and its program is installed.
+    /// Returns true if a desktop would start the program. For that the entry must be readable, not switched
+    /// off and meant for this desktop, and its program must be installed.
     [[nodiscard]] bool isOn() const;
-    /// Replaces the entry atomically. Keys of the old entry stay. Without an old entry, those of `base` are
-    /// taken.
+    /// Replaces the entry atomically. Keys of the old entry stay. Without an old entry, the keys of `base`
+    /// are taken.
     [[nodiscard]] std::optional<NSError> write(const std::string& program, bool on,
                                                const std::optional<AutostartEntry>& base) const;
     [[nodiscard]] std::optional<NSError> remove() const;
 
-    /// The program's path, quoted for the Exec key.
+    /// Returns the program's path, quoted for the Exec key.
     static std::string quoted(const std::string& program);
 
   private:

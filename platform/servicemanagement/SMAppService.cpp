@@ -25,7 +25,8 @@ std::string runningProgram() {
     return path;
 }
 
-/// Prefers the installed program, because a build folder may be gone at the next login.
+/// Returns the path of the installed program if there is one, because a build folder may be gone at the next
+/// login.
 std::string installedProgram() {
     std::string running = runningProgram();
     const auto name = std::filesystem::path(running).filename().string();

@@ -14,17 +14,19 @@ class SMAppService {
   public:
     enum class Status { notRegistered = 0, enabled = 1 };
 
-    /// This program by its installed path, or by its running path if it is not installed.
+    /// Returns the service for this program, by its installed path, or by its running path if it is not
+    /// installed.
     static const SMAppService& mainApp();
-    /// A program by its absolute path.
+    /// Makes a service for a program with this absolute path.
     explicit SMAppService(std::string program) : program(std::move(program)) {}
 
-    /// The status as a desktop decides it. The user's own entry counts before those of the system.
+    /// Returns the status as a desktop decides it. The user's own entry overrides the system-wide entry.
     [[nodiscard]] Status status() const;
-    /// Makes the desktop start the program. No error if the desktop did so before. Other keys of the entry
-    /// stay.
+    /// Makes the desktop start the program. Returns no error if the desktop already starts the program. Other
+    /// keys of the entry stay.
     [[nodiscard]] std::optional<NSError> registerService() const;
-    /// Keeps the desktop from starting the program. No error if the desktop did so before.
+    /// Keeps the desktop from starting the program. Returns no error if the desktop did not start the program
+    /// before.
     [[nodiscard]] std::optional<NSError> unregisterService() const;
 
   private:

@@ -16,7 +16,7 @@ class AlertPresenter : public QObject {
   public:
     using Message = Binding<std::optional<std::string>>;
 
-    /// Owned by the widget.
+    /// Creates a presenter that the widget owns.
     AlertPresenter(QWidget& widget, std::string title, Message message);
 
   private:

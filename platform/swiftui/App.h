@@ -24,8 +24,8 @@ template <class Delegate> class NSApplicationDelegateAdaptor {
     std::shared_ptr<Delegate> delegate;
 };
 
-/// Runs an application object until it terminates; returns the exit status. The NSApplication and the desktop
-/// exist already.
+/// Runs an application object until it terminates, and returns the exit status. The NSApplication and the
+/// desktop must exist already.
 template <class App> int runApplication() {
     const App app;
     (void)app

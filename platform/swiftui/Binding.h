@@ -7,7 +7,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Observes something: calls the given closure after each change, until the result is cancelled.
+/// A function that observes something. It calls the given closure after each change, until the result is
+/// cancelled.
 using Observation = std::function<AnyCancellable(std::function<void()>)>;
 
 /// A two-way connection to a value that somebody else owns. Main thread only.

@@ -12,8 +12,8 @@ namespace {
 
 constexpr double cornerRadius = 7;
 
-/// Labels keep to the desktop's font up to the size at which two buttons still fit beside one another in a
-/// prompt.
+/// Returns the font of a label. The size follows the desktop's font, up to the size at which two buttons
+/// still fit beside one another in a prompt.
 QFont labelFont(ButtonStyle style) {
     QFont font = resolvedFont(Font::body);
     if (style == ButtonStyle::borderedProminent)

@@ -7,10 +7,10 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Lays items out below one another. In the centred layout each item has its ideal width, and all of them
-/// together stand in the middle. In the layout from the top each item is as wide as there is room. Items that
-/// want to grow share the spare height. Where the height does not suffice, items shrink down to their
-/// minimum: those of low precedence first, and upper ones before lower ones.
+/// Lays items out below one another. In the centred layout each item has its ideal width, and the column of
+/// items stands in the middle. In the layout from the top each item takes the full width. Items that want to
+/// grow share the spare height. If the height does not suffice, items shrink down to their minimum. Items of
+/// low precedence shrink first, and upper items before lower ones.
 class ColumnLayout : public QLayout {
   public:
     enum class Placement { centred, fromTop };
@@ -18,7 +18,7 @@ class ColumnLayout : public QLayout {
     explicit ColumnLayout(double spacing, Placement placement = Placement::centred);
     ~ColumnLayout() override;
 
-    /// Precedence of a widget's ideal height; 0 by default.
+    /// Sets the precedence of a widget's ideal height. The default is 0.
     static void setPrecedence(QWidget& widget, int precedence);
 
     void addItem(QLayoutItem* item) override;

@@ -9,18 +9,18 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Runs `action` after each change, until the widget goes.
+/// Runs `action` after each change, until the widget is destroyed.
 inline void whenChanged(QWidget& widget, const Observation& changes, const std::function<void()>& action) {
     auto subscription =
         std::make_shared<AnyCancellable>(changes([guard = QPointer<QWidget>(&widget), action] {
             if (guard)
                 action();
         }));
-    // The connection goes with the widget, and the subscription with the connection.
+    // The connection ends with the widget, and the subscription ends with the connection.
     QObject::connect(&widget, &QObject::destroyed, [subscription] { subscription->cancel(); });
 }
 
-/// As whenChanged(), and once now.
+/// Runs `update` now and after each change, until the widget is destroyed.
 inline void follow(QWidget& widget, const Observation& changes, const std::function<void()>& update) {
     update();
     whenChanged(widget, changes, update);

@@ -23,7 +23,7 @@ class List : public Modifiable<List> {
         std::shared_ptr<NSImage> image;
     };
     struct Content {
-        std::function<std::vector<Row>()> rows; ///< Asked again after each change of `rowChanges`.
+        std::function<std::vector<Row>()> rows; ///< Called again after each change of `rowChanges`.
         std::vector<Observation> rowChanges;
         std::function<bool(const std::string& id)> isOn;
         std::function<void(const std::string& id, bool isOn)> setOn;

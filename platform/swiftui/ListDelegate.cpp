@@ -87,7 +87,7 @@ void ListDelegate::paintImage(QPainter& painter, const QRect& place, const QMode
 }
 
 void ListDelegate::loadNext() {
-    // Rows that were filtered or scrolled away meanwhile ask again when they are drawn again.
+    // Skips rows that were filtered or scrolled away meanwhile. Such a row asks again when it is drawn again.
     while (!wanted.empty()) {
         const QPersistentModelIndex index = wanted.front();
         wanted.pop_front();

@@ -8,7 +8,7 @@ namespace mirrolet::platform::swiftui {
 
 ListWidget::ListWidget() {
     setFrameShape(QFrame::NoFrame);
-    setUniformItemSizes(true); // So a thousand rows need not be measured.
+    setUniformItemSizes(true); // Saves measuring each of a thousand rows.
     setSelectionMode(QAbstractItemView::NoSelection);
     setMouseTracking(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

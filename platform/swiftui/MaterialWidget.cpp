@@ -9,7 +9,8 @@ void MaterialWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const Theme theme(*this);
-    // Where the corners are cut by shape, an edge pixel that the shape covers in part would mix with black.
+    // Without compositing the corners are cut by the window's shape. An edge pixel that the shape covers only
+    // in part would otherwise mix with black.
     if (!desktop::Desktop::current().isComposited())
         painter.fillRect(rect(), mixed(theme.material, theme.dark ? Qt::white : Qt::black, 0.2));
     // The fill is opaque, because without blur the text of other windows would shine through.

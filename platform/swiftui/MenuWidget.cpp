@@ -42,7 +42,7 @@ void MenuWidget::focusInEvent(QFocusEvent* event) {
 }
 
 void MenuWidget::wheelEvent(QWheelEvent* event) {
-    event->ignore(); // Scrolling the form must not change what lies under the pointer.
+    event->ignore(); // The wheel scrolls the form, and must not change the menu that lies under the pointer.
 }
 
 void MenuWidget::paintEvent(QPaintEvent* /*event*/) {

@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform {
 
-/// Brings a declarative view into a window.
+/// A view controller that brings a declarative view into a window.
 class NSHostingController : public NSViewController {
   public:
     explicit NSHostingController(const swiftui::View& rootView)

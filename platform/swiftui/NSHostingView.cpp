@@ -10,8 +10,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Gives the focus to the root itself when its window first shows, and not to the first control, because a
-/// stray Space must not press a button that nobody chose. Tab goes on from there.
+/// Gives the focus to the root itself when its window first shows. The first control does not get the focus,
+/// because a stray Space must not press a button that nobody chose. Tab moves on from the root.
 class InitialFocus : public QObject {
   public:
     explicit InitialFocus(QWidget& root) : QObject(&root), root(root) { root.installEventFilter(this); }
@@ -34,7 +34,7 @@ struct NSHostingView::Root {
 
 NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_unique<Root>()) {
     QWidget* widget = rootView.build({});
-    new InitialFocus(*widget); // Owned by the widget.
+    new InitialFocus(*widget); // The widget owns the object.
     if (const auto* material = dynamic_cast<swiftui::MaterialWidget*>(widget)) {
         CALayer rounded = layer();
         rounded.cornerRadius = material->cornerRadius();
@@ -46,7 +46,7 @@ NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_uni
 NSHostingView::~NSHostingView() {
     if (!root->widget)
         return;
-    // One of the view's own controls may have caused this, and is still on the stack then.
+    // One of the view's own controls may have caused this call, and is then still on the stack.
     root->widget->hide();
     root->widget->setParent(nullptr);
     root->widget->deleteLater();

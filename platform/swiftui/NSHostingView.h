@@ -15,7 +15,7 @@ class NSHostingView : public NSView {
     explicit NSHostingView(const swiftui::View& rootView);
     ~NSHostingView() override;
 
-    /// The size that the root view asks for.
+    /// Returns the size that the root view asks for.
     [[nodiscard]] std::optional<NSSize> intrinsicContentSize() const override;
     [[nodiscard]] QWidget* hostedWidget() override;
 

@@ -10,7 +10,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 
-/// Adds the focus ring and the name for assistive software.
+/// A widget that adds the focus ring and the name for assistive software.
 class RepresentedWidget : public NSViewWidget {
   public:
     explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view), represented(view) {
@@ -40,8 +40,8 @@ class RepresentedWidget : public NSViewWidget {
     }
 
   private:
-    /// Qt has no text value of a button, so the view's value is the description. Setting it tells assistive
-    /// software of a change, even if there is none.
+    /// Sets the accessible description to the view's value, because Qt has no text value of a button. Setting
+    /// the description tells assistive software of a change, even if there is none.
     void describe() {
         setToolTip(QString::fromStdString(represented->toolTip));
         const auto value = QString::fromStdString(represented->accessibilityValue);
@@ -53,8 +53,8 @@ class RepresentedWidget : public NSViewWidget {
     FocusVisibility focusVisibility;
 };
 
-/// Tells assistive software that the widget is a button. Qt would call it a filler, which screen readers pass
-/// over.
+/// Tells assistive software that the widget is a button. By default Qt calls the widget a filler, which
+/// screen readers pass over.
 QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* object) {
     auto* widget = dynamic_cast<RepresentedWidget*>(object);
     return widget ? new QAccessibleWidget(widget, QAccessible::Button) : nullptr;
@@ -63,7 +63,7 @@ QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* ob
 } // namespace
 
 QWidget* representedWidget(const RepresentedView& represented) {
-    QAccessible::installFactory(accessibleButton); // The second time this does nothing.
+    QAccessible::installFactory(accessibleButton); // Does nothing from the second call on.
     auto* widget = new RepresentedWidget(represented.view);
     const auto refresh = [view = represented.view, update = represented.update] { update(*view); };
     refresh();

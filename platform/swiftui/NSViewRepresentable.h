@@ -18,8 +18,8 @@ struct RepresentedView {
 /// Makes the widget that shows the view and keeps it up to date.
 QWidget* representedWidget(const RepresentedView& represented);
 
-/// A view of the other kind among declarative views. The subclass has makeNSView(), updateNSView(NSView&) and
-/// changes(), whose observations each cause an update.
+/// Places an NSView among declarative views. The subclass has makeNSView(), updateNSView(NSView&) and
+/// changes(). Each observation from changes() causes an update.
 template <class Self> class NSViewRepresentable : public Modifiable<Self> {
   public:
     [[nodiscard]] View body() const {

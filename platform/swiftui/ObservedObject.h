@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A reference to an observable object that outlives every view. The object announces a change before the
-/// change, so views read the object on a later turn of the main loop.
+/// A reference to an observable object that outlives every view. The object announces a change before making
+/// the change, so views read the object on a later turn of the main loop.
 template <class Object> class ObservedObject {
   public:
     explicit ObservedObject(Object& observed) : object(&observed) {}

@@ -24,7 +24,7 @@ QWidget* menuPicker(const PickerContent& content) {
     return menu;
 }
 
-/// Tab goes to the chosen button; the arrow keys go on from there.
+/// Checks the button of a choice. Tab goes to the checked button, and the arrow keys move on from there.
 void choose(const QButtonGroup& buttons, int id) {
     buttons.button(id)->setChecked(true);
     for (auto* button : buttons.buttons())

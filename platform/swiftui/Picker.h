@@ -25,8 +25,8 @@ struct PickerContent {
 
 View pickerView(PickerContent content);
 
-/// One choice out of a few. A value that is not among the choices shows as no choice, and stays until the
-/// user chooses.
+/// A control that chooses one out of a few values. If the bound value is not among the choices, no choice is
+/// shown as chosen. The value stays until the user chooses.
 template <class Value> class Picker : public Modifiable<Picker<Value>> {
   public:
     Picker(std::string label, Binding<Value> selection, std::vector<std::pair<std::string, Value>> choices)

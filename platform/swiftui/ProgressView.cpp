@@ -13,7 +13,7 @@ namespace {
 
 constexpr int spokes = 12;
 
-/// Turns only while it is seen.
+/// A wheel that turns only while it is visible.
 class SpinnerWidget : public QProgressBar {
   public:
     SpinnerWidget() {

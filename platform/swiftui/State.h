@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A value that a view owns. Copies of the view share the value, which lives as long as one of them, or a
-/// widget that was built from one. Observers are told right after each change. Main thread only.
+/// A value that a view owns. Copies of the view share the value. The value lives as long as one of the
+/// copies, or a widget that was built from one. Observers are told right after each change. Main thread only.
 template <class Value> class State {
     struct Cell {
         Value value;
@@ -34,7 +34,7 @@ template <class Value> class State {
     explicit State(Value initial) : cell(std::make_shared<Cell>(Cell{std::move(initial), {}})) {}
 
     [[nodiscard]] const Value& get() const { return cell->value; }
-    /// Setting the same value again is no change.
+    /// Sets the value. Setting the same value again is no change.
     void set(Value value) const { assign(*cell, std::move(value)); }
     [[nodiscard]] Weak weak() const { return Weak(cell); }
 

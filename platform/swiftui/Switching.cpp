@@ -10,7 +10,7 @@ namespace {
 void replaceContent(QWidget& place, QWidget* content) {
     QLayout& layout = *place.layout();
     if (QLayoutItem* old = layout.takeAt(0)) {
-        // A control of the old content may have caused the exchange, and is still on the stack then.
+        // A control of the old content may have caused the exchange, and is then still on the stack.
         old->widget()->hide();
         old->widget()->deleteLater();
         delete old;

@@ -9,14 +9,15 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Gives the content to show next; none if the present content stays.
+/// Returns the content to show next, or none if the present content stays.
 using NextContent = std::function<std::optional<View>()>;
 
-/// Each widget that is built gets a source of its own.
+/// Makes a view that exchanges its content after changes. Each widget that is built calls `makeSource` for a
+/// source of its own.
 View switchingView(Observation changes, std::function<NextContent()> makeSource);
 
-/// A view whose content depends on a value. The content is built anew when the value becomes another one, and
-/// only then.
+/// A view whose content depends on a value. The content is built anew only when the value becomes another
+/// one.
 template <class Key> class Switching : public Modifiable<Switching<Key>> {
   public:
     Switching(Observation changes, std::function<Key()> key, std::function<View(Key)> content)

@@ -14,7 +14,7 @@ class NSImage;
 
 namespace mirrolet::platform::swiftui {
 
-/// Tabs with a symbol over a label, in the middle of the window's upper edge.
+/// A bar of tabs, each with a symbol over a label, in the middle of the window's upper edge.
 class TabBarWidget : public QTabBar {
   public:
     TabBarWidget();

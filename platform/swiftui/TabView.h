@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Pages of which one is shown, chosen by a tab with a symbol and a label.
+/// A group of pages of which one is shown. Each page is chosen by a tab with a symbol and a label.
 class TabView : public Modifiable<TabView> {
   public:
     struct Tab {

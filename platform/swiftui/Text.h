@@ -11,9 +11,9 @@ enum class Font { body, headline, subheadline };
 enum class ForegroundStyle { primary, secondary };
 enum class TextAlignment { leading, center };
 
-/// Plain text, never interpreted as markup. Where there is too little room, the text first gets a little
-/// smaller, then the parts marked as elidable lose their middle, and only then the text shrinks further. So
-/// all that it says stays readable as long as possible.
+/// Plain text, never interpreted as markup. If there is too little room, the text first gets a little
+/// smaller. Then the parts marked as elidable lose their middle. Only then does the text shrink further. In
+/// this order all that the text says stays readable as long as possible.
 class Text : public Modifiable<Text> {
   public:
     struct Run {
@@ -26,9 +26,9 @@ class Text : public Modifiable<Text> {
     [[nodiscard]] Text font(Font value) const;
     [[nodiscard]] Text foregroundStyle(ForegroundStyle value) const;
     [[nodiscard]] Text multilineTextAlignment(TextAlignment value) const;
-    /// Gives its ideal height precedence over that of its neighbours.
+    /// Gives this text's ideal height precedence over that of its neighbours.
     [[nodiscard]] Text fixedVertically() const;
-    /// The middle of this text may be left out.
+    /// Allows the middle of this text to be left out.
     [[nodiscard]] Text elidable() const;
     /// Appends a text; the result has the look of the left one.
     friend Text operator+(Text left, const Text& right);

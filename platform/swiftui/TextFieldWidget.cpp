@@ -11,7 +11,7 @@
 namespace mirrolet::platform::swiftui {
 
 TextFieldWidget::TextFieldWidget() {
-    setFrame(false); // drawn here
+    setFrame(false); // The frame is drawn by this class.
     setTextMargins(8, 0, 8, 0);
     setClearButtonEnabled(true);
     QPalette transparent = palette();
@@ -20,8 +20,8 @@ TextFieldWidget::TextFieldWidget() {
     adoptPlaceholderColor();
 }
 
-/// The colour of the placeholder. Not every desktop's palette has one, and Qt's own is black, on dark fields
-/// too.
+/// Sets the colour of the placeholder, because not every desktop's palette has one. Qt's default is black,
+/// even on dark fields.
 void TextFieldWidget::adoptPlaceholderColor() {
     const QColor wanted = withAlpha(Theme(*this).label, 0.55);
     QPalette own = palette();

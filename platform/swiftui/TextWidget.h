@@ -11,7 +11,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Shows a Text. The text() of the label is the whole text, whatever part of that is drawn.
+/// Shows a Text. QLabel's text() returns the whole text, even if only a part is drawn.
 class TextWidget : public QLabel {
   public:
     TextWidget(const std::vector<Text::Run>& runs, Font font, ForegroundStyle style, TextAlignment alignment);
@@ -49,7 +49,7 @@ class TextWidget : public QLabel {
     Font role;
     ForegroundStyle style;
     TextAlignment textAlignment;
-    std::optional<Fit> fit; ///< Of the present size and font; none until it is asked for.
+    std::optional<Fit> fit; ///< Fits the present size and font; none until it is first needed.
 };
 
 } // namespace mirrolet::platform::swiftui

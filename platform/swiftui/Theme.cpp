@@ -16,7 +16,8 @@ double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// White text needs a contrast of 4.5 to 1 to be read without effort: that is a luminance of at most 0.183.
+/// Darkens a colour until white text on it is readable. That takes a contrast of 4.5 to 1, which is a
+/// luminance of at most 0.183.
 QColor readableUnderWhite(QColor color) {
     while (luminance(color) > 0.183)
         color = mixed(color, Qt::black, 0.04);
@@ -41,7 +42,7 @@ QColor withAlpha(QColor color, double alpha) {
 Theme::Theme(const QWidget& widget) {
     const QPalette& palette = widget.palette();
     const auto group =
-        QPalette::Active; // an inactive window keeps its looks: only the desktop's frame changes
+        QPalette::Active; // An inactive window keeps its look, because only the desktop's frame changes.
     const QColor window = palette.color(group, QPalette::Window);
     const QColor text = palette.color(group, QPalette::WindowText);
     const QColor base = palette.color(group, QPalette::Base);
@@ -60,7 +61,8 @@ Theme::Theme(const QWidget& widget) {
 
 QFont resolvedFont(Font font) {
     QFont result = QApplication::font();
-    // Beside body text of 13, a headline is as large but bold and a subheadline has 11.
+    // Relative to body text of size 13, a headline has the same size but is bold, and a subheadline has size
+    // 11.
     const double scale = font == Font::subheadline ? 11.0 / 13.0 : 1.0;
     if (result.pointSizeF() > 0)
         result.setPointSizeF(result.pointSizeF() * scale);

@@ -31,17 +31,18 @@ struct Theme {
 QColor mixed(const QColor& from, const QColor& to, double share);
 QColor withAlpha(QColor color, double alpha);
 
-/// The desktop's font in the size that the role has beside body text.
+/// Returns the desktop's font in the size of a role, relative to body text.
 QFont resolvedFont(Font font);
 
-/// A rounded rectangle whose curvature grows steadily into the corners, without the kink of a circle's arc.
+/// Returns a rounded rectangle whose curvature grows steadily into the corners, without the kink of a
+/// circle's arc.
 QPainterPath continuousRectangle(const QRectF& bounds, double radius);
 
-/// A rounded rectangle, filled, with a border of one point just inside its edge.
+/// Draws a filled rounded rectangle with a border of one point just inside its edge.
 void drawBox(QPainter& painter, const QRectF& bounds, double radius, const QColor& fill,
              const QColor& border);
 
-/// The mark of the control that has the focus.
+/// Draws the mark of the control that has the focus.
 void drawFocusRing(QPainter& painter, const QRectF& bounds, double radius, const QColor& accent);
 
 } // namespace mirrolet::platform::swiftui

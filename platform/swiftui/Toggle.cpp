@@ -11,7 +11,7 @@ View Toggle::body() const {
         auto* control = new SwitchWidget;
         follow(*control, toggle.value.changes(),
                [control, value = toggle.value] { control->setChecked(value.get()); });
-        // Not clicked(): assistive software toggles without a click.
+        // Uses toggled() instead of clicked(), because assistive software toggles without a click.
         QObject::connect(control, &QCheckBox::toggled, control, [value = toggle.value](bool isOn) {
             if (value.get() != isOn)
                 value.set(isOn);

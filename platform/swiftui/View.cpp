@@ -18,7 +18,7 @@ int pixels(double points) {
     return static_cast<int>(std::lround(points));
 }
 
-/// A widget around the content, with a column layout of its own.
+/// Puts the content into the container, with a column layout of its own, and returns the container.
 QWidget* wrapped(QWidget* container, QWidget* content) {
     auto* layout = new ColumnLayout(0);
     container->setLayout(layout);
@@ -26,7 +26,7 @@ QWidget* wrapped(QWidget* container, QWidget* content) {
     return container;
 }
 
-/// A widget around the content that gives it all of its room.
+/// Puts the content into the container, gives the content all the room, and returns the container.
 QWidget* stretched(QWidget* container, QWidget* content, QMargins margins) {
     auto* layout = new QVBoxLayout(container);
     layout->setContentsMargins(margins);
@@ -34,7 +34,7 @@ QWidget* stretched(QWidget* container, QWidget* content, QMargins margins) {
     return container;
 }
 
-/// Tells when a widget comes on screen.
+/// An event filter that reports when a widget comes on screen.
 class AppearanceFilter : public QObject {
   public:
     AppearanceFilter(QWidget* watched, std::function<void()> appeared)
@@ -117,7 +117,7 @@ View View::alert(std::string title, Binding<std::optional<std::string>> message)
     return View(
         [view = *this, title = std::move(title), message = std::move(message)](const BuildContext& context) {
             QWidget* widget = view.build(context);
-            new AlertPresenter(*widget, title, message); // owned by the widget
+            new AlertPresenter(*widget, title, message); // The widget owns the presenter.
             return widget;
         });
 }
@@ -125,7 +125,7 @@ View View::alert(std::string title, Binding<std::optional<std::string>> message)
 View View::task(std::function<void()> action) const {
     return View([view = *this, action = std::move(action)](const BuildContext& context) {
         QWidget* widget = view.build(context);
-        new AppearanceFilter(widget, action); // owned by the widget
+        new AppearanceFilter(widget, action); // The widget owns the filter.
         return widget;
     });
 }

@@ -11,22 +11,22 @@ class QWidget;
 
 namespace mirrolet::platform::swiftui {
 
-/// The surroundings that a view is built for. A container may ask its content for another look.
+/// The surroundings that a view is built for. A container may ask its content for a different look.
 struct BuildContext {
-    bool inForm = false; ///< A row of a grouped form: label at the left, control at the right.
+    bool inForm = false; ///< True in a form: the label is at the left, the control at the right.
 };
 
 enum class Material { ultraThin };
 
-/// The description of a piece of user interface, as a value. Building makes a widget, once; from then on the
-/// widget follows the bindings that the description names. Main thread only.
+/// The description of a piece of user interface, as a value. Building the view makes a widget once. From then
+/// on the widget follows the bindings that the description names. Main thread only.
 class View {
   public:
-    /// Makes the widget, without a parent; the caller gives it one (or deletes it).
+    /// Makes the widget without a parent. The caller gives the widget a parent or deletes it.
     using Builder = std::function<QWidget*(const BuildContext&)>;
 
     explicit View(Builder builder) : builder(std::move(builder)) {}
-    /// Any value with a body() is a view.
+    /// Makes a view from any value with a body().
     template <class Value>
     requires requires(const Value& value) { {value.body()}; }
     View(const Value& value) : View(View::erased(value.body())) {}
@@ -35,14 +35,14 @@ class View {
 
     [[nodiscard]] View padding(double points) const;
     [[nodiscard]] View verticalPadding(double points) const;
-    /// A fixed size, the content centred in it.
+    /// Gives the view a fixed size and centres the content in it.
     [[nodiscard]] View frame(double width, double height) const;
     [[nodiscard]] View minHeight(double height) const;
-    /// As wide as there is room, the content centred in it.
+    /// Makes the view as wide as there is room and centres the content in it.
     [[nodiscard]] View fullWidth() const;
     /// Fills a rounded rectangle with continuous corners behind the content and draws a hairline around it.
     [[nodiscard]] View background(Material material, double cornerRadius) const;
-    /// The name for assistive software.
+    /// Sets the name for assistive software.
     [[nodiscard]] View accessibilityLabel(std::string label) const;
     /// Runs the action after each change of the observed object, while the view exists.
     [[nodiscard]] View onChange(Observation changes, std::function<void()> action) const;
@@ -60,7 +60,7 @@ class View {
     Builder builder;
 };
 
-/// Gives a view value the modifiers of View.
+/// A base class that gives a view value the modifiers of View.
 template <class Self> class Modifiable {
   public:
     [[nodiscard]] View padding(double points) const { return view().padding(points); }
