@@ -32,7 +32,7 @@ class ConnectionTest : public testing::Test {
         connection->start();
     }
 
-    /// Returns when the event thread has handled every event and error up to now.
+    /// Waits until the event thread has handled every event and error up to now.
     void awaitEvents() {
         const int before = changesSeen;
         xcb_change_property(connection->xcb(), XCB_PROP_MODE_APPEND, connection->ownWindow(),
@@ -41,8 +41,8 @@ class ConnectionTest : public testing::Test {
         require("an event arrives", [&] { return changesSeen > before; });
     }
 
-    /// Runs the action and returns the log lines that it causes. Outside of this function each would fail the
-    /// test.
+    /// Runs the action and returns the log lines that it causes. Outside of this function each log
+    /// line would fail the test.
     std::vector<std::string> loggedAfter(const std::function<void()>& action) {
         testing::TestPartResultArray failures;
         {
@@ -107,7 +107,7 @@ TEST_F(ConnectionTest, AnAnnouncementHoldsForItsScopeAndItsErrorsOnly) {
             const ExpectErrors damageGone(*connection, {XError::damage});
             xcb_damage_subtract(connection->xcb(), noWindow, XCB_NONE, XCB_NONE);
         }
-        awaitEvents(); // The outer scope goes on behind an event.
+        awaitEvents(); // The outer scope still holds after an event.
         mapNoWindow();
     });
     EXPECT_THAT(inScopes, IsEmpty());

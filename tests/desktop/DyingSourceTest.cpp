@@ -1,4 +1,5 @@
-// By hand, as often as wanted: MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='DyingSourceTest*'
+// Kills 10000 windows by default. To kill another number of windows:
+// MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='DyingSourceTest*'
 
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/RequestGate.h"
@@ -16,7 +17,8 @@ namespace {
 
 using platform::desktop::PixelRect;
 
-/// A client's windows appear, change and die between any two requests of capture and presenter.
+/// A test in which a client's windows appear, change and die between any two requests of capture and
+/// presenter.
 class DyingSourceTest : public testing::Test, protected MirrorParts {
   protected:
     DyingSourceTest() {
@@ -26,7 +28,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         presenter->resize({100, 100}, 10);
     }
 
-    /// Closes the connection here, because the client must end before the gate is destroyed.
+    /// Closes the connection first, because the gate must outlive its client.
     ~DyingSourceTest() override {
         presenter.reset();
         capture.reset();
@@ -51,7 +53,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         dead = true;
     }
 
-    /// False if the window is not on the screen any more.
+    /// Changes the window at random. Returns false if the window is no longer on the screen.
     bool change(xcb_window_t window) {
         if (below(3) == 0)
             configure(killer, window, XCB_CONFIG_WINDOW_WIDTH, {100 + below(100)});
@@ -66,7 +68,8 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         return mapping != 1;
     }
 
-    /// Puts the window above or below `cover`. Below it the window is obscured, and capture redirects it.
+    /// Puts the window above or below `cover`. Capture redirects a window below `cover`, because the window
+    /// is obscured there.
     void restackAtCover(XClient& own, xcb_window_t window) {
         configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                   {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});
@@ -77,11 +80,12 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         xcb_configure_window(own.xcb(), window, what, values.data());
     }
 
-    /// Random, but the same in each run. The gate's thread calls this only while the test waits for the
-    /// death.
+    /// Returns a random number less than `end`. The numbers are the same in each run. The gate's thread calls
+    /// this only while the test waits for a window's death.
     std::uint32_t below(std::uint32_t end) { return static_cast<std::uint32_t>(chance()) % end; }
 
-    /// Mirrors without a pause, because the picture changes all the time.
+    /// Mirrors the window until the window is gone. There is no pause, because the picture changes all the
+    /// time.
     void mirrorUntilGone(xcb_window_t window) {
         const PixelRect part{0, 0, 100, 100};
         const auto end = std::chrono::steady_clock::now() + patience;
@@ -98,10 +102,10 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         }
     }
 
-    /// Enough requests to begin a mirror and show its first pictures.
+    /// As many requests as begin a mirror and show its first pictures.
     static constexpr std::uint32_t requests = 60;
 
-    std::mt19937 chance{7}; // NOLINT: see above.
+    std::mt19937 chance{7}; // NOLINT: the fixed seed makes each run the same.
     XClient killer{server};
     const xcb_window_t cover = makeWindow({0, 0, 60, 60});
     RequestGate gate{server};

@@ -7,8 +7,7 @@
 
 namespace mirrolet::platform {
 
-/// In place of the platform layer's own: an error of the X server that no request has announced fails the
-/// test.
+/// Replaces the platform layer's log. An error of the X server that no request has announced fails the test.
 void NSLog(std::string_view message) {
     std::cerr << std::string(message) + '\n';
     if (message.starts_with("X11: unexpected"))

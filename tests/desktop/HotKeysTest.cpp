@@ -49,7 +49,7 @@ class HotKeysTest : public testing::Test {
         return pressed;
     }
 
-    /// All presses until now. Waits for one more hot key, which comes after them.
+    /// Returns all presses until now. Waits for one more hot key, the fence, which comes after those presses.
     std::vector<std::uint32_t> pressesUntilFence() {
         EXPECT_EQ(hotKeys->grab(fence, key::tab, 0), GrabResult::held);
         keyboard.stroke({key::tab});
@@ -60,9 +60,9 @@ class HotKeysTest : public testing::Test {
         return before;
     }
 
-    /// Another program grabs the key with one raw state. True if no client held that grab. The grab is
-    /// released at once unless `keep`. The server serves no other client meanwhile, so that a trial does not
-    /// take a grab from the hot keys.
+    /// Grabs the key with one raw state, as another program. Returns true if no client held that grab.
+    /// Releases the grab at once unless `keep`. The server serves no other client meanwhile, so that a trial
+    /// does not take a grab from the hot keys.
     bool anotherProgramCanGrab(int evdevCode, std::uint16_t state, bool keep) {
         const auto code = static_cast<std::uint8_t>(evdevCode + fromEvdev);
         xcb_grab_server(other.xcb());
@@ -76,7 +76,8 @@ class HotKeysTest : public testing::Test {
         return !error;
     }
 
-    /// A released grab becomes free a moment later, because the server serves the connections in any order.
+    /// Waits until another program can grab the key. A released grab becomes free a moment later, because the
+    /// server serves the connections in any order.
     bool becomesFree(int evdevCode, std::uint16_t state) {
         return waitUntil([=, this] { return anotherProgramCanGrab(evdevCode, state, false); });
     }
@@ -145,7 +146,7 @@ TEST_P(HotKeysTestInEveryState, AreHeardByTheirPlaceAndWithExactlyTheirModifiers
     keyboard.stroke({key::leftSuper, key::leftShift, key::leftAlt, key::p});
     keyboard.stroke({key::leftSuper, key::leftAlt, key::f});
     for (const int lock : GetParam().locks)
-        keyboard.stroke({lock}); // The fence is pressed without the lock.
+        keyboard.stroke({lock}); // Unlocks again, because the fence is pressed without a lock.
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 }
 
@@ -174,7 +175,7 @@ class HotKeysTestOnHeldKeys : public HotKeysTest, public testing::WithParamInter
 
 TEST_P(HotKeysTestOnHeldKeys, CountOnlyTheNextPress) {
     const bool untilRepeat = GetParam();
-    hotKeys->suspend(true); // As while a recorder listens.
+    hotKeys->suspend(true); // Suspended, as while a recorder listens.
     ASSERT_EQ(hotKeys->grab(mirrorHotKey, key::p, superAndAlt), GrabResult::held);
     for (const int code : {key::leftSuper, key::leftAlt, key::p})
         keyboard.press(code);
@@ -246,7 +247,7 @@ TEST_F(HotKeysTest, FollowAChangedModifierMapping) {
     keyboard.stroke({key::leftSuper, key::leftAlt, key::p});
     EXPECT_THAT(pressesUntilFence(), ElementsAre(mirrorHotKey));
 
-    // The combination exists only while the modifier does.
+    // The combination exists only while its modifier exists.
     moveModifier(thirdModifier, std::nullopt);
     EXPECT_TRUE(becomesFree(key::p, after));
     keyboard.setLayout("us");
@@ -262,7 +263,7 @@ TEST_F(HotKeysTest, LetKeysThroughWhileARecorderListens) {
     ASSERT_TRUE(becomesFree(key::f, 0));
     keyboard.stroke({key::f});
     EXPECT_TRUE(waitUntil([&] { return window.keys().size() == 2; }));
-    // A hot key that is grabbed meanwhile waits like the others.
+    // A hot key that is grabbed while the recorder listens waits like the others.
     EXPECT_EQ(hotKeys->grab(fence, key::p, 0), GrabResult::held);
     EXPECT_TRUE(becomesFree(key::p, 0));
     hotKeys->release(fence);

@@ -57,13 +57,13 @@ struct MirrorParts {
             xcb_get_input_focus_reply(connection->xcb(), xcb_get_input_focus(connection->xcb()), nullptr));
     }
 
-    /// The parts' resources on the server.
+    /// Returns the resources that the parts hold on the server.
     std::map<std::string, long> resources() {
         sync();
         return resourcesOf(client, connection->ownWindow());
     }
 
-    /// The window's pixels, with alpha if the window has it.
+    /// Returns the window's pixels, with alpha if the window has an alpha channel.
     Picture pixelsOf(xcb_window_t window, platform::desktop::PixelRect part) {
         sync();
         const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
@@ -83,7 +83,7 @@ struct MirrorParts {
         return picture;
     }
 
-    /// The image's pixels without alpha.
+    /// Returns the image's pixels without alpha.
     static Picture pictureOf(const Image& image) {
         auto bitmap = image->readBack();
         for (auto& pixel : bitmap.pixels)

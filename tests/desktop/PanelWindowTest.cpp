@@ -35,7 +35,7 @@ constexpr int panelLevel = 3;
 constexpr int promptLevel = 8;
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 
-/// The panel part of the backend, with its connection.
+/// The part of the backend that handles panels, with its connection.
 struct Backend {
     explicit Backend(const XServer& server) : connection(X11Connection::open(server.display(), problem)) {
         connection->start();
@@ -48,7 +48,7 @@ struct Backend {
     PanelStack stack{*connection};
 };
 
-/// A panel as Qt makes one, on a connection of its own that the backend does not see.
+/// A panel as Qt makes one. The panel has a connection of its own, which the backend does not see.
 class TestPanel {
   public:
     TestPanel(const XServer& server, Backend& backend, PanelStacking stacking, int level,
@@ -78,7 +78,7 @@ class TestPanel {
     TestPanel& operator=(const TestPanel&) = delete;
 
     void show() {
-        client.sync(); // Earlier requests rely on the last map or unmap.
+        client.sync(); // Earlier requests of the backend rely on the last map or unmap.
         desktop->willShow();
         xcb_map_window(client.xcb(), window);
         xcb_flush(client.xcb()); // Without waiting, as Qt does.
@@ -93,7 +93,7 @@ class TestPanel {
         desktop->didHide();
     }
 
-    /// The key codes that came to the panel, and 0 for each time that the panel got the focus.
+    /// Returns the key codes that came to the panel, and 0 for each time that the panel got the focus.
     std::vector<int> events() {
         while (Reply<xcb_generic_event_t> event{xcb_poll_for_event(client.xcb())}) {
             const int type = event->response_type & 0x7f;
@@ -111,7 +111,7 @@ class TestPanel {
     std::optional<X11PanelWindow> desktop;
 
   private:
-    /// For a window manager that has not mapped the panel yet.
+    /// Sends the unmap event that a window manager needs if the panel is not mapped yet.
     void tellManagerOfUnmap() {
         std::array<char, 32> event{};
         const xcb_unmap_notify_event_t notify{XCB_UNMAP_NOTIFY, 0, 0, client.root(), window, 0, {}};
@@ -134,15 +134,15 @@ class PanelWindowTestUnderAManager : public testing::TestWithParam<WindowManager
         manager = std::make_unique<WindowManager>(server, GetParam(), &bus);
     }
 
-    /// A window of another process with the focus.
+    /// Makes a window of another process and waits until that window has the focus.
     std::unique_ptr<CallWindow> focusedWindow(CallWindow::Options options) {
         auto window = std::make_unique<CallWindow>(server, options);
         const bool managed = manager && manager->kind() != WindowManagerKind::none;
         if (managed) {
             WindowCommands commands(client);
             commands.activate(window->window());
-            // A new window already has the focus. A later change of the focus would count as the user's
-            // choice.
+            // Waits for the window manager, because a new window already has the focus. A later change of
+            // the focus would count as the user's choice.
             commands.awaitManager();
         } else {
             xcb_set_input_focus(client.xcb(), XCB_INPUT_FOCUS_PARENT, window->window(), XCB_CURRENT_TIME);
@@ -163,7 +163,7 @@ class PanelWindowTestUnderAManager : public testing::TestWithParam<WindowManager
     }
 
     void switchDesktop() {
-        if (GetParam() == WindowManagerKind::i3) { // Makes a desktop only when one switches to it.
+        if (GetParam() == WindowManagerKind::i3) { // i3 makes a desktop only when one switches to it.
             ChildProcess tool({.command = {"i3-msg", "workspace", "2"},
                                .environment = server.with(Sandbox().environment())});
             tool.waitForExit();
@@ -316,7 +316,7 @@ TEST_P(PanelWindowTestUnderAManager, PromptTakesTheFocusAndGivesItBack) {
         EXPECT_TRUE(waitUntil([&] { return prompt.events().size() == 2U * static_cast<unsigned>(round); }));
         if (round == 1)
             prompt.desktop->returnFocus();
-        prompt.hide(); // The second time the window takes the focus along.
+        prompt.hide(); // In round 2 the focus leaves with the window.
         EXPECT_TRUE(waitUntil([&] { return facts.focus() == owner->window(); }));
         EXPECT_TRUE(waitUntil([&] { return backend.previousFocus.window() == XCB_WINDOW_NONE; }));
         EXPECT_TRUE(GetParam() == WindowManagerKind::none ||
@@ -363,7 +363,7 @@ INSTANTIATE_TEST_SUITE_P(Panels, PanelWindowTestUnderAManager,
 
 class PanelWindowTest : public testing::Test {
   protected:
-    /// The rectangles of a window's shape. Empty if the window has no shape.
+    /// Returns the rectangles of a window's shape, or none if the window has no shape.
     std::vector<Box> shapeOf(xcb_window_t window) {
         const Reply<xcb_shape_query_extents_reply_t> extents(xcb_shape_query_extents_reply(
             client.xcb(), xcb_shape_query_extents(client.xcb(), window), nullptr));
@@ -413,7 +413,7 @@ TEST_F(PanelWindowTest, ThrowsAShadowWhileACompositingManagerRuns) {
     panel.desktop->setCorners({200, 120}, 10);
     panel.desktop->setShadow({0.25, 18, 6});
     panel.show();
-    // Whether there is a shadow around the box, and none far from it.
+    // Returns whether there is a shadow around the box, and none far from the box.
     const auto falls = [&](const Box& box) {
         const auto grey = [&](int x, int y) { return int(facts.pixel(x, y) & 0xff); };
         const int below = grey(box.x + box.width / 2, box.y + box.height + 4);

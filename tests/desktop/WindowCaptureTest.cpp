@@ -29,7 +29,7 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
         return options;
     }
 
-    /// Whether the picture has this size, and each pixel this colour.
+    /// Returns whether the picture has this size and each pixel has this colour.
     static bool isPlain(const Image& image, std::uint32_t colour, PixelSize size) {
         if (!image || image->size() != size)
             return false;
@@ -45,7 +45,7 @@ class WindowCaptureTest : public testing::Test, protected MirrorParts {
         });
     }
 
-    /// Whether no new image comes for some time, which is longer than the capture waits for a last drawing.
+    /// Waits until no new image comes for longer than the capture waits for a last drawing.
     bool comesToRest(xcb_window_t window) {
         return waitUntil([&] {
             held = capture->image(window);
@@ -73,7 +73,7 @@ TEST_F(WindowCaptureTest, ShowsAnObscuredWindowLiveAndAnUnchangedOneAsTheSameObj
 TEST_F(WindowCaptureTest, FollowsContinuousDamageToTheLastPictureAndComesToRest) {
     const CallWindow window(server, plain("cc2020"));
     ASSERT_TRUE(becomesPlain(window.window(), red));
-    // Enough pictures for damage to be assumed, and to be confirmed again.
+    // Draws enough pictures for damage to be assumed, and then to be confirmed again.
     for (int picture = 0; picture < 40; ++picture) {
         window.tell(picture % 2 == 0 ? "colour 20a040" : "colour cc2020");
         ASSERT_TRUE(becomesPlain(window.window(), picture % 2 == 0 ? green : red)) << picture;

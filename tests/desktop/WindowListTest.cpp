@@ -176,7 +176,7 @@ TEST_F(WindowListTest, BearsEveryKindOfNonsense) {
     EXPECT_EQ(windows().size(), 2) << "no list, so the server's stack";
 }
 
-/// What real window managers were seen to do with windows that they do not show.
+/// The rows list what real window managers were seen to do with windows that are not shown.
 TEST_F(WindowListTest, CountsWhatIsMirroredOnAnotherWorkspaceOrMinimizedButLive) {
     const auto check = makeWindow(false);
     const std::vector<std::uint32_t> normal{1, 0}, iconic{3, 0}, hidden{client.atom("_NET_WM_STATE_HIDDEN")};
@@ -224,7 +224,7 @@ TEST_F(WindowListTest, LooksAgainForAMirroredWindowInTheMiddleOfAChangeOfWorkspa
     write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {0});
     int looks = 0;
     isMirrored = [&](xcb_window_t) {
-        if (++looks == 2) // The call was unmapped first.
+        if (++looks == 2) // The call's window was unmapped before this change.
             write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {1});
         return true;
     };

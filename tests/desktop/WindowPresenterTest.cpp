@@ -34,7 +34,7 @@ class WindowPresenterTest : public testing::Test, protected MirrorParts {
         client.sync();
     }
 
-    /// Only the pixmap of a redirected window can be named.
+    /// Returns whether the window is redirected. Only the pixmap of a redirected window can be named.
     bool isRedirected(xcb_window_t window) {
         const auto pixmap = xcb_generate_id(client.xcb());
         const Reply<xcb_generic_error_t> error(xcb_request_check(
@@ -48,7 +48,7 @@ class WindowPresenterTest : public testing::Test, protected MirrorParts {
         return std::count(picture.pixels.begin(), picture.pixels.end(), colour);
     }
 
-    /// The first image that is another object than `before`.
+    /// Waits for an image that is another object than `before`.
     Image freshImage(xcb_window_t window, const Image& before) {
         Image image;
         waitUntil([&] { return (image = capture->image(window)) != before; });
@@ -109,7 +109,7 @@ TEST_F(WindowPresenterTest, DrawsTheChangedPartJustAsTheWhole) {
                         {{801, 603}, {1, 2, 3, 4}},      {{450, 339}, {640, 480, 2, 100}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.panel.width));
-        // Beside the source, and with round corners, which a part of the picture may touch.
+        // The panel is beside the source. The changed part of the picture may touch its round corners.
         const auto window = makeWindow({100, 700, row.panel.width, row.panel.height}, 32);
         const PixelRect whole{0, 0, row.panel.width, row.panel.height};
         const auto partly = x11::X11WindowPresenter::make(*connection, window);
@@ -175,11 +175,11 @@ TEST_F(WindowPresenterTest, DrawsWhatACaptureFindsUntilItsPictureIsTaken) {
     }));
 
     fill(window, 0xff0000, {0, 0, 100, 60});
-    presenter->setPicture(image, {0, 0, 100, 60}); // Older than what is shown.
+    presenter->setPicture(image, {0, 0, 100, 60}); // The image precedes what is shown.
     presenter->present();
     EXPECT_EQ(shown(), 0xff0000U);
 
-    presenter->setBackground(0xff336699); // The main thread has begun, so it draws the rest as well.
+    presenter->setBackground(0xff336699); // The main thread has begun to draw, so it draws the rest as well.
     fill(source, 0x2040c0, {0, 0, 100, 60});
     image = freshImage(source, image);
     EXPECT_EQ(shown(), 0xff0000U);
@@ -225,7 +225,7 @@ TEST_F(WindowPresenterTest, MayBeChangedWhileACaptureGoesOn) {
 }
 
 TEST_F(WindowPresenterTest, TakesAnOverlayLargerThanARequestMayBe) {
-    const PixelSize size{2100, 2100}; // 17 MB. The server takes at most 16 in one request.
+    const PixelSize size{2100, 2100}; // 17 MB. The server takes at most 16 MB in one request.
     const auto window = makeWindow({0, 0, size.width, size.height});
     const auto presenter = x11::X11WindowPresenter::make(*connection, window);
     presenter->resize(size, 0);
@@ -297,7 +297,7 @@ TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
     EXPECT_FALSE(isRedirected(source.window())) << "an unobscured window is read directly";
 
     for (int round = 0; round < 2; ++round) {
-        // A stopped source cannot repaint its obscured part, where the pixels of the cover are.
+        // A stopped source cannot repaint its obscured part, which holds the pixels of the cover.
         kill(source.pid(), SIGSTOP);
         const auto cover = makeWindow({100, 100, 300, 200});
         xcb_change_window_attributes(client.xcb(), cover, XCB_CW_BACK_PIXEL, &blue);
@@ -317,7 +317,8 @@ TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
         EXPECT_TRUE(waitUntil([&] { return !shows(blue) && !isRedirected(source.window()); }));
         EXPECT_TRUE(waitUntil([&] { return shows(red); }));
     }
-    // A directly read window that is hidden leaves its last picture, also for another size of the panel.
+    // The last picture of a directly read window stays when the window is hidden, also for another size of
+    // the panel.
     source.tell("unmap");
     ASSERT_TRUE(waitUntil([&] { return !WindowFacts(client).viewable(source.window()); }));
     EXPECT_TRUE(shows(red));
@@ -329,15 +330,15 @@ TEST_F(WindowPresenterTest, NeverShowsWhatObscuresTheSource) {
     }));
 }
 
-/// A red source in a frame, which draws nothing by itself, and a panel of half its size that shows the
-/// source.
+/// A test with a red source in a frame, and a panel of half the source's size that shows the source. Neither
+/// the source nor the frame draws anything by itself.
 class WindowPresenterTestOfAFrame : public WindowPresenterTest {
   protected:
     static constexpr std::uint32_t red = 0xcc2020;
     static constexpr std::uint32_t green = 0x20a040;
 
     void SetUp() override {
-        const std::uint32_t none = XCB_BACK_PIXMAP_NONE; // Or else the server would draw the background.
+        const std::uint32_t none = XCB_BACK_PIXMAP_NONE; // Keeps the server from drawing the background.
         xcb_change_window_attributes(client.xcb(), source, XCB_CW_BACK_PIXMAP, &none);
         xcb_reparent_window(client.xcb(), source, frame, 0, 0);
         fill(source, red, {0, 0, 400, 300});
@@ -362,7 +363,7 @@ TEST_F(WindowPresenterTestOfAFrame, KeepsItsPictureWhenTheFrameIsUnmappedUntold)
     client.sync();
     presenter->resize({240, 180}, 0);
     EXPECT_EQ(pixelsShown(red, {240, 180}), 240 * 180);
-    // An overlay leaves no trace, although the window cannot be read any more.
+    // A removed overlay leaves no trace, although the window can no longer be read.
     for (const std::uint32_t colour : {0xffffffffU, 0U}) {
         presenter->setOverlay({{240, 180}, std::vector<std::uint32_t>(240 * 180, colour)});
         presenter->present();

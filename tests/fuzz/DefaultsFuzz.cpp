@@ -1,4 +1,5 @@
-// Reads the settings from the bytes of a defaults file, which people edit, and writes them back to a file.
+// Reads the settings from the bytes of a defaults file and writes the values back to a file. People edit
+// such files.
 
 #include "platform/foundation/PropertyListFile.h"
 #include "platform/foundation/UserDefaults.h"
@@ -33,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto values = PropertyListFile::parse(fuzz::textOf(data, size));
     if (!values)
         return 0;
-    // All values that were read can be written, and are read again as the same values.
+    // Every value that was read can be written, and is read again as the same value.
     expect(PropertyListFile::write(filePath(), *values).empty());
     const auto again = PropertyListFile::read(filePath());
     expect(again.problem.empty() && again.values.size() == values->size());

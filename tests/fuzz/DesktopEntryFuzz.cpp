@@ -1,5 +1,5 @@
-// Finds the desktop entry of a window from an entry file, the kernel's facts of the process and the names in
-// the window's properties.
+// Finds the desktop entry of a window from an entry file, what the kernel knows about the process and the
+// names in the window's properties.
 
 #include "platform/desktop/applications/ApplicationResolver.h"
 #include "tests/fuzz/Fuzz.h"
@@ -10,7 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace mirrolet::platform::desktop;
-    // Texts end at 0xFF, which does not occur in UTF-8.
+    // Each text ends at a byte 0xFF, which does not occur in UTF-8.
     auto rest = mirrolet::fuzz::textOf(data, size);
     const auto next = [&rest] {
         const auto end = rest.find('\xFF');

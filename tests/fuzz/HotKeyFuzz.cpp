@@ -15,7 +15,7 @@ using namespace mirrolet;
 using namespace mirrolet::platform;
 using fuzz::expect;
 
-/// Mostly small numbers, because those are key codes.
+/// Reads a number from the input. Most numbers are small, because key codes are small.
 std::uint32_t numberFrom(fuzz::Bytes& input) {
     const std::uint32_t first = input.byte();
     if (first < 250)

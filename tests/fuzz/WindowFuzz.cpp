@@ -25,8 +25,8 @@ Atoms atomsOfNoServer() {
     return atoms;
 }
 
-/// Makes the properties from the input. Each has one byte for type, format and whether it was cut, and one
-/// byte for its length.
+/// Makes the properties from the input. Each property has one byte for type, format and whether the value
+/// was cut, and one byte for the length.
 class Input : public mirrolet::fuzz::Bytes {
   public:
     using Bytes::Bytes;

@@ -22,7 +22,7 @@ constexpr desktop::WindowNumber callNumber = 77;
 constexpr desktop::WindowNumber editorWindow = 78;
 constexpr std::int32_t messengerPid = 4001;
 constexpr std::int32_t editorPid = 4002;
-// Option-Command-P and Option-Command-F, by the places of the keys.
+// Option-Command-P and Option-Command-F, given by the places of the keys on the keyboard.
 const desktop::fake::FakeHotKeys::Combination showHide{25, desktop::superModifier | desktop::altModifier};
 const desktop::fake::FakeHotKeys::Combination startClose{33, desktop::superModifier | desktop::altModifier};
 
@@ -100,7 +100,7 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     delegate->pipController->panel->closeButtonTapped();
     time.run();
     EXPECT_TRUE(delegate->activeSession);
-    choose(1); // This one is refused as well.
+    choose(1); // The session also refuses "PiP Frontmost Window".
     EXPECT_EQ(delegate->promptPanel, nullptr);
     press(showHide);
     SettingsStore::shared().setPipAlwaysOnTop(false);
@@ -159,13 +159,13 @@ TEST_F(AppDelegateTest, AMirrorThatBeganAmongNormalWindowsRisesWhenKeptOnTop) {
 
 TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
     launch();
-    press(startClose); // No alert without a window.
+    press(startClose); // Without a window there is no alert.
     EXPECT_FALSE(delegate->activeSession);
     callAppears();
     press(startClose);
     EXPECT_EQ(delegate->promptPanel, nullptr);
     EXPECT_FALSE(delegate->activeSession);
-    desktop.applications().setFrontmost(9999); // Owns no window, so the largest of all windows is taken.
+    desktop.applications().setFrontmost(9999); // 9999 owns no window, so the largest window is taken.
     press(startClose);
     EXPECT_EQ(mirrored(), editorWindow);
     press(startClose);
@@ -174,9 +174,9 @@ TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
 
 TEST_F(AppDelegateTest, TheShowHideShortcutHidesAndShowsTheSamePanel) {
     launch();
-    press(showHide); // No effect without a session.
+    press(showHide); // Has no effect without a session.
     callAppears();
-    press(showHide); // No effect on a prompt.
+    press(showHide); // Has no effect on a prompt.
     accept();
     const auto panel = delegate->pipController->panel;
     press(showHide);

@@ -14,7 +14,7 @@ std::string entryText(const std::string& lines) {
     return "[Desktop Entry]\nType=Application\nName=Some name\n" + lines + "\n";
 }
 
-/// Entries as distributions, browsers, Flatpak and snapd write them.
+/// Returns entries as distributions, browsers, Flatpak and snapd write them.
 DesktopEntries recordedEntries() {
     const std::vector<std::pair<std::string, std::string>> recorded = {
         {"google-chrome", "Exec=/usr/bin/google-chrome-stable %U"},

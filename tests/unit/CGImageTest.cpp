@@ -9,7 +9,7 @@ using desktop::CaptureFailure;
 
 class CGImageTest : public DesktopTest {
   protected:
-    /// What is logged when the window of this number is asked for an image in vain.
+    /// Asks for an image of the window, expects to get none, and returns what is logged.
     static std::string logOf(desktop::WindowNumber window) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, window,

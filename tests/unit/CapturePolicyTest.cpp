@@ -62,7 +62,7 @@ struct Row {
     State state;
 };
 
-/// A policy, and the moment when the next table begins.
+/// A test with a policy and the moment when the next table begins.
 class CapturePolicyTest : public testing::Test {
   protected:
     void run(const std::vector<Row>& rows) {
@@ -112,7 +112,7 @@ TEST_F(CapturePolicyTest, ReadsAnUnobscuredWindowDirectlyAndKeepsACopyOfIt) {
          {1700ms, tickEnded(), {copyPixels}, State::direct},
          {1760ms, tick(nothing), {}, State::direct},
          {1h, tick(nothing), {}, State::direct},
-         // A window that changes is checked again, and stays as it is.
+         // A changing window is checked again. The window is still read directly.
          {1h, tick(damaged), {checkWindow}, State::direct},
          {1h, viewable(true), {checkRedirection}, State::direct},
          {1h, redirectedByAnother(false), {damageAll}, State::direct},
@@ -129,7 +129,7 @@ TEST_F(CapturePolicyTest, ShowsARedirectedWindowOnceItHasRepaintedItsObscuredPar
          {0ms, redirectedByAnother(false), {stopReading, redirect, namePixmap}, State::awaitingRepaint},
          {0ms, pixmapNamed(false), {}, State::awaitingRepaint},
          {0ms, tickEnded(), {}, State::awaitingRepaint},
-         // The first damage may come with another pixmap.
+         // The window may have another pixmap by the first damage, so the pixmap is named again.
          {60ms, tick(damaged), {checkWindow}, State::awaitingRepaint},
          {60ms, viewable(false), {namePixmap}, State::awaitingRepaint},
          {60ms, pixmapNamed(false), {}, State::awaitingRepaint},
@@ -153,7 +153,7 @@ TEST_F(CapturePolicyTest, ShowsARedirectedWindowThatDoesNotRepaintAfterTwoSecond
          {1900ms, tick(nothing), {damageAll}, State::awaitingRepaint},
          {1990ms, tick(nothing), {}, State::awaitingRepaint},
          {2000ms, tick(nothing), {checkWindow}, State::redirected},
-         // The pixmap cannot be named now; the one from before still waits for a repaint.
+         // The new pixmap cannot be named now. The earlier pixmap still waits for a repaint.
          {2010ms, tick(nothing), {}, State::redirected},
          {2010ms, damageTaken(corner), {}, State::redirected},
          {2060ms, tick(replaced), {checkWindow}, State::redirected},
@@ -215,7 +215,7 @@ TEST_F(CapturePolicyTest, LeavesAHiddenWindowAloneUntilItIsViewableAgain) {
          {2h, redirectedByAnother(false), {readDirectly}, State::direct}});
 }
 
-/// Ticks in each of which most of the window is reported as damaged.
+/// A test of ticks that each report damage to most of the window.
 class CapturePolicyTestOfContinuousDamage : public CapturePolicyTest {
   protected:
     void SetUp() override { startDirect(); }
@@ -260,7 +260,7 @@ TEST_F(CapturePolicyTestOfContinuousDamage, EndsWithASmallDamageOrATickWithoutAn
 
 TEST_F(CapturePolicyTestOfContinuousDamage, IsReportedAgainBeforeTheWindowIsRedirected) {
     reportMost(15, {applyDamage, ignoreDamage});
-    run({{1ms, tick(damaged), {damageAll}, State::direct}, // A report from before.
+    run({{1ms, tick(damaged), {damageAll}, State::direct}, // Reported before damage was ignored.
          {1ms, tick(replaced), {checkWindow}, State::direct},
          {1ms, viewable(false), {checkRedirection}, State::direct},
          {1ms,

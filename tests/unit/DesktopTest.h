@@ -14,7 +14,7 @@
 namespace mirrolet {
 
 /// A test with a scripted desktop, a clock of its own, and the settings of a first start. The steps in
-/// `atEnd` run before the desktop is checked for misuse. A test releases its objects there.
+/// `atEnd` run before the desktop is checked for misuse. A test releases its objects in these steps.
 class DesktopTest : public testing::Test {
   protected:
     DesktopTest() {

@@ -123,7 +123,7 @@ TEST(DispatchQueueTestOfSerialQueues, IsAwaitedForABoundedTimeAlsoIfItsTaskHasNo
     answer.set_value();
     EXPECT_TRUE(dispatch::ThreadExecutor::awaitTasks(deadline));
     EXPECT_TRUE(second);
-    { // Tasks that were dropped are not waited for.
+    { // awaitTasks() does not wait for tasks that a destroyed queue drops.
         DispatchQueue dropping("test");
         std::promise<void> begun;
         dropping.async([&begun] {
@@ -164,7 +164,7 @@ TEST(DispatchQueueTestOfSerialQueues, ATimerIsCancelledFromAnyThreadWhileItFires
     while (firings < 3 && Clock::now() < end)
         std::this_thread::yield();
     timer->cancel();
-    drain(queue); // One firing may have been running.
+    drain(queue); // Waits for a firing that may still be running.
     const int last = firings;
     EXPECT_GE(last, 3);
     std::promise<void> later;
@@ -291,7 +291,7 @@ TEST(DispatchQueueTestOfTheMainQueue, AOneShotTimerFiresOnceNeverEarlyAndNotAfte
     EXPECT_TRUE(loopUntil([&fired] { return fired.size() == 2; }));
     EXPECT_THAT(fired, ElementsAre(10, 30));
     EXPECT_GE(after, 30ms);
-    // The end of a timer sets the clock anew, so it has a part of its own.
+    // Invalidating a timer sets the clock anew, so this case is tested separately.
     const auto invalidated = NSTimer::scheduledTimer(0.01, [&] { fired.push_back(11); });
     NSTimer::scheduledTimer(0.02, [&] { fired.push_back(20); });
     invalidated->invalidate();

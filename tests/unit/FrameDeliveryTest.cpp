@@ -19,7 +19,7 @@ class FrameDeliveryTest : public DesktopTest {
     }
 
     void draw(std::uint32_t colour) { desktop.capture().setPicture(callWindow, {400, 200}, colour); }
-    /// The colours that reach the main thread after posts of what the window shows now.
+    /// Posts the window's current image `count` times. Returns the colours that reach the main thread.
     std::vector<std::uint32_t> deliveredAfterPosts(int count) {
         delivered.clear();
         for (int post = 0; post < count; ++post)
@@ -29,7 +29,7 @@ class FrameDeliveryTest : public DesktopTest {
     }
 
     std::vector<std::uint32_t> delivered;
-    CGImageRef shown; ///< Held, as the mirror's image view does.
+    CGImageRef shown; ///< Keeps the last image alive, as the mirror's image view does.
     FrameDelivery delivery{[this](const CGImageRef& image) {
         delivered.push_back(image->readBack().pixels.front() & 0xffffff);
         shown = image;

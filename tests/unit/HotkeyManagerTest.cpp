@@ -34,7 +34,7 @@ class HotkeyManagerTest : public DesktopTest {
         atEnd.emplace_back([this] { manager = nullptr; });
     }
 
-    /// The log of a registration.
+    /// Registers the shortcut and returns what is logged.
     std::string registered(HotkeyID id, std::uint32_t key, std::uint32_t modifiers) {
         testing::internal::CaptureStderr();
         manager->registerHotkey(id, key, modifiers);

@@ -14,8 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 
-// A window is a letter, a stacking order is a word, bottom to top: M a mirror, P a prompt, m and p their
-// shadows.
+// Each window is a letter. M is a mirror, P is a prompt, and m and p are the shadows of M and P. A stacking
+// order is a word, from bottom to top.
 constexpr int mirrorLevel = 3;
 constexpr int promptLevel = 8;
 
@@ -23,7 +23,7 @@ PanelOrder::Windows windows(const std::string& word) {
     return {word.begin(), word.end()};
 }
 
-/// The stacking order after the moves, and how many they were.
+/// Returns the stacking order after the moves, followed by the number of moves.
 std::string afterMoves(const PanelOrder& panels, std::string order, WindowNumber opponent) {
     const auto moves = panels.moves(windows(order), opponent ? std::optional(opponent) : std::nullopt);
     for (const auto& [window, place, sibling] : moves) {
@@ -42,14 +42,14 @@ TEST(PanelOrderTest, PutsPanelsAboveTheOpponentByLevelWithTheFewestMoves) {
     struct Row {
         const char* order;
         const char* above;
-        char opponent; // 0: none of those above counts.
+        char opponent; // 0 if none of the windows above counts.
         const char* after;
     };
     for (const Row& row : {
              Row{"abMP", "", 0, "abMP0"},
              Row{"aMPb", "b", 'b', "abMP2"},
              Row{"aMbP", "b", 'b', "abMP1"},
-             Row{"MPab", "ab", 'a', "aMPb2"}, // b is a menu.
+             Row{"MPab", "ab", 'a', "aMPb2"}, // b is a menu, not an opponent, and stays above.
              Row{"aPM", "", 0, "aMP1"},
              Row{"PaMb", "ab", 'b', "abMP2"},
              Row{"aPb", "b", 'b', "abP1"}, // The mirror's native window is gone.

@@ -68,7 +68,7 @@ TEST_F(PiPControllerTest, WhatIsOnItsWayWhenItStopsChangesNothing) {
     for (const bool fails : {false, true}) {
         if (fails)
             desktop.capture().destroyWindow(callWindow);
-        controller->start(); // The first tick is due, and what it tells comes behind the stop.
+        controller->start(); // The first tick is due. Its result arrives after the stop.
         const auto panel = controller->panel;
         DispatchQueue::main().async([this] { controller->stop(); });
         time.run();

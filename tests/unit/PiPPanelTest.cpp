@@ -16,7 +16,8 @@ using namespace platform;
 
 constexpr desktop::WindowNumber callWindow = 77;
 
-/// Sends pointer events to the panel's native window. Positions count from the main screen's top-left corner.
+/// A pointer, whose events go to the panel's native window. Positions count from the main screen's top-left
+/// corner.
 class Pointer {
   public:
     explicit Pointer(QWindow& target) : window(target) {}
@@ -83,12 +84,12 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     EXPECT_EQ(native().cursor().shape(), Qt::CrossCursor);
     pointer.press(grip);
     pointer.drag(grip + QPointF(60, 40));
-    pointer.drag(grip + QPointF(60, 40)); // No further than the pointer.
+    pointer.drag(grip + QPointF(60, 40)); // The panel grows no further than the pointer moves.
     EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
     EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
     EXPECT_EQ(panel->resizeHandle->frame(), (NSRect{{136, 0}, {24, 24}}));
     EXPECT_EQ(panel->contentView()->trackingAreas().size(), 1u);
-    for (const double step : {-70.0, -70.0, -70.0}) // The first two make the panel smaller, down to 50.
+    for (const double step : {-70.0, -70.0, -70.0}) // The first two steps shrink the panel, down to 50.
         pointer.drag(grip + QPointF(step, step) * 2);
     EXPECT_EQ(panel->frame(), (NSRect{{200, 330}, {50, 50}}));
     pointer.release(grip);
@@ -143,7 +144,7 @@ TEST_F(PiPPanelTest, TheCloseButtonFadesInUnderThePointerAndOutAgain) {
         const QDeadlineTimer deadline(1000); // Several times as long as a fade.
         while (panel->closeButton->alphaValue() != alpha && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        settle(); // A machine that stood still meanwhile is no slow fade.
+        settle(); // A stalled machine does not count as a slow fade.
         return panel->closeButton->alphaValue();
     };
     EXPECT_EQ(panel->closeButton->alphaValue(), 0);
@@ -166,7 +167,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     }
     EXPECT_EQ(presented().picture, image);
     EXPECT_EQ(presented().pictureTarget, (desktop::PixelRect{0, 15, 100, 50}));
-    EXPECT_EQ(presented().picturesSet, 2); // No picture at first, then this one, once.
+    EXPECT_EQ(presented().picturesSet, 2); // The first is no picture. The second is this one, set once.
     EXPECT_EQ(presented().overlaysSet, overlays);
     EXPECT_EQ(presented().background, 0xff000000u);
     EXPECT_EQ(presented().cornerRadius, 10);
@@ -185,7 +186,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // The border, white with an alpha of a quarter.
     EXPECT_EQ(pixel(14, 14), 0u);           // No close button before the pointer comes.
     EXPECT_GT(pixel(92, 72) >> 24, 100u);   // A stroke of the grip.
-    EXPECT_GT(pixel(90, 70) >> 24, 50u);    // the other stroke,
+    EXPECT_GT(pixel(90, 70) >> 24, 50u);    // The other stroke of the grip.
     EXPECT_EQ(pixel(96, 75), 0u);           // The first segment of the grip has no length.
 }
 
@@ -225,7 +226,7 @@ TEST_F(PiPPanelTest, AMirrorThatTheWindowManagerStopsAtAnEdgeIsWhereTheWindowMan
     EXPECT_EQ(panel->frame(), (NSRect{{0, 300}, {100, 80}}));
 }
 
-/// Writes down when the pointer comes and goes.
+/// A panel that logs when the pointer comes and goes.
 class HoverLog final : public NSPanel {
   public:
     HoverLog() : NSPanel({{200, 300}, {100, 80}}, NSWindowStyleMask::nonactivatingPanel) {}

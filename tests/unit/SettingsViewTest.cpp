@@ -71,7 +71,7 @@ class SettingsViewTest : public DesktopTest {
 TEST_F(SettingsViewTest, EveryControlShowsTheStoreAndWritesToItAtOnce) {
     find<QCheckBox>("Start monitoring when app launches").click();
     EXPECT_FALSE(store.startMonitoringOnLaunch());
-    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // As assistive software does.
+    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // Toggles as assistive software does.
     EXPECT_FALSE(store.pipAlwaysOnTop());
     find<QRadioButton>("Check All Windows").click();
     EXPECT_EQ(store.monitoringScope(), MonitoringScope::allWindows);
@@ -87,7 +87,7 @@ TEST_F(SettingsViewTest, PickersOfferTheirChoicesInOrder) {
     struct Case {
         const char* label;
         std::vector<std::string> choices;
-        std::vector<std::function<bool()>> held; ///< True after the choice of the entry at the same index.
+        std::vector<std::function<bool()>> held; ///< True once the choice at the same index is chosen.
     };
     const auto poll = [this](double value) {
         return [this, value] { return store.pollInterval() == value; };

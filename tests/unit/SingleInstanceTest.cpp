@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 class SingleInstanceTest : public testing::Test {
   protected:
-    /// A second start, in another thread, because the first instance answers on this one.
+    /// Starts a second instance, in another thread because the first instance answers on this one.
     Start startAgain(const std::string& where) {
         auto started = std::async(std::launch::async, [&] { return SingleInstance().claim(where, 10s); });
         while (started.wait_for(1ms) != std::future_status::ready)

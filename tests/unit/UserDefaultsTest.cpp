@@ -135,7 +135,7 @@ TEST_F(UserDefaultsTest, ABrokenFileIsSetAsideAsItIsAndSaidInOneLine) {
 }
 
 TEST_F(UserDefaultsTest, AFolderThatCannotBeWrittenIsSaidOnceAndTriedAgain) {
-    // A file in the folder's place. No user can write below a file, not even root.
+    // A file takes the folder's place, because no user can write below a file, not even root.
     const auto obstacle = folder.path() + "/sub";
     QFile file(obstacle);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -9,7 +9,7 @@
 
 namespace mirrolet {
 
-/// The widget of this type and accessible name. The test fails if there is not exactly one.
+/// Returns the widget of this type and accessible name. The test fails unless there is exactly one.
 template <class Widget> Widget& named(QWidget& root, const std::string& name) {
     Widget* result = nullptr;
     int found = 0;

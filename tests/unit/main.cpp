@@ -14,8 +14,8 @@ int main(int argc, char** argv) {
     qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
-    // Also makes the main queue's executor on this thread, as in the program, because the thread sanitizer
-    // cannot see how Qt hands objects to another thread.
+    // The application also makes the main queue's executor on this thread, as in the program, because the
+    // thread sanitizer cannot see how Qt hands objects to another thread.
     const mirrolet::platform::NSApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
