@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-/// Moves an alpha value over time.
+/// An animation that moves an alpha value over time.
 class AlphaAnimation {
   public:
     explicit AlphaAnimation(std::function<void(double)> apply);

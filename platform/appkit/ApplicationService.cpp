@@ -23,7 +23,7 @@ constexpr auto description = R"(<node><interface name="org.freedesktop.Applicati
 
 } // namespace
 
-// Used on the bus's thread, except `activate`, which the main thread uses.
+// The members are used on the bus's thread, except `activate`, which the main thread uses.
 struct ApplicationService::Service : std::enable_shared_from_this<Service> {
     std::function<void()> activate; ///< Empty once the owner is gone.
     GDBusConnection* connection = nullptr;

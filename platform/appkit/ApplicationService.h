@@ -5,12 +5,13 @@
 
 namespace mirrolet::platform {
 
-/// The program on the session bus, by the name "app.mirrolet.Mirrolet" and the interface
+/// The program's object on the session bus. Its name is "app.mirrolet.Mirrolet". Its interface is
 /// "org.freedesktop.Application", through which a desktop starts an application or brings one to the front. A
 /// second process of the same session waits for the name.
 class ApplicationService {
   public:
-    /// `activate` is called on the main queue, until this is destroyed. Never waits for the bus.
+    /// Calls `activate` on the main queue for each activation, until this object is destroyed. Never waits
+    /// for the bus.
     explicit ApplicationService(std::function<void()> activate);
     ~ApplicationService();
     ApplicationService(const ApplicationService&) = delete;

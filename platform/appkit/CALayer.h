@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// A view's appearance besides its own drawing: the background lies under the drawing, the border over the
-/// subviews.
+/// A background and a border that a view has besides its own drawing. The background lies under the drawing,
+/// the border over the subviews.
 struct CALayer {
     CGFloat cornerRadius = 0;
     bool masksToBounds = false;

@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The main screen's bottom-left corner in Qt's coordinates.
+/// Returns the main screen's bottom-left corner in Qt's coordinates.
 QPointF mainBottomLeft() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen)
@@ -32,7 +32,7 @@ NSPoint fromQtScreen(QPointF point) {
 }
 
 QRect toQtScreenRect(const NSRect& rect) {
-    // Place and size are rounded apart: a window that is only moved keeps its size.
+    // Place and size are rounded separately, so that a window that is only moved keeps its size.
     const QPoint topLeft = toQtScreen({rect.minX(), rect.maxY()}).toPoint();
     return {topLeft, QSizeF(rect.width(), rect.height()).toSize()};
 }

@@ -9,19 +9,19 @@
 
 namespace mirrolet::platform {
 
-// Screen coordinates begin at the main screen's bottom-left corner and grow upwards; Qt's begin at the
-// top-left corner and grow downwards. Both count in points, which Qt calls device-independent pixels.
+// Screen coordinates begin at the main screen's bottom-left corner and grow upwards. Qt's coordinates begin
+// at the top-left corner and grow downwards. Both count in points, which Qt calls device-independent pixels.
 
 QPointF toQtScreen(NSPoint point);
 NSPoint fromQtScreen(QPointF point);
 QRect toQtScreenRect(const NSRect& rect);
 NSRect fromQtScreenRect(const QRect& rect);
 
-// Window coordinates begin at a window's bottom-left corner and grow upwards. Pixels are the device's, from
-// the top-left corner downwards; `scale` is the number of pixels for a point.
+// Window coordinates begin at a window's bottom-left corner and grow upwards. Device pixels are counted from
+// the top-left corner downwards. `scale` is the number of device pixels for a point.
 
 desktop::PixelSize toPixels(QSize size, double scale);
-/// Each edge is rounded to the nearest pixel, at least one pixel apart.
+/// Rounds each edge to the nearest pixel. The result is at least one pixel wide and high.
 desktop::PixelRect toPixels(const NSRect& inWindow, CGFloat windowHeight, double scale);
 
 } // namespace mirrolet::platform

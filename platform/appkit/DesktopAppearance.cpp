@@ -20,8 +20,8 @@ constexpr const char* appearance = "org.freedesktop.appearance";
 constexpr const char* colorScheme = "color-scheme";
 constexpr guint32 prefersDark = 1;
 
-/// The value comes wrapped once or twice, depending on the portal's version. Anything but a number is
-/// ignored.
+/// Unwraps the portal's value and applies it on the main thread. The value is wrapped once or twice,
+/// depending on the portal's version. A value that is no number is ignored.
 void take(GVariant* value) {
     GLibPointer<GVariant> inner(g_variant_ref(value));
     while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT))

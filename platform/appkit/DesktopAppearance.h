@@ -2,13 +2,14 @@
 
 namespace mirrolet::platform {
 
-/// Light or dark, as the user has chosen it for the whole desktop. Qt takes over the palette of some
-/// desktops. Others only say what they prefer, through the desktop portal.
+/// The user's choice of light or dark for the whole desktop. Qt takes over the palette of some desktops.
+/// Other desktops only announce a preference, through the desktop portal.
 struct DesktopAppearance {
-    /// From now on keeps Qt's palette as the portal says. Needs the application object; does not wait for the
-    /// session bus. Main thread.
+    /// Keeps Qt's palette light or dark as the portal says, from now on. Needs the application object. Does
+    /// not wait for the session bus. Main thread.
     static void follow();
-    /// Dark sets a dark palette, unless Qt's own is dark already; light sets Qt's own. Main thread.
+    /// Sets a dark palette if `dark`, unless Qt's own palette is dark already. Otherwise sets Qt's own
+    /// palette. Main thread.
     static void setDark(bool dark);
 };
 

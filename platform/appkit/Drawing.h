@@ -8,17 +8,17 @@
 
 namespace mirrolet::platform {
 
-/// The painter of the view that is being drawn, in the view's coordinates (y upwards), with the colours that
-/// the view has chosen. Exists around each call of NSView::draw. Main thread.
+/// The painter of the view that is being drawn, and the colours that the view has chosen. Uses the view's
+/// coordinates (y upwards). Exists during each call of NSView::draw. Main thread.
 class Drawing {
   public:
-    /// Makes `painter` the current one until this object goes.
+    /// Makes this the current drawing, on `painter`, until this object is destroyed.
     explicit Drawing(QPainter& painter);
     ~Drawing();
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    /// nullptr while no view is being drawn: drawing does nothing then.
+    /// Returns the current drawing. Returns nullptr while no view is being drawn; drawing then does nothing.
     static Drawing* current();
 
     QPainter& painter;

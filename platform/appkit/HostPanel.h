@@ -7,14 +7,14 @@
 
 namespace mirrolet::platform {
 
-/// The desktop's side of a host's native window through its showings. Without a native window, and for a
-/// window that is no panel, there is none: then every call does nothing. Main thread.
+/// The desktop::PanelWindow of a host's native window. There is none before open(), after close(), and for a
+/// window that is no panel. Every other call then does nothing. Main thread.
 class HostPanel {
   public:
-    /// After the native window was made.
+    /// Makes the desktop's panel. Call this after the native window was made.
     void open(desktop::WindowNumber number, desktop::PanelStacking stacking, int level,
               const desktop::PanelShadow& shadow);
-    /// Before the native window goes.
+    /// Destroys the desktop's panel. Call this before the native window is destroyed.
     void close() { panel.reset(); }
     [[nodiscard]] bool isOpen() const { return panel != nullptr; }
 
@@ -23,13 +23,13 @@ class HostPanel {
     void raise();
 
     void willShow();
-    /// The native window was drawn for the first time since willShow(), so the server has mapped it. True if
-    /// that was news.
+    /// Notes that the server has mapped the native window. Call this when the native window is drawn. Returns
+    /// true for the first call since willShow().
     bool shown();
     void willHide();
     void didHide();
 
-    /// Now, or as soon as the window is shown.
+    /// Takes the focus now, or as soon as a window that is about to be shown is shown.
     void takeFocus();
     void returnFocus();
 

@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 class NSView;
 
-/// A window as the native window behind it sees the window. Main thread.
+/// The interface through which a native window uses the NSWindow in front of it. Main thread.
 class HostedWindow {
   public:
     struct Look {
@@ -21,13 +21,13 @@ class HostedWindow {
     };
 
     virtual ~HostedWindow() = default;
-    /// In screen coordinates, without the title bar.
+    /// Returns the frame in screen coordinates, without the title bar.
     [[nodiscard]] virtual NSRect frame() const = 0;
     [[nodiscard]] virtual int level() const = 0;
     [[nodiscard]] virtual const std::string& title() const = 0;
     [[nodiscard]] virtual const std::shared_ptr<NSView>& contentView() const = 0;
     [[nodiscard]] virtual Look look() const = 0;
-    /// The user or the desktop has moved the native window here.
+    /// Takes over the frame to which the user or the desktop has moved the native window.
     virtual void hostMoved(NSRect frame) = 0;
     /// Gives the window the focus, if the window can become key.
     virtual void makeKey() = 0;

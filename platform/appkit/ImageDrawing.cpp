@@ -32,9 +32,10 @@ struct Placed {
     int side;
 };
 
-/// Drawings lie on a grid of 16. Those for status bars have a second version on a grid of 22, the other
-/// common size there. Where there are two, the picture is a whole multiple of one of them, so that its edges
-/// stay on pixels, with a margin around it.
+/// Chooses the drawing and the size for a square of `side` device pixels. Every symbol has a drawing on a
+/// grid of 16. Symbols for status bars have a second drawing on a grid of 22, because both sizes are common
+/// there. With two drawings, the chosen size is a whole multiple of 16 or 22, so that edges stay on pixels.
+/// The rest of the square is a margin.
 Placed placed(const std::string& name, int side) {
     const QString base = QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name);
     const QString small = base + QStringLiteral(".svg");
@@ -65,13 +66,14 @@ QImage tinted(QImage shape, const QColor& tint) {
     return shape;
 }
 
-/// A desktop entry may name any file. Reading a device or a FIFO would never end.
+/// Returns whether a path names a picture that is safe to read. A desktop entry may name any file, and
+/// reading a device or a FIFO would never end.
 bool isReadablePicture(const QString& path) {
     const QFileInfo file(path);
     return file.isFile() && file.isReadable() && file.size() <= largestIconFile;
 }
 
-/// Old entries write a file's ending after the name of a theme's icon.
+/// Returns the name of a theme's icon without a file's ending, which old desktop entries add.
 QString themeName(QString name) {
     for (const auto* ending : {".png", ".svg", ".xpm"})
         if (name.endsWith(QLatin1String(ending)))
@@ -97,7 +99,7 @@ QImage centred(const QImage& picture, QSize pixels) {
 }
 
 QImage renderedIcon(const std::string& nameOrPath, QSize pixels) {
-    // Scale 1: the size asked for is in device pixels already.
+    // The scale is 1, because `pixels` is in device pixels already.
     const QImage picture = applicationIcon(nameOrPath).pixmap(pixels, 1.0).toImage();
     return picture.isNull() ? renderedSvg("application", pixels) : centred(picture, pixels);
 }

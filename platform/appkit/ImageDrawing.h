@@ -9,12 +9,13 @@
 
 namespace mirrolet::platform {
 
-/// The picture at a size in device pixels, premultiplied. Templates come in the tint; everything else in its
-/// own colours, its proportions kept. Slow for a window's picture, which is read back from the server. Main
-/// thread.
+/// Renders the picture at a size in device pixels, premultiplied. A template is drawn in the tint. Every
+/// other picture keeps its own colours and proportions. Slow for a window's picture, because that is read
+/// back from the server. Main thread.
 QImage renderedImage(const NSImage& image, QSize pixels, const QColor& tint);
 
-/// The picture for Qt's controls and for the tray, sharp at the sizes that they ask for.
+/// Makes an icon of the picture for Qt's controls and for the tray. The icon is sharp at every size that a
+/// control or the tray asks for.
 QIcon toQIcon(const NSImage& image, const QColor& tint);
 
 } // namespace mirrolet::platform

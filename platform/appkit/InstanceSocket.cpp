@@ -30,7 +30,7 @@ struct Address {
     [[nodiscard]] const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&name); }
 };
 
-/// ":0.1" and "unix:0" are screens of ":0".
+/// Returns the display without its screen, because ":0.1" and "unix:0" are screens of ":0".
 std::string withoutScreen(std::string display) {
     if (display.starts_with("unix:"))
         display.erase(0, 4);
@@ -39,8 +39,8 @@ std::string withoutScreen(std::string display) {
     return display.substr(0, dot);
 }
 
-/// An abstract address begins with a zero byte, is in no folder, and ends with the last process that has it
-/// open.
+/// Returns the abstract address for a user and a display. An abstract address begins with a zero byte and is
+/// in no folder. The kernel removes an abstract address when the last process that has the address open ends.
 Address addressFor(const std::string& display) {
     Address address;
     address.name.sun_family = AF_UNIX;
@@ -76,11 +76,12 @@ bool waitsForByte(const FileDescriptor& peer, Clock::time_point deadline) {
     }
 }
 
-/// Asks the process that has the address to activate. None if that process ended meanwhile, or has not begun
-/// to listen.
+/// Asks the process that has the address to activate. Returns nothing if that process has ended meanwhile or
+/// does not listen yet.
 std::optional<Claim> ask(const Address& address, Clock::time_point deadline) {
     const FileDescriptor asking(socket(AF_UNIX, socketType, 0));
-    // EAGAIN means that many processes are asking already, so the one that is asked must be stuck.
+    // EAGAIN means that many processes are waiting already, so the process that has the address must be
+    // stuck.
     if (connect(asking.get(), address.get(), address.length) != 0)
         return errno == EAGAIN ? std::optional(Claim::noAnswer) : std::nullopt;
     if (!isOfThisUser(asking)) {
@@ -100,7 +101,7 @@ InstanceSocket::Claim InstanceSocket::claim(const std::string& display, std::chr
     const auto deadline = Clock::now() + patience;
     do {
         listening = listenAt(address);
-        if (listening || errno != EADDRINUSE) // Without sockets there is no telling who else runs.
+        if (listening || errno != EADDRINUSE) // Without sockets, another process cannot be found.
             return Claim::first;
         if (const auto answer = ask(address, deadline))
             return *answer;
@@ -115,7 +116,7 @@ FileDescriptor InstanceSocket::accept() const {
 }
 
 void InstanceSocket::answer(const FileDescriptor& asker) {
-    // A process that has gone needs no answer.
+    // A failure is ignored, because a process that has ended needs no answer.
     [[maybe_unused]] const auto sent = send(asker.get(), &done, 1, MSG_NOSIGNAL);
 }
 

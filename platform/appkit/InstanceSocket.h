@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// The address in the kernel that the running program of one user and display listens at. A process that
-/// connects asks for activation, and is answered by one byte once that has been done.
+/// A socket at an address in the kernel that the running program of one user and display has. A process that
+/// connects asks the program to activate. The program answers with one byte once it has activated.
 class InstanceSocket {
   public:
     enum class Claim {
@@ -20,7 +20,8 @@ class InstanceSocket {
     /// Takes the address, or asks the process that has it to activate.
     Claim claim(const std::string& display, std::chrono::milliseconds patience);
     [[nodiscard]] int listener() const { return listening.get(); }
-    /// The next process that asks; none if no process of this user does.
+    /// Returns the connection of the next process that asks. Returns no descriptor if no process of this user
+    /// asks.
     [[nodiscard]] FileDescriptor accept() const;
     static void answer(const FileDescriptor& asker);
 

@@ -25,14 +25,14 @@ unsigned long flagsOf(Qt::KeyboardModifiers modifiers) {
     return flags;
 }
 
-/// X key codes are evdev's plus 8.
+/// Returns the virtual key code for the key's place on the keyboard. X key codes are evdev's plus 8.
 std::optional<std::uint16_t> virtualKeyCode(const QKeyEvent& event) {
     const auto scanCode = event.nativeScanCode();
     const auto code = scanCode >= 8 ? virtualFromEvdev(scanCode - 8) : std::nullopt;
     return code ? std::optional(static_cast<std::uint16_t>(*code)) : std::nullopt;
 }
 
-/// By the key's place, or by what the layout makes of the key.
+/// Returns whether the key is a modifier, by the key's place or by what the layout makes of the key.
 bool isModifierKey(const QKeyEvent& event, std::uint16_t keyCode) {
     switch (event.key()) {
     case Qt::Key_Shift:

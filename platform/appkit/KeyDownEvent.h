@@ -8,8 +8,8 @@ class QKeyEvent;
 
 namespace mirrolet::platform {
 
-/// The event that a view gets for a key. None for a modifier key, which only changes the flags of other keys'
-/// events, and for an event that no key made.
+/// Returns the event that a view gets for a key. Returns nothing for a modifier key, because a modifier only
+/// changes the flags of other keys' events. Returns nothing for an event that no key made.
 std::optional<NSEvent> keyDownEvent(const QKeyEvent& event);
 
 } // namespace mirrolet::platform

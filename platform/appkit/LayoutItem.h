@@ -8,7 +8,7 @@ struct NSLayoutConstraint;
 class LayoutItem {
   public:
     virtual ~LayoutItem() = default;
-    /// Holds from now on.
+    /// Adds a constraint that holds from now on.
     virtual void addConstraint(const NSLayoutConstraint& constraint) = 0;
 };
 

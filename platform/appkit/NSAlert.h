@@ -16,10 +16,11 @@ class NSAlert {
     std::string informativeText;
     Style alertStyle = Style::warning;
 
-    /// Adds a button after the others. The first one is the default. Without any there is a single "OK".
+    /// Adds a button after the others. The first button is the default. An alert without buttons shows a
+    /// single "OK".
     void addButton(const std::string& title) { buttons.push_back(title); }
-    /// Waits for the user's answer: NSAlertFirstButtonReturn plus the number of the button. Closing the alert
-    /// counts as the last button.
+    /// Waits for the user's answer. Returns NSAlertFirstButtonReturn plus the number of the button. Closing
+    /// the alert counts as the last button.
     int runModal() const;
 
   private:

@@ -4,12 +4,12 @@
 
 namespace mirrolet::platform {
 
-/// Groups changes that are animated together.
+/// A group of changes that are animated together.
 class NSAnimationContext {
   public:
-    /// Runs `changes`; what they animate takes `duration` seconds.
+    /// Runs `changes`. Every animation that `changes` starts takes `duration` seconds.
     static void runAnimationGroup(double duration, const std::function<void()>& changes);
-    /// Duration of the group that runs now, in seconds; 0 outside one.
+    /// Returns the duration of the running group in seconds, or 0 outside a group.
     static double currentDuration();
 };
 

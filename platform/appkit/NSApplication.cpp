@@ -29,8 +29,9 @@ constexpr std::chrono::seconds longestWaitForTasks{2};
 
 NSApplication* theApplication = nullptr;
 
-/// Qt has a connection of its own to the server. When that breaks, Qt would end the process in its own way:
-/// without writing the user defaults, and in the middle of the other threads.
+/// Ends the process in order when Qt reports that its own connection to the server is broken. Qt would end
+/// the process without writing the user defaults, while other threads run. Logs every
+/// other warning of Qt.
 void takeQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (message.startsWith(QLatin1String("The X11 connection broke")))
         NSApplication::serverLost();
@@ -44,9 +45,10 @@ void prepareEnvironment() {
     // compositor.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
-    // Qt's plain event loop wakes up less often than its event loop on top of GLib, which nothing here needs.
+    // Qt's plain event loop wakes up less often than Qt's event loop on top of GLib. Nothing here needs
+    // GLib's.
     qputenv("QT_NO_GLIB", "1");
-    // A session manager would start a second process beside the one of the autostart entry.
+    // A session manager would start a second process, because the autostart entry starts one already.
     qunsetenv("SESSION_MANAGER");
 }
 
@@ -111,8 +113,8 @@ void NSApplication::terminate() {
         return;
     if (const auto delegate = state->delegate.lock())
         delegate->applicationWillTerminate();
-    // After the tasks that the delegate has posted, because a stopped mirror closes its panel on the next
-    // turn.
+    // Quits after the tasks that the delegate has posted, because a stopped mirror closes its panel on the
+    // next turn of the event loop.
     DispatchQueue::main().async([] { QCoreApplication::quit(); });
 }
 
@@ -136,7 +138,8 @@ int NSApplication::run() {
 
 void NSApplication::serverLost() {
     static std::once_flag once;
-    // Two connections break at the same moment, and the second thread to notice waits here for the end.
+    // Both connections to the server break at the same moment. The second thread that notices waits here
+    // until the process ends.
     std::call_once(once, [] {
         NSLog("Mirrolet: the connection to the X server was lost");
         UserDefaults::standard().flush();

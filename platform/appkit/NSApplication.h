@@ -4,53 +4,53 @@
 
 namespace mirrolet::platform {
 
-/// Told of the application's start and end. Main thread.
+/// An object that is told of the application's start and end. Main thread.
 class NSApplicationDelegate {
   public:
     virtual ~NSApplicationDelegate() = default;
     virtual void applicationDidFinishLaunching() = 0;
     virtual void applicationWillTerminate() = 0;
-    /// The user has started the program once more while it runs.
+    /// Called when the user has started the program once more while the program runs.
     virtual void applicationShouldHandleReopen() = 0;
 };
 
-/// The application object: Qt, the event loop, start and end. One per process, made by main(). Main thread
-/// where nothing else is said.
+/// The application object, which sets up Qt, runs the event loop and ends the program. main() makes one per
+/// process. Main thread where nothing else is said.
 class NSApplication {
   public:
     enum class ActivationPolicy { regular = 0, accessory = 1 };
 
-    /// Takes Qt's own options out of the arguments, which must outlive this object. The process's desktop is
-    /// set already.
+    /// Takes Qt's own options out of the arguments, which must outlive this object. The process's desktop
+    /// must be set before.
     NSApplication(int& argc, char** argv);
     ~NSApplication();
     NSApplication(const NSApplication&) = delete;
     NSApplication& operator=(const NSApplication&) = delete;
 
-    /// The process's application object; stops the program if there is none.
+    /// Returns the process's application object. Aborts the program if there is none.
     static NSApplication& shared();
 
     void setDelegate(std::weak_ptr<NSApplicationDelegate> delegate);
-    /// Brings the program's ordinary windows to the front of the other programs'.
+    /// Brings the program's ordinary windows in front of the windows of other programs.
     void activateIgnoringOtherApps();
     /// Tells the delegate, and makes run() return.
     void terminate();
 
-    /// The program was started once more: tells the delegate.
+    /// Tells the delegate that the program was started once more.
     void reopen();
 
-    /// Runs the event loop; the delegate has finished launching before the first event. SIGTERM, SIGINT and
-    /// SIGHUP end it as terminate() does. Then writes the user defaults, however long that takes, and waits
-    /// a bounded time for the tasks of all queues. Returns the exit status; if a task still runs, the process
-    /// ends at once with that status.
+    /// Runs the event loop. The delegate has finished launching before the first event. SIGTERM, SIGINT and
+    /// SIGHUP end the event loop as terminate() does. Then writes the user defaults, however long that takes,
+    /// and waits a bounded time for the tasks of all queues. Returns the exit status. If a task still runs,
+    /// the process ends at once with that status instead.
     int run();
 
-    /// Ends the process with a failing status because the window server is gone, after one line that says so
-    /// and after the user defaults were written. Any thread; does not return.
+    /// Ends the process with a failing status because the window server is gone. First logs one line that
+    /// says so and writes the user defaults. Any thread. Does not return.
     [[noreturn]] static void serverLost();
 
-    // Kept for those who set it, and without effect on this desktop, whose task lists show windows and not
-    // applications.
+    // Has no effect, because task lists on this desktop show windows and not applications. Kept for callers
+    // that set a policy.
     void setActivationPolicy(ActivationPolicy /*policy*/) {}
 
   private:

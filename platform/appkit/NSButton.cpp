@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// A symbol takes about half of the button that shows it.
+/// The share of a button's size that the button's symbol takes.
 constexpr double symbolShare = 0.5;
 
 } // namespace
@@ -35,7 +35,7 @@ void NSButton::draw(NSRect /*dirtyRect*/) {
     painter.restore();
 }
 
-// A press on a button does not reach the views behind it.
+// Does nothing, so that a press on a button does not reach the views behind the button.
 void NSButton::mouseDown(const NSEvent& /*event*/) {}
 void NSButton::mouseDragged(const NSEvent& /*event*/) {}
 

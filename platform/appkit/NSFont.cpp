@@ -35,7 +35,7 @@ void drawText(const std::string& text, NSPoint origin, const NSTextAttributes& a
     QPainter& painter = drawing->painter;
     const QFont font = toQFont(attributes.font);
     painter.save();
-    // Qt draws text downwards, so the axis is turned over around the baseline.
+    // The y axis is turned over around the baseline, because Qt draws text with y downwards.
     painter.translate(origin.x, origin.y + QFontMetricsF(font).descent());
     painter.scale(1, -1);
     painter.setFont(font);

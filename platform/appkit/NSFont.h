@@ -15,15 +15,16 @@ struct NSFont {
     static NSFont systemFont(double ofSize) { return {ofSize}; }
 };
 
-/// Font and colour of a piece of text.
+/// The font and the colour of a piece of text.
 struct NSTextAttributes {
     NSFont font;
     NSColor foregroundColor;
 };
 
-/// Size of one line of UTF-8 text.
+/// Returns the size of one line of UTF-8 text.
 NSSize sizeOfText(const std::string& text, const NSTextAttributes& attributes);
-/// Draws one line; `origin` is the bottom-left corner of its box in the coordinates of the view being drawn.
+/// Draws one line of text. `origin` is the bottom-left corner of the line's box, in the coordinates of the
+/// view being drawn.
 void drawText(const std::string& text, NSPoint origin, const NSTextAttributes& attributes);
 
 } // namespace mirrolet::platform

@@ -13,8 +13,8 @@ struct Symbol {
     bool isTemplate;
 };
 
-// The drawings of symbols.qrc. The status item's has colours of its own, because a status icon is not told
-// the colour of the dock under it and has to be readable on any.
+// The drawings of symbols.qrc. The status item's drawing has colours of its own, because a status icon does
+// not know the colour of the dock and has to be readable on any dock.
 constexpr std::array symbols = {
     Symbol{"pip.fill", false},
     Symbol{"pip", true},

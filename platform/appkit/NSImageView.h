@@ -9,18 +9,19 @@ namespace mirrolet::platform {
 
 enum class NSImageScaling { none = 2, proportionallyUpOrDown = 3 };
 
-/// Shows one image, centred.
+/// A view that shows one image, centred.
 class NSImageView : public NSView {
   public:
     using NSView::NSView;
 
     [[nodiscard]] const std::shared_ptr<const NSImage>& image() const { return shown; }
-    /// A window's picture is drawn by the server. Setting the same picture again draws nothing.
+    /// Sets the image to show. The server draws a window's picture. Setting the same picture again draws
+    /// nothing.
     void setImage(std::shared_ptr<const NSImage> image);
 
     NSImageScaling imageScaling = NSImageScaling::none;
 
-    /// The image's place in this view's coordinates, after scaling.
+    /// Returns the scaled image's place in this view's coordinates.
     [[nodiscard]] NSRect imageRect() const;
     [[nodiscard]] bool showsWindow() const;
 

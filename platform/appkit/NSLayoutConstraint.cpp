@@ -8,7 +8,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// One axis of a frame: where it begins, where it ends, how long it is.
+/// The begin, end and length of a frame along one axis.
 struct Span {
     std::optional<CGFloat> begin, end, length;
 

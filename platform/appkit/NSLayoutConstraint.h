@@ -11,16 +11,16 @@ class LayoutItem;
 
 enum class NSLayoutAttribute { leading, trailing, top, bottom, width, height };
 
-/// Fixes one edge or dimension of a view: to the same edge of its superview, or to a constant.
+/// A rule that fixes one edge of a view to the same edge of its superview, or one dimension to a constant.
 struct NSLayoutConstraint {
     std::weak_ptr<LayoutItem> item;
     NSLayoutAttribute attribute = NSLayoutAttribute::leading;
-    CGFloat constant = 0; ///< Of a dimension; an edge has none.
+    CGFloat constant = 0; ///< The length for a dimension; unused for an edge.
 
-    /// Hands each constraint to its view; the superview lays it out from then on.
+    /// Hands each constraint to its view. The superview lays out the view by the constraint from then on.
     static void activate(const std::vector<NSLayoutConstraint>& constraints);
-    /// The frame that the constraints of one view give it in a superview of this size. Edges and dimensions
-    /// without a constraint stay as they are in `frame`.
+    /// Returns the frame that the constraints of one view give the view in a superview of this size. Edges
+    /// and dimensions without a constraint stay as they are in `frame`.
     static NSRect resolve(const std::vector<NSLayoutConstraint>& constraints, NSRect frame,
                           NSSize superviewSize);
 };
@@ -30,7 +30,7 @@ struct NSLayoutAnchor {
     std::weak_ptr<LayoutItem> item;
     NSLayoutAttribute attribute;
 
-    /// `superview` is the same edge of the view's superview.
+    /// Returns a constraint to `superview`, which is the same edge of the view's superview.
     [[nodiscard]] NSLayoutConstraint constraintEqualTo(const NSLayoutAnchor& superview) const;
     [[nodiscard]] NSLayoutConstraint constraintEqualToConstant(CGFloat constant) const;
 };

@@ -9,7 +9,8 @@ namespace mirrolet::platform {
 
 struct NativeMenu;
 
-/// A menu is built once; later only its items change. Main thread, while the application object exists.
+/// A menu that is built once. Later only the menu's items change. Main thread, while the application object
+/// exists.
 class NSMenu {
   public:
     NSMenu();

@@ -11,7 +11,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// A single "&" would underline the next letter.
+/// Returns the title with each "&" doubled, because a single "&" would underline the next letter.
 QString menuText(const std::string& title) {
     return QString::fromStdString(title).replace(QLatin1Char('&'), QLatin1String("&&"));
 }

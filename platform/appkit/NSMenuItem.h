@@ -12,9 +12,9 @@ struct NativeMenuItem;
 /// exists.
 class NSMenuItem {
   public:
-    /// An entry without an action cannot be chosen. The key equivalent is one lower-case character, or empty
-    /// for none. The user presses it with the desktop's own modifier for commands (Ctrl) while the menu is
-    /// open.
+    /// Makes an entry. An entry without an action cannot be chosen. The key equivalent is one lower-case
+    /// character, or empty for none. While the menu is open, the user presses that key with the desktop's
+    /// modifier for commands (Ctrl).
     explicit NSMenuItem(const std::string& title, std::function<void()> action = nullptr,
                         const std::string& keyEquivalent = {});
     ~NSMenuItem();

@@ -9,7 +9,7 @@ class NSPanel : public NSWindow {
   public:
     using NSWindow::NSWindow;
 
-    // Kept for those who set it, and without effect on this desktop, where the level decides.
+    // Has no effect, because the level decides on this desktop. Kept for callers that set a value.
     bool isFloatingPanel = false;
 };
 

@@ -9,7 +9,7 @@ class NSResponder {
   public:
     virtual ~NSResponder() = default;
 
-    /// The pointer came to a tracking area that this object owns, or left it.
+    /// Called when the pointer enters or leaves a tracking area that this object owns.
     virtual void mouseEntered(const NSEvent& /*event*/) {}
     virtual void mouseExited(const NSEvent& /*event*/) {}
 };

@@ -9,7 +9,7 @@ namespace mirrolet::platform {
 /// A running application at the moment of the call. A plain value. Any thread.
 class NSRunningApplication {
   public:
-    /// None if no application with this number runs.
+    /// Returns the application with this number, or nothing if no such application runs.
     static std::optional<NSRunningApplication> withProcessIdentifier(std::int32_t processIdentifier);
 
     NSRunningApplication(std::int32_t processIdentifier, std::optional<std::string> bundleIdentifier,

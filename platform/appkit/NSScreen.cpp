@@ -12,7 +12,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The screen without what docks reserve. Qt places a screen in device pixels and measures it in points.
+/// Returns the screen's geometry without the space that docks reserve. Qt gives a screen's place in device
+/// pixels and its size in points.
 QRect withoutReserved(const QScreen& screen) {
     const double scale = screen.devicePixelRatio();
     const auto toPixels = [scale](int length) { return static_cast<int>(std::lround(length * scale)); };
@@ -24,8 +25,8 @@ QRect withoutReserved(const QScreen& screen) {
                           -toPoints(edges.bottom));
 }
 
-/// The free area that Qt knows is the window manager's sum for all monitors, which Qt uses only where there
-/// is one monitor.
+/// Returns the part of the screen that neither docks nor the window manager reserve. The window manager
+/// reserves space for all monitors together, so Qt subtracts that space only if there is one monitor.
 QRect visiblePart(const QScreen& screen) {
     const QRect free = withoutReserved(screen);
     const QRect both = free & screen.availableGeometry();

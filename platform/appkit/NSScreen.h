@@ -10,9 +10,9 @@ namespace mirrolet::platform {
 /// bottom-left).
 struct NSScreen {
     NSRect frame;
-    NSRect visibleFrame; ///< Without the desktop's docks.
+    NSRect visibleFrame; ///< The frame without the desktop's docks.
 
-    /// None while no screen is connected.
+    /// Returns the main screen, or nothing while no screen is connected.
     static std::optional<NSScreen> main();
 };
 

@@ -3,7 +3,7 @@
 namespace mirrolet::platform {
 
 struct NSSound {
-    /// The desktop's alert sound. Main thread.
+    /// Plays the desktop's alert sound. Main thread.
     static void beep();
 };
 

@@ -8,12 +8,12 @@ namespace mirrolet::platform {
 
 constexpr double NSSquareStatusItemLength = -2;
 
-/// The desktop's status bar. Main thread, with the application object and the desktop there.
+/// The desktop's status bar. Main thread, while the application object and the desktop exist.
 class NSStatusBar {
   public:
     static NSStatusBar& system();
-    /// An item that is shown until it is destroyed. The length has no effect: on this desktop all icons are
-    /// square.
+    /// Makes an item that is shown until the item is destroyed. The length has no effect, because all icons
+    /// are square on this desktop.
     [[nodiscard]] std::shared_ptr<NSStatusItem> statusItem(double withLength);
 };
 

@@ -9,8 +9,7 @@
 
 namespace mirrolet::platform {
 
-/// The part of a status item that is seen in the bar: its image, or its title where it has no image. Main
-/// thread.
+/// The visible part of a status item. Shows an image, or the title if there is no image. Main thread.
 class NSStatusBarButton {
   public:
     void setImage(std::shared_ptr<NSImage> image);
@@ -18,7 +17,7 @@ class NSStatusBarButton {
     [[nodiscard]] const std::shared_ptr<NSImage>& image() const { return shown; }
     [[nodiscard]] const std::string& title() const { return text; }
 
-    /// Called after each change.
+    /// Sets the function that is called after each change.
     void setOnChange(std::function<void()> call) { changed = std::move(call); }
 
   private:

@@ -13,8 +13,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The status bar takes pictures only. The letters are light with a dark edge because the bar may be of any
-/// colour.
+/// Draws a title as an icon, because the status bar takes pictures only. The letters are light with a dark
+/// edge, because the bar may have any colour.
 QIcon titleIcon(const std::string& title) {
     constexpr int side = 64;
     QPixmap picture(side, side);

@@ -9,9 +9,9 @@ namespace mirrolet::platform {
 
 class StatusTray;
 
-/// An icon in the desktop's status bar with a menu that either mouse button opens. The icon is there whenever
-/// the desktop has a place for icons, also one that comes later, goes, or comes back, until the item is
-/// destroyed. Main thread.
+/// An icon in the desktop's status bar with a menu that either mouse button opens. Until the item is
+/// destroyed, the icon is shown whenever the desktop has a place for icons. That place may come later, go,
+/// and come back. Main thread.
 class NSStatusItem {
   public:
     NSStatusItem();
@@ -19,7 +19,8 @@ class NSStatusItem {
     NSStatusItem(const NSStatusItem&) = delete;
     NSStatusItem& operator=(const NSStatusItem&) = delete;
 
-    /// Lives as long as the item; nullptr would mean that the status bar lets items show nothing.
+    /// Returns the button, which lives as long as the item. Never returns nullptr, which would mean that the
+    /// status bar lets items show nothing.
     [[nodiscard]] NSStatusBarButton* button() { return &theButton; }
     [[nodiscard]] const std::shared_ptr<NSMenu>& menu() const { return attachedMenu; }
     void setMenu(std::shared_ptr<NSMenu> menu);
@@ -27,7 +28,7 @@ class NSStatusItem {
   private:
     NSStatusBarButton theButton;
     std::shared_ptr<NSMenu> attachedMenu;
-    std::shared_ptr<StatusTray> tray; ///< Goes before the menu that it shows.
+    std::shared_ptr<StatusTray> tray; ///< Destroyed before the menu that the tray shows.
 };
 
 } // namespace mirrolet::platform

@@ -10,15 +10,15 @@ class NSResponder;
 
 namespace NSTrackingAreaOptions {
 inline constexpr unsigned inVisibleRect = 0x200;
-// Without effect on this desktop, because every area is told of both and is always active.
+// These two options have no effect, because every area's owner is told of entering and leaving at all times.
 inline constexpr unsigned mouseEnteredAndExited = 0x01;
 inline constexpr unsigned activeAlways = 0x80;
 } // namespace NSTrackingAreaOptions
 
-/// A part of a view whose owner is told when the pointer comes and goes. With `inVisibleRect` the area is all
-/// of the view.
+/// A part of a view. The area's owner is told when the pointer enters or leaves the area. With
+/// `inVisibleRect` the area is all of the view.
 struct NSTrackingArea {
-    NSRect rect; ///< In the view's coordinates.
+    NSRect rect; ///< The area in the view's coordinates.
     unsigned options = 0;
     std::weak_ptr<NSResponder> owner;
 };

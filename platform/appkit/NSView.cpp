@@ -78,7 +78,8 @@ void NSView::setNeedsDisplay() {
 
 void NSView::draw(NSRect /*dirtyRect*/) {}
 
-// A view that does not want a click leaves it to the view behind it.
+// Passes the click to the superview, because a view that does not want a click leaves the click to the view
+// behind.
 void NSView::mouseDown(const NSEvent& event) {
     if (parent)
         parent->mouseDown(event);

@@ -22,9 +22,9 @@ class ViewContext;
 
 enum class NSCursor { arrow, crosshair };
 
-/// A node of a window's content: a frame in its superview's coordinates (y upwards), what the view draws,
-/// what it does with events. A view has no native window of its own: the whole tree of views is painted and
-/// fed with events by the window that shows it. Main thread only. Always owned by a std::shared_ptr.
+/// A rectangle of a window's content that draws, handles events and has subviews. A view's frame is in its
+/// superview's coordinates (y upwards). A view has no native window of its own, because the window paints its
+/// whole tree of views and passes events to the views. Main thread only. Always owned by a std::shared_ptr.
 class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
   public:
     NSView();
@@ -36,23 +36,24 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     [[nodiscard]] NSRect frame() const { return frameRect; }
     void setFrame(NSRect frame);
     [[nodiscard]] NSRect bounds() const { return {{0, 0}, frameRect.size}; }
-    /// The size that the view asks for, if any.
+    /// Returns the size that the view asks for, if any.
     [[nodiscard]] virtual std::optional<NSSize> intrinsicContentSize() const { return std::nullopt; }
 
-    /// A rectangle of this view's coordinates in those of its window (y upwards from the bottom-left corner).
+    /// Converts a rectangle from this view's coordinates to the window's (y upwards from the bottom-left
+    /// corner).
     [[nodiscard]] NSRect convertToWindow(NSRect rect) const;
-    /// A point of the window's coordinates in those of this view.
+    /// Converts a point from the window's coordinates to this view's.
     [[nodiscard]] NSPoint convertFromWindow(NSPoint point) const;
 
-    /// Adds on top of the subviews that are there.
+    /// Adds a subview in front of the present subviews.
     void addSubview(const std::shared_ptr<NSView>& view);
     [[nodiscard]] const std::vector<std::shared_ptr<NSView>>& subviews() const { return children; }
     [[nodiscard]] NSView* superview() const { return parent; }
 
     [[nodiscard]] double alphaValue() const { return alpha; }
     void setAlphaValue(double value);
-    /// Moves the alpha to a value over the duration of the animation group that runs now. A new call changes
-    /// the target.
+    /// Moves the alpha to `target` over the duration of the running animation group. A new call changes the
+    /// target.
     void animateAlphaValue(double target);
 
     [[nodiscard]] const CALayer& layer() const { return properties; }
@@ -60,7 +61,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     /// Asks for the view to be drawn again.
     void setNeedsDisplay();
-    /// Draws into the current drawing, in this view's coordinates.
+    /// Draws this view into the current drawing, in this view's coordinates.
     virtual void draw(NSRect dirtyRect);
 
     virtual void mouseDown(const NSEvent& event);
@@ -68,14 +69,16 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     virtual void mouseUp(const NSEvent& event);
     virtual void keyDown(const NSEvent& event);
     [[nodiscard]] virtual bool acceptsFirstResponder() const { return false; }
-    /// Asked when another view takes the focus. Subclasses call the base.
+    /// Returns whether the view gives up being first responder. Called when another view takes the focus.
+    /// Subclasses call the base.
     virtual bool resignFirstResponder() { return true; }
     [[nodiscard]] virtual bool isFirstResponder() const;
 
-    /// Called when the view's size or place changes; adds the cursor rectangles again.
+    /// Adds the cursor rectangles again. Called when the view's size or place changes.
     virtual void resetCursorRects();
     void addCursorRect(NSRect rect, NSCursor cursor);
-    /// The cursor of the first rectangle around a point of this view's coordinates; arrow outside of them.
+    /// Returns the cursor of the first cursor rectangle around a point in this view's coordinates. Returns
+    /// the arrow outside of all cursor rectangles.
     [[nodiscard]] NSCursor cursorAt(NSPoint point) const;
 
     void addTrackingArea(const std::shared_ptr<NSTrackingArea>& area);
@@ -89,30 +92,31 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     [[nodiscard]] NSLayoutAnchor widthAnchor() { return anchor(NSLayoutAttribute::width); }
     [[nodiscard]] NSLayoutAnchor heightAnchor() { return anchor(NSLayoutAttribute::height); }
 
-    /// The deepest visible view at a point of the superview's coordinates that takes clicks; nullptr for
-    /// none.
+    /// Returns the deepest visible view that takes clicks at a point in the superview's coordinates. Returns
+    /// nullptr if there is no such view.
     [[nodiscard]] virtual NSView* hitTest(NSPoint point);
 
     void addConstraint(const NSLayoutConstraint& constraint) override;
 
-    /// Present content of the view for assistive software; empty for none. It and the tool tip are read again
-    /// after setNeedsDisplay().
+    /// The view's present content for assistive software, or empty. This value and the tool tip are read
+    /// again after setNeedsDisplay().
     std::string accessibilityValue;
     std::string toolTip;
 
-    /// The Qt widget that fills this view, which keeps the widget, or nullptr. Asked of a window's content
-    /// view: its native window then shows the widget, with corners cut at the view's layer().cornerRadius.
+    /// Returns the Qt widget that fills this view, or nullptr. The view keeps the widget. If a window's
+    /// content view has a widget, the native window shows the widget, with corners cut at the view's
+    /// layer().cornerRadius.
     [[nodiscard]] virtual QWidget* hostedWidget() { return nullptr; }
 
-    /// Makes a view (nullptr: none) of this view's window the one that gets the keys. Does nothing outside a
-    /// window.
+    /// Makes a view of this view's window the one that gets the keys. With nullptr, no view gets the keys.
+    /// Does nothing outside a window.
     void makeFirstResponder(NSView* view);
 
-    /// Of a root view: where it is shown from now on; nullptr for nowhere.
+    /// Sets where a root view is shown from now on. nullptr means nowhere. Only for root views.
     void setContext(ViewContext* context) { rootContext = context; }
 
   protected:
-    /// Where this view is shown; nullptr outside a window.
+    /// Returns where this view is shown, or nullptr outside a window.
     [[nodiscard]] ViewContext* context() const;
 
   private:
@@ -123,7 +127,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     NSRect frameRect;
     NSView* parent = nullptr;
-    ViewContext* rootContext = nullptr; ///< Of a root view only.
+    ViewContext* rootContext = nullptr; ///< Set for a root view only.
     std::vector<std::shared_ptr<NSView>> children;
     double alpha = 1;
     CALayer properties;

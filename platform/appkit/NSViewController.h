@@ -6,7 +6,7 @@ namespace mirrolet::platform {
 
 class NSView;
 
-/// Brings a window's content.
+/// An object that provides a window's content.
 class NSViewController {
   public:
     virtual ~NSViewController() = default;

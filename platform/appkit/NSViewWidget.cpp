@@ -29,7 +29,7 @@ void NSViewWidget::setCursor(NSCursor cursor) {
         unsetCursor();
 }
 
-/// The first responder gets every key, Tab and the window's shortcuts among them.
+/// Gives every key to the first responder, including Tab and the window's shortcuts.
 bool NSViewWidget::event(QEvent* event) {
     const bool hasResponder = tree.hasFirstResponder();
     if (event->type() == QEvent::ShortcutOverride && hasResponder) {
@@ -89,7 +89,8 @@ void NSViewWidget::leaveEvent(QEvent* /*event*/) {
 }
 
 void NSViewWidget::keyPressEvent(QKeyEvent* event) {
-    // Space and Return on a focused control count as a click on its middle. A held key is one click.
+    // Space and Return on a focused control count as a click on the control's middle. A held key is one
+    // click.
     const bool press = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
     if (!press || event->modifiers() != Qt::NoModifier || event->isAutoRepeat()) {
         QWidget::keyPressEvent(event);

@@ -8,9 +8,9 @@
 
 namespace mirrolet::platform {
 
-/// Shows one tree of views inside a layout of Qt's widgets, and feeds the views with the pointer and the
-/// keys. The view that becomes first responder takes the widget's focus. The view resigns when the widget
-/// loses the focus, and after a press elsewhere in the window, even on a widget that takes no focus.
+/// A Qt widget that shows one tree of views and passes pointer and key events to the views. When a view
+/// becomes first responder, the widget takes the focus. The view resigns when the widget loses the focus, and
+/// after a press elsewhere in the window, even on a widget that takes no focus.
 class NSViewWidget : public QWidget, private ViewTree::Host {
   public:
     explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);
@@ -19,7 +19,7 @@ class NSViewWidget : public QWidget, private ViewTree::Host {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:
-    /// A view asks to be drawn again.
+    /// Called when a view asks to be drawn again.
     virtual void viewChanged() { update(); }
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -44,7 +44,7 @@ void NSWindow::center() {
 }
 
 void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
-    host.reset(); // Another kind of content may want another kind of native window.
+    host.reset(); // Another kind of content may need another kind of native window.
     content = view;
     if (content)
         content->setFrame({{0, 0}, frameRect.size});
@@ -95,7 +95,7 @@ void NSWindow::setTitle(const std::string& title) {
         host->setTitle(title);
 }
 
-/// Through setFrame(), because subclasses lay out there whoever changes the frame.
+/// Calls setFrame(), because subclasses lay out their content there after every change of the frame.
 void NSWindow::hostMoved(NSRect frame) {
     const bool outer = std::exchange(followsHost, true);
     setFrame(frame, true);

@@ -24,13 +24,13 @@ inline constexpr unsigned fullScreenAuxiliary = 256;
 } // namespace NSWindowCollectionBehavior
 
 /// A window of this program. Frames are in screen coordinates (y upwards from the main screen's bottom-left
-/// corner), in points, without the title bar. Main thread only; always owned by a std::shared_ptr. Created
-/// hidden; its native window exists from the first showing on.
+/// corner), in points, without the title bar. Main thread only. Always owned by a std::shared_ptr. A new
+/// window is hidden. Its native window exists from the first showing on.
 class NSWindow : public NSResponder, private HostedWindow, public std::enable_shared_from_this<NSWindow> {
   public:
     NSWindow(NSRect contentRect, unsigned styleMask);
     ~NSWindow() override;
-    /// A titled window as large as the controller's view asks for.
+    /// Makes a titled window as large as the controller's view asks for.
     static std::shared_ptr<NSWindow> withContentViewController(const NSViewController& controller);
     NSWindow(const NSWindow&) = delete;
     NSWindow& operator=(const NSWindow&) = delete;
@@ -38,14 +38,15 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     [[nodiscard]] NSRect frame() const final { return frameRect; }
     virtual void setFrame(NSRect frame, bool display);
     void setFrameOrigin(NSPoint origin);
-    /// In the middle of the main screen's visible part.
+    /// Moves the window to the middle of the main screen's visible part.
     void center();
 
     void setContentView(const std::shared_ptr<NSView>& view);
     [[nodiscard]] const std::shared_ptr<NSView>& contentView() const final { return content; }
 
     [[nodiscard]] bool isVisible() const;
-    /// Shows the window in front of its level, without giving it the focus or activating the program.
+    /// Shows the window in front of the other windows of its level. Neither gives the window the focus nor
+    /// activates the program.
     void orderFrontRegardless();
     void orderOut();
     void close();
@@ -58,7 +59,7 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     void setTitle(const std::string& title);
     [[nodiscard]] const std::string& title() const final { return windowTitle; }
     [[nodiscard]] unsigned styleMask() const { return style; }
-    /// Before the first showing.
+    /// Sets the style mask. Call this before the first showing.
     void setStyleMask(unsigned mask) { style = mask; }
 
     [[nodiscard]] virtual bool canBecomeKeyWindow() const { return style & NSWindowStyleMask::titled; }
@@ -67,8 +68,8 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     bool isOpaque = true;
     NSColor backgroundColor = NSColor::white();
 
-    // The members from here to `isReleasedWhenClosed` are kept for those who set them, and have no effect on
-    // this desktop.
+    // The members from here to `isReleasedWhenClosed` have no effect on this desktop. They are kept for
+    // callers that use them.
     [[nodiscard]] virtual bool canBecomeMainWindow() const { return style & NSWindowStyleMask::titled; }
     unsigned collectionBehavior = 0;
     bool isMovableByWindowBackground = false;
@@ -76,7 +77,7 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
 
   private:
     [[nodiscard]] Look look() const override { return {style, hasShadow, isOpaque, backgroundColor}; }
-    /// Passes the frame on to setFrame(), which leaves the native window alone then.
+    /// Passes the native window's new frame to setFrame(), which does not move the native window again.
     void hostMoved(NSRect frame) override;
     void ensureHost();
 
@@ -86,7 +87,7 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     std::string windowTitle;
     std::shared_ptr<NSView> content;
     std::unique_ptr<WindowHost> host;
-    bool followsHost = false; ///< While setFrame() takes over the native window's frame.
+    bool followsHost = false; ///< True while setFrame() takes over the native window's frame.
 };
 
 } // namespace mirrolet::platform

@@ -27,7 +27,8 @@ bool NSWorkspace::open(const URL& link) const {
     const QUrl url(QString::fromStdString(link.absoluteString()));
     if (!url.isValid() || url.scheme().isEmpty())
         return false;
-    // Asked first, because the opener itself accepts every link and complains later, in a window of its own.
+    // Looks for an application first, because the opener accepts every link and reports a failure only later,
+    // in its own window.
     const GLibPointer<GAppInfo> opener(
         g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
     return opener && QDesktopServices::openUrl(url);

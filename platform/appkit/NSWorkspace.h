@@ -10,19 +10,19 @@
 
 namespace mirrolet::platform {
 
-/// The desktop as the user's place of work.
+/// The desktop's applications: the one in front, their icons, and the one that opens a link.
 class NSWorkspace {
   public:
     static NSWorkspace& shared();
 
-    /// The application that has the focus, this program's panels aside. Any thread.
+    /// Returns the application that has the focus. This program's panels do not count. Any thread.
     [[nodiscard]] std::optional<NSRunningApplication> frontmostApplication() const;
 
-    /// Opens a link with the application that the desktop has for such links. False, and at once, if there is
-    /// none. Later failures are the opener's to report. Main thread.
+    /// Opens a link with the desktop's application for such links. Returns false at once if there is no such
+    /// application. The opener reports later failures itself. Main thread.
     bool open(const URL& link) const;
-    /// The icon of an application in one of the application folders. Anything else gets the icon of a plain
-    /// application. Any thread.
+    /// Returns the icon of an application in one of the application folders. For any other path, returns the
+    /// icon of a plain application. Any thread.
     [[nodiscard]] std::shared_ptr<NSImage> iconForFile(const std::string& path) const;
 
   private:

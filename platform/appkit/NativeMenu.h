@@ -6,15 +6,16 @@
 
 namespace mirrolet::platform {
 
-/// The Qt menus behind one NSMenu. The same entries stand in two menus, because Qt hands the attached one
-/// over to the status bar, which may show it in another process: this process can no longer open it itself.
+/// The two Qt menus behind one NSMenu. Both have the same entries. Qt hands the attached menu over to the
+/// status bar, which may show the menu in another process. This process can then no longer open the attached
+/// menu itself.
 struct NativeMenu {
     NativeMenu() {
         attached.installEventFilter(&keyEquivalents);
         popup.installEventFilter(&keyEquivalents);
     }
 
-    KeyEquivalents keyEquivalents; ///< Outlives the menus that it listens to.
+    KeyEquivalents keyEquivalents; ///< Outlives the two menus whose keys it takes.
     QMenu attached;
     QMenu popup;
 };

@@ -12,7 +12,7 @@ struct NativeMenuItem {
     std::function<void()> action;
 
     void perform() {
-        const auto running = action; // The action may replace itself or end the item.
+        const auto running = action; // The call may replace the action or destroy the item.
         if (running)
             running();
     }

@@ -27,7 +27,7 @@ void PointerTracking::update(const NSView& root) {
 }
 
 void PointerTracking::updateView(const NSView& view) {
-    // Copies, because an owner may change its areas and a view its subviews while they are told.
+    // The loops need copies, because an owner that is told may change its areas or a view's subviews.
     const auto areas = view.trackingAreas(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& area : areas)
         updateArea(view, area);

@@ -9,17 +9,18 @@
 
 namespace mirrolet::platform {
 
-/// Follows the pointer over one tree of views: tells the owners of tracking areas when the pointer comes and
-/// goes, and knows the cursor that belongs under it. Main thread.
+/// The pointer's place over one tree of views. Tells the owners of tracking areas when the pointer enters and
+/// leaves, and knows which cursor to show. Main thread.
 class PointerTracking {
   public:
-    /// In window coordinates; none while the pointer is elsewhere.
+    /// Returns the pointer's place in window coordinates, or nothing while the pointer is elsewhere.
     [[nodiscard]] const std::optional<NSPoint>& pointer() const { return place; }
-    /// Only notes the place; update() tells the owners.
+    /// Notes the pointer's place without telling any owner. update() tells the owners.
     void setPointer(std::optional<NSPoint> position) { place = position; }
-    /// Tells the owners of those areas that the pointer has entered or left since the last call.
+    /// Tells the owners of the areas that the pointer has entered or left since the last call.
     void update(const NSView& root);
-    /// An area that replaces an entered one counts as entered, because its owner has been told already.
+    /// Notes a new area. An area that replaces an entered area of the same owner counts as entered, because
+    /// the owner has been told already.
     void areaAdded(const std::shared_ptr<NSTrackingArea>& area);
     [[nodiscard]] NSCursor cursor(NSView& root) const;
 

@@ -8,8 +8,8 @@ class QScreen;
 
 namespace mirrolet::platform {
 
-/// Tells that screens have come, gone or changed. A change of monitors comes as a burst of events, which is
-/// told of once, when the burst is over. Main thread.
+/// A watch that calls a function when screens have come, gone or changed. A change of monitors causes a burst
+/// of events. The function is called once, after the burst. Main thread.
 class ScreenWatch {
   public:
     explicit ScreenWatch(std::function<void()> changed);

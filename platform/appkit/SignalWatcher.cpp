@@ -19,14 +19,14 @@ void noteSignal(int /*number*/) {
     const int saved = errno;
     const char byte = 1;
     [[maybe_unused]] const auto written =
-        write(writeEnd, &byte, 1); // A full pipe has woken the reader already.
+        write(writeEnd, &byte, 1); // A failure is harmless, because a full pipe has woken the reader already.
     errno = saved;
 }
 
 int openPipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        std::abort(); // Only without any file descriptors left, at the very start.
+        std::abort(); // Happens only if no file descriptors are left at the very start.
     writeEnd = ends[1];
     return ends[0];
 }

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread. One per process.
+/// A watch that turns SIGTERM, SIGINT and SIGHUP into a call on the main thread. One per process.
 class SignalWatcher {
   public:
     explicit SignalWatcher(std::function<void()> endRequested);

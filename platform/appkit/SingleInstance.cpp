@@ -27,7 +27,7 @@ struct SingleInstance::State {
         const auto asker = socket.accept();
         if (!asker)
             return;
-        const auto running = activate; // The call may end this program, and with it this object.
+        const auto running = activate; // The call may end this program and destroy this object.
         running();
         InstanceSocket::answer(asker);
     }

@@ -9,9 +9,9 @@
 
 namespace mirrolet::platform {
 
-/// Makes sure that one program runs for each user and display. The claim is an address in the kernel that
-/// goes with the process, however the process ends: no lock is left behind, and no session bus is needed.
-/// Where there is a bus, desktops reach the program there too, by the name "app.mirrolet.Mirrolet".
+/// A claim that lets only one program run for each user and display. The claim is an address in the kernel,
+/// which the kernel removes however the process ends. No lock is left behind, and no session bus is needed.
+/// On a session bus, desktops can also reach the program by the name "app.mirrolet.Mirrolet".
 class SingleInstance {
   public:
     using Start = InstanceSocket::Claim;
@@ -21,12 +21,12 @@ class SingleInstance {
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Called once, with the display as DISPLAY has it; the screen in it does not matter. Waits for an answer
-    /// no longer than `patience`.
+    /// Claims the display. Call this once, with the value of DISPLAY. The screen in that value does not
+    /// matter. Waits for an answer no longer than `patience`.
     Start claim(const std::string& display,
                 std::chrono::milliseconds patience = std::chrono::milliseconds(1500));
-    /// Set once, when the application object exists. Called on the main thread for each later start of the
-    /// program, also for those since the claim.
+    /// Sets the function that is called on the main thread for each later start of the program, including
+    /// starts since the claim. Call this once, when the application object exists.
     void setOnActivate(std::function<void()> activate);
 
   private:

@@ -15,7 +15,7 @@ constexpr auto watcherPath = "/StatusNotifierWatcher";
 
 } // namespace
 
-// Used on the bus's thread, except `changed`, which the main thread uses.
+// The members are used on the bus's thread, except `changed`, which the main thread uses.
 struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
     std::function<void(bool)> changed; ///< Empty once the owner is gone.
     GDBusConnection* connection = nullptr;
@@ -60,7 +60,8 @@ void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
                 self->report(false);
         },
         hold(shared_from_this()), drop);
-    // Any signal of the registry, because not every registry tells both that a host came and that one went.
+    // Watches every signal of the registry, because not every registry announces both that a host came and
+    // that a host went.
     signalWatch = g_dbus_connection_signal_subscribe(
         bus, watcherName, watcherName, nullptr, watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, gpointer data) {
@@ -78,7 +79,8 @@ void StatusNotifierHosts::Watch::end() {
 }
 
 void StatusNotifierHosts::Watch::ask() {
-    // No time limit, because a registry that hangs is neither a yes nor a no, and the bus tells when it dies.
+    // The call has no time limit, because a registry that hangs answers neither yes nor no. The bus reports
+    // when the registry dies.
     g_dbus_connection_call(connection, watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
                            g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"),
                            G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr,

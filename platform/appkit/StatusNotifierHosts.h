@@ -5,12 +5,12 @@
 
 namespace mirrolet::platform {
 
-/// Tells whether the session bus has a place for status icons (a StatusNotifier host). Qt is not asked,
-/// because Qt would take a "not yet" for a "never". Never waits for the bus. Main thread.
+/// A watch that tells whether the session bus has a place for status icons (a StatusNotifier host). Qt is not
+/// asked, because Qt would take a "not yet" for a "never". Never waits for the bus. Main thread.
 class StatusNotifierHosts {
   public:
-    /// `changed` is called on the main queue with the first answer and after each change. While the registry
-    /// of hosts is there but silent, there is no answer.
+    /// Calls `changed` on the main queue with the first answer and after each change. While the registry of
+    /// hosts exists but does not reply, there is no answer.
     explicit StatusNotifierHosts(std::function<void(bool present)> changed);
     ~StatusNotifierHosts();
     StatusNotifierHosts(const StatusNotifierHosts&) = delete;

@@ -15,9 +15,9 @@ namespace mirrolet::platform {
 
 /// Qt's tray icon, made anew each time that a place for the icon appears.
 ///
-/// Qt decides once for a process between the session bus and the X11 tray, when anything of its tray is first
-/// used. So nothing of it is used before both have been asked and one is there. From then on only the one
-/// that Qt chose matters.
+/// Qt chooses between the session bus and the X11 tray once for a process, when any part of Qt's tray is
+/// first used. So no part of Qt's tray is used before the session bus and the X11 tray have both been asked
+/// and one of the two has a place. From then on only the one that Qt chose matters.
 class StatusTray : public std::enable_shared_from_this<StatusTray> {
   public:
     void watch();
@@ -36,7 +36,7 @@ class StatusTray : public std::enable_shared_from_this<StatusTray> {
     QString toolTip;
     std::weak_ptr<NSMenu> menu;
     bool desktopPresent = false;
-    std::optional<bool> sessionBusPresent; ///< None until the bus has answered.
+    std::optional<bool> sessionBusPresent; ///< Empty until the bus has answered.
     Kind kind = Kind::undecided;
     std::unique_ptr<QSystemTrayIcon> shown;
     AnyCancellable desktopChanges;

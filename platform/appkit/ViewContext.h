@@ -7,13 +7,13 @@ namespace mirrolet::platform {
 class NSView;
 struct NSTrackingArea;
 
-/// The surroundings of a view that is shown, as the view and its subviews see them. Main thread.
+/// The interface through which a view that is shown, and its subviews, reach what shows them. Main thread.
 class ViewContext {
   public:
     virtual ~ViewContext() = default;
-    /// Some view has to be drawn again.
+    /// Called when some view has to be drawn again.
     virtual void viewChanged() = 0;
-    /// The picture of the image view has to be drawn again, and nothing else.
+    /// Called when only the picture of the image view has to be drawn again.
     virtual void pictureChanged() = 0;
     virtual void trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area) = 0;
     virtual void makeFirstResponder(NSView* view) = 0;

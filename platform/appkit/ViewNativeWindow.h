@@ -7,7 +7,7 @@ namespace mirrolet::platform {
 
 class ViewTree;
 
-/// A native window that feeds a tree of views with the pointer.
+/// A native window that passes pointer events to a tree of views.
 class ViewNativeWindow final : public QWindow {
   public:
     /// The part that draws and places the window.
@@ -16,11 +16,12 @@ class ViewNativeWindow final : public QWindow {
         virtual ~Owner() = default;
         virtual void exposed() = 0;
         virtual void resized() = 0;
-        /// The window has moved, or a drag over which moves were not taken over has ended.
+        /// Called when the window has moved, and when a drag has ended during which moves were not taken
+        /// over.
         virtual void relocated() = 0;
     };
 
-    /// Both outlive the window.
+    /// Makes a window. `tree` and `owner` must outlive the window.
     ViewNativeWindow(ViewTree& tree, Owner& owner);
 
   protected:

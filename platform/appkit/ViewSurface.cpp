@@ -40,7 +40,7 @@ void ViewSurface::contentChanged() {
 
 void ViewSurface::pictureChanged() {
     pictureDirty = true;
-    draw(); // At once, because a turn of the event loop of its own would cost as much as the drawing.
+    draw(); // Draws at once, because a separate turn of the event loop would cost as much as the drawing.
 }
 
 void ViewSurface::schedule() {
@@ -57,7 +57,7 @@ void ViewSurface::schedule() {
 
 void ViewSurface::draw() {
     if (!window.isExposed())
-        return; // The expose event that follows the next showing draws it.
+        return; // The expose event after the next showing draws the window.
     if (presenter)
         drawPresented();
     else if (overlayDirty || pictureDirty)

@@ -13,18 +13,19 @@ namespace mirrolet::platform {
 class NSImageView;
 class ViewTree;
 
-/// Draws a tree of views in a native window. Where the desktop can compose, the picture of a mirrored window
-/// never passes through here: the views are painted into an overlay, and only when they change. Elsewhere Qt
-/// paints all of it. Main thread.
+/// The drawing of a tree of views in a native window. If the desktop can compose, the desktop draws the
+/// picture of the source window. The views are then painted into an overlay, only when they change. Otherwise
+/// Qt paints the picture and the views. Main thread.
 class ViewSurface {
   public:
-    /// Both outlive the surface.
+    /// Makes a surface. `window` and `tree` must outlive the surface.
     ViewSurface(QWindow& window, const ViewTree& tree);
     ~ViewSurface();
 
-    /// After the native window was made. `background` lies under everything, as 0xAARRGGBB.
+    /// Starts drawing into the native window. Call this after the native window was made. `background` lies
+    /// under everything, as 0xAARRGGBB.
     void open(std::uint32_t background);
-    /// Before the native window goes.
+    /// Stops drawing into the native window. Call this before the native window is destroyed.
     void close();
 
     void contentChanged();
@@ -33,9 +34,10 @@ class ViewSurface {
     void schedule();
     /// Draws what has changed, if the window can be seen.
     void draw();
-    /// The server has lost what the window showed.
+    /// Restores the window's content after the server has lost the content.
     void repair();
-    /// The window cannot be seen any more: a presenter would go on drawing a picture that changes.
+    /// Stops drawing the picture. Call this when the window cannot be seen any more, because a presenter
+    /// would go on drawing a picture that changes.
     void leavePicture();
 
   private:

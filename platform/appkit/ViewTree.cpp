@@ -70,7 +70,7 @@ void ViewTree::mouseMoved(QPointF position, QPointF onScreen, bool pressed) {
     tracking.setPointer(toWindow(position));
     NSEvent::noteMouseLocation(onScreen);
     if (!pressed)
-        pressLost(); // Another client has got the release.
+        pressLost(); // Another client has received the release.
     if (const auto view = pressedView.lock())
         view->mouseDragged(mouseEvent(NSEventType::leftMouseDragged, position));
     else

@@ -16,27 +16,26 @@ namespace mirrolet::platform {
 
 class NSImageView;
 
-/// Shows one tree of views and feeds the views with events: the pointer and the keys. Positions come in with
-/// y downwards from the window's top-left corner, in device-independent pixels, and are turned over here.
-/// Main thread.
+/// One tree of views with its pointer and key events. Positions are passed in with y downwards from the
+/// window's top-left corner, in device-independent pixels. The y axis is turned over here. Main thread.
 class ViewTree final : private ViewContext {
   public:
     /// The window or widget that hosts a tree.
     class Host {
       public:
         virtual ~Host() = default;
-        /// Something has to be drawn again.
+        /// Called when any part of the content has to be drawn again.
         virtual void contentChanged() = 0;
-        /// The picture of the image view has to be drawn again, and nothing else.
+        /// Called when only the picture of the image view has to be drawn again.
         virtual void pictureChanged() = 0;
-        /// The pointer's shape over this host.
+        /// Sets the pointer's shape over this host.
         virtual void setCursor(NSCursor cursor) = 0;
-        /// A view that `exists` has become first responder and needs the focus to get keys; else there is no
-        /// first responder any more.
+        /// Called when the first responder has changed. If `exists`, a view has become first responder and
+        /// the host needs the focus to get keys. Otherwise there is no first responder any more.
         virtual void firstResponderChanged(bool exists) = 0;
     };
 
-    /// The host outlives the tree.
+    /// Makes a tree without views. The host must outlive the tree.
     explicit ViewTree(Host& host) : host(host) {}
     ~ViewTree() override;
     ViewTree(const ViewTree&) = delete;
@@ -46,23 +45,25 @@ class ViewTree final : private ViewContext {
     [[nodiscard]] const std::shared_ptr<NSView>& root() const { return rootView; }
 
     void paint(QPainter& painter, PaintedParts parts = PaintedParts::all) const;
-    /// The visible image view that shows a window's picture, if there is one.
+    /// Returns the visible image view that shows a window's picture, or nullptr.
     [[nodiscard]] NSImageView* pictureView() const;
 
-    /// Between a press and its release no view is told that the pointer comes or goes.
+    /// Passes a press to the view at the position. Between a press and its release no view is told that the
+    /// pointer enters or leaves.
     void mousePressed(QPointF position, QPointF onScreen);
     void mouseMoved(QPointF position, QPointF onScreen, bool pressed);
     void mouseReleased(QPointF position, QPointF onScreen);
     void pointerEntered(QPointF position, QPointF onScreen);
     void pointerLeft();
-    /// The window goes away under the pointer: a press that was not released is released, over nothing.
+    /// Releases a press that was not released, outside of every view. Call this when the release will not
+    /// arrive, for example because the window is hidden.
     void pressLost();
-    /// A press has not been released yet.
+    /// Returns whether a press has not been released yet.
     [[nodiscard]] bool isPressed() const { return !pressedView.expired(); }
 
-    /// False if no view took the key.
+    /// Passes a key to the first responder. Returns false if no view took the key.
     bool keyPressed(const QKeyEvent& event);
-    /// Afterwards no view is first responder, unless that view refuses.
+    /// Makes no view the first responder, unless the present first responder refuses to resign.
     void resignFirstResponder() { makeFirstResponder(nullptr); }
     [[nodiscard]] bool hasFirstResponder() const { return !isFirstResponder(nullptr); }
 

@@ -16,8 +16,8 @@ desktop::PanelStacking stackingOf(int level) {
                                          : desktop::PanelStacking::amongNormal;
 }
 
-/// A floating window is out of the window manager's hands: many managers keep what they manage below the
-/// full-screen windows of other programs.
+/// Returns the flags for a native window. The window manager does not manage a floating window, because many
+/// window managers keep managed windows below the full-screen windows of other programs.
 Qt::WindowFlags windowFlags(desktop::PanelStacking stacking) {
     const Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
     return stacking == desktop::PanelStacking::floating ? flags | Qt::BypassWindowManagerHint : flags;
@@ -64,8 +64,8 @@ void ViewWindowHost::destroyNative() {
 
 void ViewWindowHost::setGeometry(const QRect& geometry) {
     window.setGeometry(geometry);
-    cutCorners(); // Not only when the server answers, because the window takes no clicks outside of its
-                  // shape.
+    cutCorners(); // The shape is not left to the server's answer, because the window takes no clicks
+                  // outside of its shape.
     surface.schedule();
 }
 
@@ -79,8 +79,8 @@ void ViewWindowHost::setLevel(int level) {
         panel.setLevel(level);
         return;
     }
-    // The window goes into the window manager's hands or out of them. A window that does so while it is
-    // mapped confuses managers; a new native window does not.
+    // The window becomes managed or unmanaged by the window manager. That change confuses window managers if
+    // the window is mapped, so a new native window is made.
     if (!window.handle())
         return;
     const bool visible = window.isVisible();
@@ -111,7 +111,7 @@ void ViewWindowHost::hide() {
     panel.willHide();
     window.setVisible(false);
     panel.didHide();
-    tree.pressLost(); // The server tells a hidden window of no release.
+    tree.pressLost(); // The server sends no release to a hidden window.
     tree.pointerLeft();
 }
 
@@ -154,7 +154,7 @@ void ViewWindowHost::exposed() {
     if (!panel.isOpen())
         return;
     if (panel.shown() && stacking == desktop::PanelStacking::amongNormal)
-        window.setGeometry(shownAt); // i3 moves what it maps by the height of a title, each time.
+        window.setGeometry(shownAt); // i3 moves a window by a title's height at each mapping.
     surface.draw();
     surface.repair();
 }
@@ -165,8 +165,8 @@ void ViewWindowHost::resized() {
     surface.draw();
 }
 
-/// Takes over where the window manager has put the window. A floating window is moved by nobody but us. In
-/// the middle of a drag the server's reports are behind, so the place is taken over at the release.
+/// Takes over the place where the window manager has put the window. Only this program moves a floating
+/// window. During a drag the server's reports are late, so the place is taken over at the release.
 void ViewWindowHost::relocated() {
     if (stacking == desktop::PanelStacking::amongNormal && !tree.isPressed())
         moved(window.geometry());

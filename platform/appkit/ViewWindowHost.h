@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform {
 
-/// Shows a tree of views in a frameless native window.
+/// A window host that shows a tree of views in a frameless native window.
 class ViewWindowHost final : public WindowHost, private ViewTree::Host, private ViewNativeWindow::Owner {
   public:
     explicit ViewWindowHost(HostedWindow& window);

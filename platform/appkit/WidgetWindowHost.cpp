@@ -43,7 +43,7 @@ class WidgetWindowHost::Container final : public QWidget {
   protected:
     void moveEvent(QMoveEvent* /*event*/) override {
         if (!host.panel.isOpen())
-            host.moved(geometry()); // Only a window manager moves the window besides us.
+            host.moved(geometry()); // Besides this program, only a window manager moves the window.
     }
     void resizeEvent(QResizeEvent* /*event*/) override { host.cutCorners(); }
 
@@ -54,7 +54,7 @@ class WidgetWindowHost::Container final : public QWidget {
         return handled;
     }
 
-    /// A click on an override-redirect window moves the focus only if the window asks for it.
+    /// Takes the focus at a click, because a click alone does not give an override-redirect window the focus.
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonPress)
             host.owner.makeKey();

@@ -6,7 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// Shows a Qt widget (a hosting view's) in a native window: titled ones are ordinary windows, panels float.
+/// A window host that shows a hosting view's Qt widget in a native window. A titled window is an ordinary
+/// window, a panel floats.
 class WidgetWindowHost final : public WindowHost {
   public:
     explicit WidgetWindowHost(HostedWindow& window);

@@ -14,7 +14,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// A window of which less than this is left on the screens, in either direction, cannot be grasped any more.
+/// The width and height that must be left of a window on a screen so that the user can still grasp the
+/// window.
 constexpr int graspable = 16;
 
 bool isOnScreen(const QRect& window) {
@@ -43,9 +44,9 @@ desktop::PanelShadow shadowAt(double scale) {
 
 WindowHost::WindowHost(HostedWindow& window) : owner(window), screens([this] { screensChanged(); }) {}
 
-/// The origin of screen coordinates may have moved, and the screen under the window may be gone: the window
-/// then comes back onto the main screen. A window that the user has pushed partly off the screens stays where
-/// it is.
+/// Reports the window's place again, because the origin of screen coordinates may have moved. Moves the
+/// window onto the main screen if the screen under the window is gone. A window that the user has pushed
+/// partly off the screens is not moved.
 void WindowHost::screensChanged() {
     const auto main = NSScreen::main();
     if (!main)
@@ -73,7 +74,7 @@ void WindowHost::cutCorners() {
 }
 
 void WindowHost::awaitQt() {
-    (void)QCursor::pos(); // Any request that the server answers.
+    (void)QCursor::pos(); // Any request that the server answers would do.
 }
 
 } // namespace mirrolet::platform

@@ -11,8 +11,8 @@
 
 namespace mirrolet::platform {
 
-/// The native window behind one NSWindow, and what is common to both kinds. Rectangles are in
-/// Qt's screen coordinates. Main thread.
+/// The native window behind one NSWindow. This base class has what both kinds of native windows share.
+/// Rectangles are in Qt's screen coordinates. Main thread.
 class WindowHost {
   public:
     explicit WindowHost(HostedWindow& window);
@@ -32,18 +32,18 @@ class WindowHost {
   protected:
     /// Tells the NSWindow where the user or the desktop has put the native window.
     void moved(const QRect& geometry);
-    /// Device pixels for a point.
+    /// Returns the number of device pixels for a point.
     [[nodiscard]] virtual double scale() const = 0;
     /// Opens the panel for a native window that exists.
     void openPanel(desktop::WindowNumber number, desktop::PanelStacking stacking);
-    /// To the radius that the content view asks for.
+    /// Cuts the window's corners at the radius that the content view asks for.
     void cutCorners();
-    /// Qt and the desktop speak to the server on connections of their own. Afterwards the server has seen all
-    /// that Qt has sent.
+    /// Waits until the server has processed every request that Qt has sent. Qt and the platform's backend
+    /// have separate connections to the server.
     static void awaitQt();
 
     HostedWindow& owner;
-    HostPanel panel; ///< Points at the native window: subclasses close it before that goes.
+    HostPanel panel; ///< Refers to the native window, so subclasses close the panel first.
 
   private:
     void screensChanged();

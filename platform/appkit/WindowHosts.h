@@ -7,8 +7,8 @@ namespace mirrolet::platform {
 class HostedWindow;
 class WindowHost;
 
-/// The native window for what the window shows: a tree of views that is painted here, or a Qt widget. Not
-/// shown yet.
+/// Makes the native window for a window's content, which is a tree of views or a Qt widget. The native window
+/// is not shown yet.
 std::unique_ptr<WindowHost> makeWindowHost(HostedWindow& window);
 
 } // namespace mirrolet::platform
