@@ -25,7 +25,7 @@ void writeEntries(const std::filesystem::path& folder) {
         std::ofstream entry(folder / ("org.example.App" + std::to_string(i) + ".desktop"));
         entry << "[Desktop Entry]\nType=Application\nExec=true %U\nIcon=org.example.App" << i
               << "\nName=Application " << i << '\n';
-        // Real entries carry dozens of translations, and keywords.
+        // Each entry carries many translations and keywords, as real entries do.
         for (const auto* language :
              {"ar", "be", "bg", "ca", "cs", "da",    "de", "el", "es", "fi", "fr", "he", "hu",   "it",
               "ja", "ko", "nb", "nl", "pl", "pt_BR", "ro", "ru", "sv", "tr", "uk", "vi", "zh_CN"})

@@ -33,7 +33,7 @@ class TextSource {
 
     [[nodiscard]] xcb_window_t number() const { return window; }
 
-    /// Repaints thirty times a second during the given time.
+    /// Repaints thirty times a second for the given time.
     void runFor(std::chrono::milliseconds time) {
         using Clock = std::chrono::steady_clock;
         const auto end = Clock::now() + time;
@@ -49,14 +49,14 @@ class TextSource {
         std::this_thread::sleep_until(end);
     }
 
-    /// Paints the whole window anew: after another window obscured it and its pixels were lost, or for a last
-    /// picture.
+    /// Paints the whole window again. Meant for a window whose pixels were lost while another window obscured
+    /// it, and for a last picture.
     void repaint() {
         show(0, 0, width, height, change == Change::full ? frame * 14 % height : 0);
         client.sync();
     }
 
-    /// The pixels of the window after repaint(), even if other windows obscure it.
+    /// Returns the pixels of the window after repaint(), even if other windows obscure it.
     [[nodiscard]] harness::Picture picture() {
         const int top = change == Change::full ? frame * 14 % height : 0;
         const harness::Reply<xcb_get_image_reply_t> reply(

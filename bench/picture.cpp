@@ -1,5 +1,5 @@
-// How good is the mirror's picture? Shrinks a page of small text, shown in a real window, with the real
-// presenter, and compares the result with an area average. Prints a table. With --check, fails where text
+// Measures how good the mirror's picture is. Shows a page of small text in a real window, shrinks it with the
+// real presenter, and compares the result with an area average. Prints a table. With --check, fails if text
 // would not be readable.
 
 #include "tests/desktop/MirrorParts.h"
@@ -30,7 +30,7 @@ Picture shrunk(MirrorParts& mirror, const Image& image, PixelSize size) {
     return picture;
 }
 
-/// The lowest similarity of all ratios.
+/// Returns the lowest similarity of all ratios.
 double measure(MirrorParts& mirror, PixelSize size) {
     const auto source = mirror.makeWindow({0, 0, size.width, size.height});
     drawTextPage(mirror.client, source, size.width, size.height);

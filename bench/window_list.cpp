@@ -1,5 +1,5 @@
-// What does one poll of the windows cost? Compares a poll of 500 windows with the same requests one at a
-// time, and measures the processor time with 50 windows. Starts its own X server, and prints a table.
+// Measures the cost of one poll of the windows. Compares a poll of 500 windows with the same requests one at
+// a time, and measures the processor time with 50 windows. Starts its own X server, and prints a table.
 
 #include "platform/desktop/x11/windows/X11WindowList.h"
 #include "tests/desktop/harness/XClient.h"
@@ -49,7 +49,8 @@ class Desktop {
     static xcb_window_t makeWindow(XClient& client, std::size_t index) {
         auto* xcb = client.xcb();
         const auto window = xcb_generate_id(xcb);
-        // All at one place, each below the windows before it, so that the server maps many in a short time.
+        // All windows are at one place, each below the windows before it, so that the server maps many in a
+        // short time.
         xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 300, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         const std::string title = "A document of some length, number " + std::to_string(index) + " - Editor";
@@ -81,7 +82,7 @@ class Desktop {
     std::vector<std::unique_ptr<XClient>> clients;
 };
 
-/// The requests of one reading, where each waits for the answer to the one before.
+/// Sends the requests of one reading one at a time. Each waits for the answer to the one before.
 void readOneAtATime(xcb_connection_t* xcb, const X11Connection& connection,
                     const std::vector<xcb_window_t>& windows) {
     const auto& atoms = connection.atoms();
@@ -108,7 +109,8 @@ double milliseconds(clockid_t clock) {
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-/// The times of the calls on the given clock, sorted. There is a pause before each call, as before each poll.
+/// Returns the times of the calls on the given clock, sorted. There is a pause before each call, as before
+/// each poll.
 template <typename Call> std::vector<double> sample(clockid_t clock, std::size_t count, Call call) {
     std::vector<double> times;
     for (std::size_t i = 0; i < count; ++i) {

@@ -124,7 +124,8 @@ std::unique_ptr<Mirror> start(const std::string& name, Desktop& desktop, xcb_win
     return std::make_unique<MirroletMirror>(desktop);
 }
 
-/// How often the picture in the box changes on the screen during the time, read sixty times a second.
+/// Returns how often the picture in the box changes on the screen during the time. Reads the box sixty times
+/// a second.
 int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     XClient client(desktop.server);
     const WindowFacts facts(client);
@@ -140,7 +141,7 @@ int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     return changes;
 }
 
-/// The number of pictures a second that the user sees.
+/// Returns the number of pictures a second that the user sees.
 double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_window_t panel) {
     Box strip = desktop.facts.box(panel); // A part is enough, because the text scrolls everywhere.
     strip.x += strip.width / 4;
@@ -154,7 +155,7 @@ double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_wind
     return changes / static_cast<double>(time.count());
 }
 
-/// The picture without its edge, where a mirror has its frame and its round corners.
+/// Returns the picture without its edge, because a mirror has its frame and its round corners there.
 Picture inside(const Picture& picture) {
     constexpr int edge = 16;
     Picture result{picture.width - 2 * edge, picture.height - 2 * edge, {}};
@@ -164,7 +165,8 @@ Picture inside(const Picture& picture) {
     return result;
 }
 
-/// The similarity of the panel to a perfect picture, some frames after the source stands still.
+/// Returns the similarity of the panel to a perfect picture, some frames after the source has stopped
+/// changing.
 double likeness(TextSource& source, Desktop& desktop, xcb_window_t panel) {
     source.repaint();
     const auto expected = inside(areaAverage(source.picture(), panelWidth, panelHeight));
@@ -226,8 +228,8 @@ void measure(const Situation& situation, seconds time) {
         options.overrideRedirect = true;
         cover.emplace(desktop.server, options);
     }
-    // The server's cost of source and desktop alone drifts, and is most of the cost with a compositing
-    // manager.
+    // The server's cost of source and desktop alone is measured before and after each program, because the
+    // cost drifts. With a compositing manager it is most of the server's cost.
     const auto alone = [&] { return usageDuring(time, source, 0, desktop).server; };
     double before = alone();
     for (const char* name : names) {

@@ -66,7 +66,7 @@ class LivingReader final : public Reader {
         if (process.lines().size() > answers)
             std::istringstream(process.lines().back()) >> reading.found >> reading.wall;
         std::this_thread::sleep_for(
-            std::chrono::milliseconds(20)); // For work of the program after its answer.
+            std::chrono::milliseconds(20)); // The program may still work after its answer.
         reading.program = processorTime(process.pid()) - before;
         return reading;
     }
@@ -123,7 +123,7 @@ class CommandReader final : public Reader {
         return pointers;
     }
 
-    /// The number of windows in the output, which holds either the titles or their number.
+    /// Returns the number of windows in the output. The output holds either the titles or their number.
     [[nodiscard]] std::size_t found() const {
         const std::string text = Sandbox::read(output);
         if (std::size_t number = 0;
@@ -148,12 +148,12 @@ struct Candidate {
     int readings; ///< The number of readings in a round.
 };
 
-/// The command of a script that wants each window's title, process and place.
+/// A script that asks for the title, process and place of each window.
 constexpr const char* commandForEachWindow =
     "for window in $(xdotool search --onlyvisible --name .); do "
     "xdotool getwindowname $window getwindowpid $window getwindowgeometry $window; done";
 
-/// The names and programs of the readers that run during all readings.
+/// Returns the names and programs of the readers that keep running for all readings.
 std::vector<std::pair<std::string, std::string>> livingReaders() {
     return {{"Mirrolet", MIRROLET_READER_PROGRAM},
 #ifdef WNCK_READER_PROGRAM
@@ -194,7 +194,7 @@ void measureReadings(const XServer& server, const Crowd& windows, int rounds) {
                 const double before = processorTime(server.pid());
                 const auto reading = reader->read();
                 std::this_thread::sleep_for(
-                    std::chrono::milliseconds(20)); // The server still forgets the client.
+                    std::chrono::milliseconds(20)); // The server still has to remove the client.
                 const double used = processorTime(server.pid()) - before;
                 if (reading.found < windows.size())
                     throw HarnessError(name + " found " + std::to_string(reading.found) + " of " +

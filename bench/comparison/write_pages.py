@@ -220,7 +220,7 @@ def lists_in_full(run):
             yield f"| {NAMES.get(name, name)} | {program:.2f} | {server:.2f} | {both(rows):.2f} |"
 
 
-# What the program's own bench calls a figure, how the page does, and its decimals.
+# For each figure: its name in the output of bench_program, its name on the page, and its decimals.
 PROGRAM = [
     ("mirroring 30 repaints/s: Mirrolet", "the call repaints 30 times a second: Mirrolet", 1),
     ("  both together", "the same, Mirrolet and X server", 1),
@@ -240,7 +240,7 @@ def program_figures(run):
         match = re.fullmatch(r"(.{58}) (\S+) +([\d.-]+) +([\d.-]+) +([\d.-]+) +([\d.]+ +)?(\d+)", line)
         if match:
             name, unit, median, least, most, reach, count = match.groups()
-            # The same words may come again, of the still window: the first are those of the changing one.
+            # The same name comes again for the still window. The first one, of the changing window, counts.
             figures.setdefault(name.rstrip(), (unit, float(median), float(least), float(most), (reach or "").strip(), count))
     return figures
 

@@ -1,5 +1,5 @@
-// mirror_parts WINDOW WIDTH HEIGHT: shows the window in a small one of its own, fifteen times a second. Uses
-// only capture and presenter, and so shows the cost of Mirrolet without the rest of the program.
+// mirror_parts WINDOW WIDTH HEIGHT: shows the window in a small window of its own, fifteen times a second.
+// Uses only capture and presenter, and so shows the cost of Mirrolet without the rest of the program.
 
 #include "platform/desktop/x11/capture/X11WindowCapture.h"
 #include "platform/desktop/x11/mirror/X11WindowPresenter.h"

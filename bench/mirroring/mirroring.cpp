@@ -1,9 +1,9 @@
-// What does a mirror cost? Mirrors a window of 1280 x 800 that repaints thirty times a second into 320 x 200,
-// by capture and presenter, and by a minimal Qt program, in one run. Prints the processor time of the program
-// and of the X server in milliseconds a second, without the server's time for the source alone, and the ratio
-// of the two.
+// Measures the cost of a mirror. Mirrors a window of 1280 x 800 that repaints thirty times a second into
+// 320 x 200. In one run, capture and presenter mirror the window, and so does a minimal Qt program. Prints
+// the processor time of the program and of the X server in milliseconds a second, without the server's time
+// for the source alone. Also prints the ratio of the two sums.
 //
-//   bench_mirroring [SECONDS [ROW]]
+//   bench_mirroring [SECONDS [ROW]]    default: 6 seconds, all rows
 
 #include "bench/TextSource.h"
 #include "tests/desktop/harness/DesktopServices.h"

@@ -1,5 +1,5 @@
-// qt_grabber WINDOW WIDTH HEIGHT: shows the window in a small one of its own, fifteen times a second. Does so
-// as the shortest Qt program would: grabs the pixels, scales them smoothly, and paints.
+// qt_grabber WINDOW WIDTH HEIGHT: shows the window in a small window of its own, fifteen times a second.
+// Works as the shortest Qt program would: grabs the pixels, scales them smoothly, and paints.
 
 #include <QGuiApplication>
 #include <QPainter>

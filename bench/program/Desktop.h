@@ -13,15 +13,15 @@
 
 namespace mirrolet::bench {
 
-/// A desktop with a window manager and a tray, and the steps of a user in a call. A step that does not happen
-/// throws.
+/// A desktop with a window manager and a tray, and the steps of a user in a call. Each step throws if it has
+/// no effect.
 class Desktop {
   public:
     Desktop();
 
     /// Starts Mirrolet with this poll interval, in seconds.
     [[nodiscard]] std::unique_ptr<harness::Program> start(double pollInterval) const;
-    /// Shows a window of 1280 x 800 at a place where no mirror obscures it.
+    /// Shows a call window of 1280 x 800 at a place where no mirror obscures it.
     [[nodiscard]] std::unique_ptr<harness::CallWindow> showCall(int framesPerSecond) const;
     /// Presses Return on the prompt. Returns the mirror panel.
     xcb_window_t acceptPrompt(const harness::Program& program);

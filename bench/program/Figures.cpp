@@ -21,13 +21,14 @@ namespace {
 constexpr int panelWidth = 320;
 constexpr int panelHeight = 200;
 constexpr double usualPollInterval = 2;
-constexpr double quickPollInterval = 0.2; // For measurements that begin after the prompt.
+constexpr double quickPollInterval = 0.2; // Used if the measurement begins after the prompt.
 
 double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-/// Runs a thread that wakes at each deadline and wakes a second thread, as a queue wakes the main thread.
+/// Runs a thread that wakes at each deadline and then wakes a second thread, as a queue wakes the main
+/// thread.
 void passWakesOn(std::chrono::seconds time) {
     constexpr int wakes = 15;
     constexpr auto period = std::chrono::nanoseconds(std::chrono::seconds(1)) / wakes;
@@ -44,7 +45,8 @@ void passWakesOn(std::chrono::seconds time) {
     }
 }
 
-/// The processor time and wake-ups of the program and the X server: up to now, or for each second of a time.
+/// The processor time and wake-ups of the program and the X server. Either the totals up to now, or the
+/// values for each second of a measurement.
 struct Usage {
     double program = 0;
     double wakes = 0;
@@ -56,7 +58,7 @@ struct Usage {
     }
 };
 
-/// Without a program (0), measures the server alone.
+/// Measures the usage for each second of the time. If `program` is 0, measures the server alone.
 Usage usageDuring(std::chrono::seconds time, pid_t program, pid_t server) {
     std::this_thread::sleep_for(std::chrono::seconds(1)); // The start is not measured.
     const auto start = Clock::now();
@@ -137,7 +139,7 @@ IdleFigures measureIdle(const Effort& effort) {
     const auto program = desktop.start(usualPollInterval);
     require("the status icon", [&] { return statusIcon(desktop.facts, program->pid()).has_value(); });
     for (int round = 0; round < effort.rounds; ++round) {
-        // The same number of polls in each round.
+        // Each round has the same number of polls.
         const auto time = 2 * std::chrono::seconds((effort.time.count() + 1) / 2);
         const auto usage = usageDuring(time, program->pid(), desktop.server.pid());
         figures.processor.add(usage.program);
@@ -173,7 +175,7 @@ Series measureEnd(const Effort& effort) {
         desktop.client.sync();
         spinUntil([&] { return !desktop.facts.viewable(panel); });
         figures.add(millisecondsSince(start));
-        // The next call is a new one only after a poll that saw none.
+        // A call counts as a new one only after a poll that saw no call.
         require("no mirror", [&] { return !program->panel(desktop.facts); });
         std::this_thread::sleep_for(3 * std::chrono::duration<double>(quickPollInterval));
     }

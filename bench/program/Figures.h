@@ -13,7 +13,7 @@ struct Effort {
 };
 
 /// The cost of a thread that wakes fifteen times a second and only wakes a second thread. No program that
-/// shows fifteen frames a second can cost less, so the figure also measures the machine.
+/// shows fifteen frames a second can cost less. The figure therefore shows how fast the machine is.
 struct WakeFigures {
     Series processor; ///< In milliseconds a second.
     Series wake;      ///< In microseconds a wake-up.
@@ -33,13 +33,13 @@ MirrorFigures measureMirror(const Effort& effort, int framesPerSecond);
 /// Mirrolet while it waits for a call, with fifty other windows.
 struct IdleFigures {
     Series processor; ///< In milliseconds a second.
-    Series wakes;     ///< Each second, of all threads.
+    Series wakes;     ///< Wake-ups of all threads for each second.
 };
 IdleFigures measureIdle(const Effort& effort);
 
-/// Milliseconds from the start of the process until its icon is seen in the tray.
+/// Measures the milliseconds from the start of the process until its icon is seen in the tray.
 Series measureStart(const Effort& effort);
-/// Milliseconds from the end of the mirrored window until the mirror is gone.
+/// Measures the milliseconds from the end of the mirrored window until the mirror is gone.
 Series measureEnd(const Effort& effort);
 
 } // namespace mirrolet::bench

@@ -11,7 +11,7 @@ class Series {
     void add(double value) { values.insert(std::upper_bound(values.begin(), values.end(), value), value); }
 
     [[nodiscard]] std::size_t size() const { return values.size(); }
-    /// 0 before the first measurement.
+    /// Returns the least value; 0 before the first measurement.
     [[nodiscard]] double least() const { return values.empty() ? 0 : values.front(); }
     [[nodiscard]] double median() const {
         return values.empty() ? 0 : (values[(values.size() - 1) / 2] + values[values.size() / 2]) / 2;

@@ -1,8 +1,9 @@
-// What does the whole program cost? Runs Mirrolet as people do, on a desktop of its own (Xvfb, openbox, a
-// tray): a call window of 1280 x 800, the prompt, Return, the mirror dragged to 320 x 200, the end of the
-// call. Prints one table. Each figure is measured several times. The column "reach" is the figure's limit.
+// Measures the cost of the whole program. Runs Mirrolet as people do, on a desktop of its own (Xvfb, openbox,
+// a tray). The steps are a call window of 1280 x 800, the prompt, Return, the mirror dragged to 320 x 200,
+// and the end of the call. Prints one table. Each figure is measured several times. The column "reach" is the
+// figure's limit.
 //
-//   bench_program [SECONDS [ROUNDS]]    (5 and 5: about five minutes)
+//   bench_program [SECONDS [ROUNDS]]    default: 5 seconds, 5 rounds, about five minutes
 
 #include "bench/program/Figures.h"
 #include "tests/desktop/harness/Wait.h"

@@ -6,9 +6,9 @@
 
 namespace mirrolet::platform::desktop {
 
-/// A running application: a pair of process and desktop entry. The first application of a process is numbered
-/// by the process identifier; further ones of the same process (web applications of one browser) get numbers
-/// above the kernel's highest PID.
+/// A running application: a pair of process and desktop entry. The number of the first application of a
+/// process is the process identifier. Further applications of the same process (web applications of one
+/// browser) get numbers above the highest PID of the kernel.
 struct Application {
     std::int32_t pid = 0;
     std::string name;                      ///< Desktop entry's name, else the WM_CLASS class.
@@ -18,10 +18,11 @@ struct Application {
 class Applications {
   public:
     virtual ~Applications() = default;
-    /// The application whose window has the focus. While a panel of this process has the focus, the
-    /// application that had the focus before. None without one. Any thread.
+    /// Returns the application whose window has the focus; none if there is none. While a panel of this
+    /// process has the focus, returns the application that had the focus before. Any thread.
     virtual std::optional<Application> frontmost() = 0;
-    /// The application of a number that the window list gave. None once it is unknown or gone. Any thread.
+    /// Returns the application whose number the window list gave; none if that application is unknown or has
+    /// ended. Any thread.
     virtual std::optional<Application> running(std::int32_t pid) = 0;
 };
 

@@ -14,8 +14,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The desktop as the platform layer sees it: one object per process, made by a backend. Set at start, before
-/// any other part of the platform layer is used. Tests set the scripted one.
+/// The desktop as the platform layer sees it. There is one object per process, made by a backend. It is set
+/// at start, before any other part of the platform layer is used. Tests set a FakeDesktop.
 class Desktop {
   public:
     virtual ~Desktop() = default;
@@ -23,14 +23,15 @@ class Desktop {
     virtual Applications& applications() = 0;
     virtual WindowCapture& capture() = 0;
     virtual HotKeys& hotKeys() = 0;
-    /// By default none ever: a desktop whose status icons all go by the session bus.
+    /// Returns the tray hosts. By default there are never any, which fits a desktop that takes all status
+    /// icons from the session bus.
     virtual TrayHosts& trayHosts();
-    /// By default nothing is reserved.
+    /// Returns the work area. By default nothing is reserved.
     virtual WorkArea& workArea();
-    /// Whether windows can be translucent now; it may change at any time. Any thread.
+    /// Returns whether windows can be translucent now. The answer may change at any time. Any thread.
     [[nodiscard]] virtual bool isComposited() const = 0;
-    /// nullptr where the server cannot compose: the caller then draws the window itself from read-back
-    /// pictures.
+    /// Makes a presenter for the window; nullptr if the server cannot compose. The caller then draws the
+    /// window itself from read-back pictures.
     virtual std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) = 0;
     virtual std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) = 0;
 

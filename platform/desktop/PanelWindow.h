@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Where a panel's native window is stacked among the other windows.
+/// The place of a panel's native window in the stack of windows.
 enum class PanelStacking {
     amongNormal, ///< Managed by the window manager, which raises and lowers it like any window.
     floating,    ///< Above all application windows, full-screen ones too. Not managed by the window manager.
@@ -22,36 +22,36 @@ struct PanelShadow {
     friend bool operator==(const PanelShadow&, const PanelShadow&) = default;
 };
 
-/// What the desktop has to do for a mirror panel or a prompt: stacking, all desktops, no task list, the
-/// focus, the corners. Made after the native window exists and before it is first shown; destroyed before the
-/// native window is. Main thread only.
+/// Does the desktop's part for a mirror panel or a prompt: stacking, all desktops, no task list, the focus,
+/// the corners. To be made after the native window exists and before that window is first shown, and
+/// destroyed before that window is. Main thread only.
 class PanelWindow {
   public:
     virtual ~PanelWindow() = default;
-    /// To be called just before the native window is mapped; writes the properties that a window manager
-    /// reads once. Waits, at most half a second, until the window manager has done its part of the last
-    /// unmap. The server must have that unmap already.
+    /// Writes the properties that a window manager reads once. To be called just before the native window is
+    /// mapped. Waits, at most half a second, until the window manager has done its part of the last unmap.
+    /// The server must have received that unmap already.
     virtual void willShow() = 0;
-    /// To be called just after the native window was mapped, or to bring a mapped one to the front; sends the
-    /// requests that a window manager takes only then. A managed window comes in front of the others without
-    /// the focus. A floating one comes to the front of its level, and stays above every application's windows
-    /// but menus and tooltips until didHide().
+    /// Sends the requests that a window manager accepts only just after the map. To be called just after the
+    /// native window was mapped, or to bring a mapped window to the front. A managed window comes in front of
+    /// the others without the focus. A floating window comes to the front of its level. Until didHide() the
+    /// floating window stays above all windows of applications except menus and tooltips.
     virtual void didShow() = 0;
-    /// To be called just before the native window is unmapped. Waits, at most half a second, until the window
-    /// manager has done its part of the map.
+    /// Waits, at most half a second, until the window manager has done its part of the map. To be called just
+    /// before the native window is unmapped.
     virtual void willHide() = 0;
     virtual void didHide() = 0;
-    /// Among panels of this process, the higher level is in front.
+    /// Sets the level. Among panels of this process, the higher level is in front.
     virtual void setLevel(int level) = 0;
-    /// Gives this window the focus, once, and remembers which window had it before. If the user then chooses
-    /// another window, that window keeps the focus.
+    /// Gives this window the focus, once, and remembers which window had the focus before. If the user then
+    /// chooses another window, that window keeps the focus.
     virtual void takeFocus() = 0;
-    /// If this window still has the focus, gives the focus back to the window that had it before.
+    /// Gives the focus back to the window that had it before, if this window still has the focus.
     virtual void returnFocus() = 0;
-    /// Size and corner radius in device pixels. While no compositing manager runs, the window's shape makes
-    /// the corners round.
+    /// Sets the size and corner radius in device pixels. While no compositing manager runs, the corners are
+    /// rounded by the window's shape.
     virtual void setCorners(PixelSize size, double radius) = 0;
-    /// The shadow of a floating panel while a compositing manager runs. None at first.
+    /// Sets the shadow that a floating panel has while a compositing manager runs. There is none at first.
     virtual void setShadow(const PanelShadow& shadow) = 0;
 };
 

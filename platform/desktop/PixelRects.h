@@ -19,7 +19,7 @@ inline PixelRect intersection(const PixelRect& a, const PixelRect& b) {
     return isEmpty(both) ? PixelRect{} : both;
 }
 
-/// The smallest rectangle that holds both.
+/// Returns the smallest rectangle that holds both rectangles.
 inline PixelRect united(const PixelRect& a, const PixelRect& b) {
     if (isEmpty(a))
         return b;

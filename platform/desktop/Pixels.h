@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Device pixels. Origin top-left, y grows downwards; a rectangle on the desktop is in root-window
-/// coordinates.
+/// A size. All lengths here are in device pixels. The origin is top-left, and y grows downwards. A rectangle
+/// on the desktop is in root-window coordinates.
 struct PixelSize {
     int width = 0;
     int height = 0;

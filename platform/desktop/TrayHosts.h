@@ -11,9 +11,9 @@ namespace mirrolet::platform::desktop {
 class TrayHosts {
   public:
     virtual ~TrayHosts() = default;
-    /// Whether there is one now, without asking the server. Any thread.
+    /// Returns whether there is a tray host now, without asking the server. Any thread.
     [[nodiscard]] virtual bool present() = 0;
-    /// Calls on the backend's own thread after each change, until the result is destroyed.
+    /// Calls `changed` after each change, on the backend's own thread, until the result is destroyed.
     [[nodiscard]] virtual AnyCancellable subscribe(std::function<void(bool present)> changed) = 0;
 };
 

@@ -13,10 +13,10 @@ namespace mirrolet::platform::desktop {
 class WindowImage {
   public:
     virtual ~WindowImage() = default;
-    /// Size in device pixels, both above 0.
+    /// Returns the size in device pixels. Both lengths are above 0.
     [[nodiscard]] virtual PixelSize size() const = 0;
-    /// Reads the pixels back, opaque. Slow: for servers that cannot compose, for tests and tools. Empty if
-    /// the server no longer has them. Any thread.
+    /// Reads the pixels back, opaque. Empty if the server no longer has the pixels. This is slow, and meant
+    /// for servers that cannot compose, for tests and for tools. Any thread.
     [[nodiscard]] virtual Bitmap readBack() const = 0;
 };
 
@@ -24,7 +24,7 @@ class WindowImage {
 enum class CaptureFailure {
     gone,         ///< The window is destroyed, or its number was never a window.
     notPermitted, ///< Windows cannot be captured on this desktop.
-    nothingToSee, ///< The window never has any pixels, as one that only takes input.
+    nothingToSee, ///< The window never has pixels, because it only takes input, for example.
     serverLost,   ///< The connection to the window server is broken.
 };
 
@@ -33,16 +33,17 @@ using CaptureResult = std::variant<std::shared_ptr<const WindowImage>, CaptureFa
 class WindowCapture {
   public:
     virtual ~WindowCapture() = default;
-    /// Whether windows can be captured here at all (the Screen Recording permission). Constant for a process.
+    /// Returns whether windows can be captured here at all (the Screen Recording permission). Constant for a
+    /// process.
     [[nodiscard]] virtual bool permitted() const = 0;
-    /// The window's own picture, without frame and shadow, whether it is obscured or not. A window that
-    /// exists but cannot be seen gives its last picture. A destroyed window stays gone, because a number that
-    /// the server uses again is another window. Any thread; a capture of an unchanged window costs no
-    /// request.
-    /// The last image comes back, the same object, if the window did not change since, or if the presenters
-    /// that show the image have drawn the change by themselves.
+    /// Captures the window's own picture, without frame and shadow, whether the window is obscured or not. A
+    /// window that exists but cannot be seen gives its last picture. A destroyed window stays gone, even if
+    /// the server uses its number again, because that is another window. Any thread. A capture of an
+    /// unchanged window costs no request.
+    /// Returns the same image object as the last time if the window has not changed since. Does so too if the
+    /// presenters that show the image have drawn the change by themselves.
     virtual CaptureResult capture(WindowNumber window) = 0;
-    /// As capture(). nullptr for any failure.
+    /// Captures as capture() does, but returns nullptr for any failure.
     std::shared_ptr<const WindowImage> image(WindowNumber window);
 };
 

@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform::desktop {
 
-/// How far what belongs to the desktop reaches into a monitor, from each of its edges. Device pixels.
+/// The width of the strip at each edge of a monitor that the desktop keeps for itself. In device pixels.
 struct ReservedEdges {
     int left = 0;
     int top = 0;
@@ -13,11 +13,12 @@ struct ReservedEdges {
     friend bool operator==(const ReservedEdges&, const ReservedEdges&) = default;
 };
 
-/// The room that docks and the desktop's own panels keep for themselves.
+/// Tells which room docks and the desktop's own panels keep for themselves.
 class WorkArea {
   public:
     virtual ~WorkArea() = default;
-    /// Of a monitor at this place of the root window, as it is now. Main thread; waits for the server.
+    /// Returns the edges that are reserved now on a monitor at this place of the root window. Main thread;
+    /// waits for the server.
     [[nodiscard]] virtual ReservedEdges reserved(PixelRect monitor) = 0;
 };
 

@@ -8,8 +8,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Asks the source for its executor at each call. The main queue lives as long as the process, while a test
-/// may put another source in place.
+/// Asks the source for its executor at each call, because a test may put another source in place while the
+/// main queue lives as long as the process.
 class CurrentMainExecutor final : public dispatch::Executor {
   public:
     void post(dispatch::Task task) override { actual()->post(std::move(task)); }

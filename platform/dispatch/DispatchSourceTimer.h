@@ -17,8 +17,8 @@ class DispatchSourceTimer {
     void scheduleNow(double repeating);
     void setEventHandler(std::function<void()> handler);
     void resume();
-    /// No firing begins after a call on the timer's own queue. After a call from another thread, one firing
-    /// may still be running.
+    /// Cancels the timer. No firing begins after a call on the timer's own queue. After a call from another
+    /// thread, one firing may still be running.
     void cancel();
 
   private:

@@ -11,7 +11,7 @@ namespace mirrolet::platform::dispatch {
 
 namespace {
 
-// In seconds. Keeps deadlines far from the end of a 64-bit count of nanoseconds.
+// In seconds. The limit keeps deadlines far from the end of a 64-bit count of nanoseconds.
 constexpr double longestSpan = 1e9;
 
 class ThreadSource final : public ExecutorSource {

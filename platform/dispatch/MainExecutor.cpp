@@ -61,25 +61,27 @@ class MainExecutor::Receiver final : public QObject {
     }
 
   private:
-    // Locks as wakingEvent() does when it makes the event, because the thread sanitizer cannot see the lock
-    // with which Qt hands the event over.
+    // Returns the type of the event. Locks as wakingEvent() does when it makes the event, because the thread
+    // sanitizer cannot see the lock with which Qt hands the event over.
     QEvent::Type typeOf(const QEvent& event) {
         const MutexLock lock(taskMutex);
         return event.type();
     }
 
-    // nullptr if the main thread has an event to come already.
+    // Returns an event that wakes the main thread; nullptr if one is already on its way.
     std::unique_ptr<QEvent> wakingEvent() MIRROLET_REQUIRES(taskMutex) {
         return std::exchange(awake, true) ? nullptr : std::make_unique<QEvent>(QEvent::User);
     }
 
-    // Unlocked, because the main thread often runs at once and would wait for the mutex.
+    // Sends the event with the mutex unlocked, because the main thread often runs at once and would wait for
+    // the mutex.
     void send(std::unique_ptr<QEvent> event) MIRROLET_EXCLUDES(taskMutex) {
         if (event)
             QCoreApplication::postEvent(this, event.release());
     }
 
-    // Returns the event that is to be sent, or nullptr.
+    // Arms the timer if this is the main thread, and otherwise posts a task that does so. Returns the event
+    // that has to be sent for that task, or nullptr.
     std::unique_ptr<QEvent> armFromAnyThread() MIRROLET_REQUIRES(taskMutex) {
         if (QThread::currentThread() == thread()) {
             arm();
@@ -104,7 +106,7 @@ class MainExecutor::Receiver final : public QObject {
         timer.start(static_cast<int>(bounded));
     }
 
-    // Tasks that are posted during this call run on the next turn.
+    // Runs the posted tasks. Tasks that are posted during this call run on the next turn.
     void runPosted() {
         MutexLock lock(taskMutex);
         awake = false;

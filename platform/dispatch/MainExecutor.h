@@ -7,8 +7,8 @@
 namespace mirrolet::platform::dispatch {
 
 /// Runs its tasks on the application's event loop. A burst of posts wakes the loop once. A task that opens a
-/// loop of its own (a modal alert) does not hold up the tasks behind that task. Tasks that a task posts run
-/// on a later turn.
+/// loop of its own (a modal alert) does not hold up the tasks after it. Tasks that a task posts run on a
+/// later turn.
 class MainExecutor final : public Executor {
   public:
     MainExecutor();

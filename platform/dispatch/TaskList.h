@@ -20,21 +20,21 @@ class TaskList {
         return lastNumber;
     }
 
-    /// Takes a timed task out; nullptr if there is none of this number. The caller releases the task after
-    /// the lock, because a task's destructor may run any code.
+    /// Takes a timed task out; nullptr if no task has this number. The caller releases the task after the
+    /// lock, because a task's destructor may run any code.
     Task takeOut(Executor::TimerNumber number) {
         return take(std::find_if(timed.begin(), timed.end(),
                                  [number](const Timed& one) { return one.number == number; }));
     }
 
-    /// The timed task that is due first, nullptr if none is due. A due task runs before the posted ones, but
-    /// only once for a deadline, so that posted tasks are not starved.
+    /// Takes out the timed task that is due first; nullptr if none is due. A due task runs before the posted
+    /// ones, but only once for a deadline, so that posted tasks are not starved.
     Task takeDue(Executor::TimePoint now) {
         const auto next = first();
         return next != timed.end() && next->deadline <= now ? take(next) : nullptr;
     }
 
-    /// The task that was posted first, nullptr if there is none.
+    /// Takes out the task that was posted first; nullptr if there is none.
     Task takePosted() {
         if (posted.empty())
             return nullptr;
@@ -57,7 +57,8 @@ class TaskList {
     };
     using Place = std::vector<Timed>::iterator;
 
-    /// The timed task with the first deadline. Of several with this deadline, the one that was pushed first.
+    /// Returns the timed task with the first deadline. If several have this deadline, returns the one that
+    /// was pushed first.
     Place first() {
         return std::min_element(timed.begin(), timed.end(), [](const Timed& one, const Timed& other) {
             return std::pair(one.deadline, one.number) < std::pair(other.deadline, other.number);

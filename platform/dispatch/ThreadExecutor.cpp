@@ -50,15 +50,15 @@ std::string threadName(const std::string& label) {
 
 } // namespace
 
-/// The thread waits on a semaphore, because a condition variable would cost a system call on each tick of a
-/// timer: after a wait that times out it takes its mutex as a contended one.
+/// Waits on a semaphore, because a condition variable would cost a system call on each tick of a timer. After
+/// a wait that times out, a condition variable locks its mutex as if the mutex were contended.
 struct ThreadExecutor::State {
     State() { sem_init(&signal, 0, 0); }
     ~State() { sem_destroy(&signal); }
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    /// Waits for the next task. nullptr after the stop.
+    /// Waits for the next task and returns it; returns nullptr after the stop.
     Task next() {
         while (true) {
             std::optional<Executor::TimePoint> deadline;
@@ -76,7 +76,7 @@ struct ThreadExecutor::State {
         }
     }
 
-    /// A post just after a wait has timed out makes the thread look twice.
+    /// Wakes the thread. If a wait has just timed out, the thread looks for tasks twice.
     void wake() MIRROLET_REQUIRES(taskMutex) {
         if (std::exchange(waiting, false))
             sem_post(&signal);
@@ -87,8 +87,8 @@ struct ThreadExecutor::State {
     bool stopped MIRROLET_GUARDED_BY(taskMutex) = false;
 
   private:
-    /// A timed task counts as open from now on, so that whoever cancels it either stops it or can wait for
-    /// it.
+    /// Takes the next task out. A timed task counts as open from now on, so that whoever cancels the task
+    /// either stops it or can wait for it.
     Task takeNext() MIRROLET_REQUIRES(taskMutex) {
         auto due = tasks.takeDue(Clock::now());
         if (!due)
@@ -97,7 +97,7 @@ struct ThreadExecutor::State {
         return due;
     }
 
-    /// Ends early when a signal handler interrupts the thread.
+    /// Waits until a post or the deadline. Ends early if a signal handler interrupts the thread.
     void wait(const std::optional<Executor::TimePoint>& deadline) {
         if (!deadline) {
             sem_wait(&signal);

@@ -20,10 +20,10 @@ class ThreadExecutor final : public Executor {
     void cancel(TimerNumber number) override;
     void shutDown() override;
 
-    /// Waits until every task that was posted to any thread has ended; false if some still run after
+    /// Waits until every task that was posted to any thread has ended; returns false if some still run after
     /// `atMost`. Timed tasks count once their deadline has come. Meant for the end of the program, because a
-    /// task can be the last owner of its queue, and then nobody else waits for that task. Not to be called by
-    /// a task.
+    /// task can be the last owner of its queue, and then no destructor waits for that task. Must not be
+    /// called by a task.
     static bool awaitTasks(Clock::duration atMost);
 
   private:

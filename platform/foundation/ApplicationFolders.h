@@ -9,20 +9,22 @@
 
 namespace mirrolet::platform {
 
-/// Where applications are, under the names that the application rooms use: each is a flat folder of `ID.app`,
-/// one for each file ID of the desktop entries that belong there. Which real folder belongs where:
-/// - "/Applications": those of XDG_DATA_DIRS but the system's own;
-/// - "/System/Applications": the one of /usr/share; its "Utilities" is empty;
-/// - "Applications" in the home folder: the one of XDG_DATA_HOME.
-/// Of one ID in several real folders only the first on the path is listed, in the folder that it belongs to.
+/// The folders of applications, under the names that the application rooms use. Each is a flat folder of
+/// `ID.app`, one for each desktop entry with the file ID `ID`. The real folders behind each name:
+/// - "/Applications": the folders of XDG_DATA_DIRS except the system's own;
+/// - "/System/Applications": the folder of /usr/share; its "Utilities" is empty;
+/// - "Applications" in the home folder: the folder of XDG_DATA_HOME.
+/// If several real folders hold an entry of the same ID, only the first on the path is listed.
 class ApplicationFolders {
   public:
-    /// As the environment has it now.
+    /// Reads the real folders from the environment as it is now.
     ApplicationFolders();
 
-    /// What a folder holds; none if this is not an application folder. Any thread; reads the disk.
+    /// Returns the content of a folder; none if the folder is not an application folder. Any thread; reads
+    /// the disk.
     [[nodiscard]] std::optional<std::vector<URL>> contents(const URL& folder) const;
-    /// The desktop entry behind an application; none if it is not listed. Any thread; reads the disk.
+    /// Returns the desktop entry behind an application; none if the application is not listed. Any thread;
+    /// reads the disk.
     [[nodiscard]] std::optional<DesktopEntryFile> entryOf(const URL& application) const;
 
   private:

@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// The text with A to Z made lower case; every other byte as it is. For identifiers, which no locale may
-/// change.
+/// Returns the text with A to Z in lower case and every other byte unchanged. Meant for identifiers, which
+/// must not depend on the locale.
 std::string asciiLowercase(std::string_view text);
 
 } // namespace mirrolet::platform

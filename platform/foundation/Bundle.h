@@ -8,21 +8,23 @@
 
 namespace mirrolet::platform {
 
-/// An application as it is installed: a desktop entry that a menu would show. A plain value; any thread.
+/// An installed application: a desktop entry that a menu would show. A plain value; any thread.
 class Bundle {
   public:
-    /// This program.
+    /// Returns the bundle of this program.
     static const Bundle& main();
-    /// Opens an application of one of the application folders. None if there is none, if a menu would hide
-    /// it, or if its entry is broken, cannot be read, is no regular file or is far too large.
+    /// Opens an application of one of the application folders. None if there is no such application or a menu
+    /// would hide it. None also if its entry is broken, cannot be read, is no regular file or is far too
+    /// large.
     static std::optional<Bundle> open(const URL& application);
 
-    /// The file ID of the desktop entry.
+    /// Returns the file ID of the desktop entry.
     [[nodiscard]] const std::optional<std::string>& bundleIdentifier() const { return identifier; }
-    /// "CFBundleDisplayName" and "CFBundleName" are strings in the user's language; null if the entry has no
-    /// name, and for any other key.
+    /// Returns the value of a key. "CFBundleDisplayName" and "CFBundleName" give strings in the user's
+    /// language, or null if the entry has no name. Any other key gives null.
     [[nodiscard]] PropertyList object(const std::string& forInfoDictionaryKey) const;
-    /// As the entry has it: a name in the icon theme, or an absolute path; empty if it has none.
+    /// Returns the icon as the entry names it: a name in the icon theme, or an absolute path. Empty if the
+    /// entry names none.
     [[nodiscard]] const std::string& icon() const { return iconName; }
 
   private:

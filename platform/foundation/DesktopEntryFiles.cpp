@@ -17,7 +17,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-// Far above what is found in practice, and low enough that a runaway folder does not delay anyone for long.
+// The limit is far above what is found in practice, and low enough that a runaway folder does not delay
+// anyone for long.
 constexpr std::size_t mostEntries = 20000;
 constexpr std::size_t mostBytesOfEntry = 1 << 20;
 constexpr int deepestFolder = 8;
@@ -43,7 +44,7 @@ bool isHidden(const std::string& name) {
 
 using Entering = std::function<void(const std::string& folder)>;
 
-/// One pass over the folders.
+/// Walks over the folders once.
 class Walk {
   public:
     Walk(std::vector<DesktopEntryFile>& found, const Entering& entering) : found(found), entering(entering) {}
@@ -64,7 +65,8 @@ class Walk {
                entered.emplace(status.st_dev, status.st_ino).second;
     }
 
-    /// Sorted, so that the choice between two alike entries does not depend on the file system.
+    /// Returns the items of a folder, sorted, so that the choice between two alike entries does not depend on
+    /// the file system.
     static std::vector<std::filesystem::directory_entry> itemsIn(const std::string& folder) {
         std::vector<std::filesystem::directory_entry> items;
         std::error_code error;
@@ -99,7 +101,7 @@ class Walk {
     std::set<std::string> ids;
 };
 
-/// A dash in an ID may stand for a folder.
+/// Finds the path of an ID. Tries folders too, because a dash in an ID may stand for a slash.
 std::optional<std::string> pathBelow(const std::string& folder, const std::string& id, int depth = 0) {
     const std::string here = folder + '/' + id + std::string(suffix);
     struct stat status {};
@@ -121,7 +123,7 @@ std::optional<std::string> pathBelow(const std::string& folder, const std::strin
 std::vector<std::string> userApplicationFolders() {
     const std::string own = environment("XDG_DATA_HOME");
     const std::string system = environment("XDG_DATA_DIRS");
-    // Relative paths have to be ignored.
+    // Relative paths are ignored, because they are not valid in these variables.
     std::string list = (own.starts_with('/') ? own : std::string(g_get_home_dir()) + "/.local/share") + ':' +
                        (system.empty() ? "/usr/local/share:/usr/share" : system) + ':';
     std::vector<std::string> folders;

@@ -7,15 +7,15 @@
 
 namespace mirrolet::platform {
 
-/// The folders of the machine, as far as Mirrolet looks into them. Any thread.
+/// Gives the folders of the machine that Mirrolet reads. Any thread.
 class FileManager {
   public:
     static FileManager& standard();
 
-    /// The home folder that HOME names, else the account's.
+    /// Returns the home folder that HOME names, or else the home folder of the account.
     [[nodiscard]] URL homeDirectoryForCurrentUser() const;
-    /// The content of an application folder (see ApplicationFolders) without hidden files. None for any other
-    /// folder, and for a folder that cannot be read.
+    /// Returns the content of an application folder (see ApplicationFolders) without hidden files. None for
+    /// any other folder, and for a folder that cannot be read.
     [[nodiscard]] std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder) const;
 };
 

@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// Gives back what GLib has allocated, each type by the function that GLib names for it. A type that is
-/// missing here does not compile; add it.
+/// Releases what GLib has allocated, each type with the function that GLib names for the type. A type without
+/// an overload here does not compile; add the overload.
 struct GLibRelease {
     void operator()(char* text) const { g_free(text); }
     void operator()(char** list) const { g_strfreev(list); }
@@ -22,7 +22,7 @@ struct GLibRelease {
     void operator()(GDesktopAppInfo* application) const { g_object_unref(application); }
 };
 
-/// The one owner of something that GLib has allocated.
+/// Owns something that GLib has allocated.
 template <typename T> using GLibPointer = std::unique_ptr<T, GLibRelease>;
 
 } // namespace mirrolet::platform

@@ -5,7 +5,7 @@
 namespace mirrolet::platform {
 namespace {
 
-/// One form for letters that can be written as one character or as two.
+/// Gives letters that can be written as one character or as two the same form.
 QString composed(const std::string& text) {
     return QString::fromStdString(text).normalized(QString::NormalizationForm_C);
 }

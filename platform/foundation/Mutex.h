@@ -4,8 +4,8 @@
 #include <mutex>
 
 // Clang checks at compile time that a guarded member is used only with its mutex locked (-Wthread-safety).
-// Other compilers see nothing of this. The standard library's mutexes carry no such attributes, hence the
-// classes below.
+// Other compilers ignore the attributes. The standard library's mutexes carry no such attributes, so the
+// classes below add them.
 #if defined(__clang__)
 #define MIRROLET_THREAD_ATTRIBUTE(attribute) __attribute__((attribute))
 #else
@@ -42,11 +42,11 @@ template <class StandardMutex> class MIRROLET_THREAD_ATTRIBUTE(capability("mutex
 using Mutex = CheckedMutex<std::mutex>;
 using RecursiveMutex = CheckedMutex<std::recursive_mutex>;
 
-/// Keeps a mutex locked for a scope. May be unlocked and locked again in between.
+/// Keeps a mutex locked for a scope. The scope may unlock the mutex and lock it again.
 template <class AnyMutex> class MIRROLET_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
   public:
     explicit MutexLock(AnyMutex& mutex) MIRROLET_THREAD_ATTRIBUTE(acquire_capability(mutex)) : guard(mutex) {}
-    /// For a mutex that try_lock() has locked.
+    /// Takes over a mutex that try_lock() has locked.
     MutexLock(AnyMutex& mutex, std::adopt_lock_t adopt) MIRROLET_REQUIRES(mutex) : guard(mutex, adopt) {}
     ~MutexLock() MIRROLET_THREAD_ATTRIBUTE(release_capability()) = default;
     MutexLock(const MutexLock&) = delete;
@@ -64,8 +64,9 @@ class ConditionVariable {
   public:
     void notifyAll() { changed.notify_all(); }
 
-    /// Waits until `isTrue` returns true, and returns false if that takes longer than `atMost`. Not checked
-    /// inside, because the check cannot see that the wait unlocks the mutex and locks it again.
+    /// Waits until `isTrue` returns true, and returns false if that takes longer than `atMost`. The check is
+    /// off inside this function, because the check cannot see that the wait unlocks the mutex and locks it
+    /// again.
     template <class Duration, class Predicate>
     bool waitFor(Mutex& mutex, Duration atMost, Predicate isTrue)
         MIRROLET_REQUIRES(mutex) MIRROLET_UNCHECKED {

@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// One line to the system log and to standard error. Any thread.
+/// Writes one line to the system log and to standard error. Any thread.
 void NSLog(std::string_view message);
 
 } // namespace mirrolet::platform

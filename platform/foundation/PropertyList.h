@@ -10,8 +10,8 @@
 
 namespace mirrolet::platform {
 
-/// One typed value. Window-list entries, user defaults and bundle information are made of such values. Copied
-/// freely between threads.
+/// One typed value. Window-list entries, user defaults and bundle information are made of such values. Values
+/// can be copied freely between threads.
 class PropertyList {
   public:
     using Array = std::vector<PropertyList>;
@@ -28,15 +28,16 @@ class PropertyList {
     PropertyList(Array value) : value(std::move(value)) {}
     PropertyList(Dictionary value) : value(std::move(value)) {}
 
-    // All conversions are here. They are strict: each gives no value where the stored value does not fit.
-    /// A boolean, or a number that is exactly 0 or 1.
+    // The conversions are strict. Each returns no value if the stored value does not fit.
+    /// Returns a boolean, or a number that is exactly 0 or 1.
     [[nodiscard]] std::optional<bool> asBool() const;
-    /// A whole number in range; never from a string or a boolean.
+    /// Returns a whole number in range; never converts a string or a boolean.
     [[nodiscard]] std::optional<std::int32_t> asInt32() const;
     [[nodiscard]] std::optional<std::uint32_t> asUInt32() const;
-    /// Any finite number; never from a string or a boolean.
+    /// Returns any finite number; never converts a string or a boolean.
     [[nodiscard]] std::optional<double> asDouble() const;
-    // The pointers live as long as this value is unchanged; nullptr for another type.
+    // The pointers are valid as long as this value is unchanged. They are nullptr for a value of another
+    // type.
     [[nodiscard]] const std::string* asString() const { return std::get_if<std::string>(&value); }
     [[nodiscard]] const Array* asArray() const { return std::get_if<Array>(&value); }
     [[nodiscard]] const Dictionary* asDictionary() const { return std::get_if<Dictionary>(&value); }

@@ -19,7 +19,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-// In bytes. The files that the program writes are a thousandth of that.
+// In bytes. The files that the program writes are a thousand times smaller.
 constexpr off_t largestFile = off_t{4} * 1024 * 1024;
 
 QString text(const std::string& utf8) {
@@ -97,7 +97,8 @@ PropertyList fromJson(const QJsonValue& json) {
 
 class FileDescriptor {
   public:
-    // The flags keep open() from waiting for a writer of a FIFO, and from taking a terminal over.
+    // The flags keep open() from waiting for a writer of a FIFO, and from making a terminal the controlling
+    // terminal.
     explicit FileDescriptor(const std::string& path)
         : number(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
     FileDescriptor(const FileDescriptor&) = delete;
@@ -113,7 +114,7 @@ PropertyListFile::Content broken(std::string problem) {
     return {.values = {}, .problem = std::move(problem)};
 }
 
-/// The whole file; none if reading fails or the file grows meanwhile.
+/// Reads the whole file; none if reading fails or the file grows meanwhile.
 std::optional<std::string> readAll(int file) {
     std::string bytes(static_cast<std::size_t>(largestFile) + 1, '\0');
     std::size_t length = 0;

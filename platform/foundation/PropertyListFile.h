@@ -13,17 +13,17 @@ namespace mirrolet::platform {
 class PropertyListFile {
   public:
     struct Content {
-        PropertyList::Dictionary values; ///< Empty where there is no file.
-        std::string problem; ///< Why the file could not be read; empty if it could be, or does not exist.
+        PropertyList::Dictionary values; ///< Empty if there is no file.
+        std::string problem;             ///< Why reading failed; empty after success or if there is no file.
     };
 
-    /// Never waits, whatever lies under the path. Anything but a regular file, and a file that is far larger
-    /// than the program writes, counts as broken.
+    /// Reads the file. Never waits, whatever kind of file the path names. A file that is not regular, or far
+    /// larger than the program writes, counts as broken.
     [[nodiscard]] static Content read(const std::string& path);
-    /// The dictionary in a file's bytes, if there is one.
+    /// Returns the dictionary that the bytes of a file hold; none if they hold none.
     [[nodiscard]] static std::optional<PropertyList::Dictionary> parse(std::string_view bytes);
-    /// Replaces the file as a whole or leaves the file as it is; makes the folder. Only the user may read the
-    /// file. Returns why writing failed, empty after success.
+    /// Replaces the whole file, or leaves the file unchanged on failure. Makes the folder if there is none.
+    /// Only the user may read the file. Returns why writing failed; empty after success.
     [[nodiscard]] static std::string write(const std::string& path, const PropertyList::Dictionary& values);
 };
 

@@ -16,7 +16,7 @@ std::optional<std::string> readUpTo(int file, std::size_t most) {
         return std::nullopt;
     std::string content;
     std::array<char, 16384> part;
-    // The size is not believed: files of /proc say 0.
+    // The size that the kernel reports is not used, because files of /proc report 0.
     for (;;) {
         const auto length = read(file, part.data(), part.size());
         if (length < 0 && errno == EINTR)
@@ -34,7 +34,7 @@ std::optional<std::string> readUpTo(int file, std::size_t most) {
 } // namespace
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t most) {
-    // Not blocking, because opening a FIFO waits for its writer otherwise.
+    // O_NONBLOCK is set, because opening a FIFO would otherwise wait for its writer.
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (file < 0)
         return std::nullopt;

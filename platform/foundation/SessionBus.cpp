@@ -16,14 +16,14 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr guint firstPause = 1; ///< Seconds. Doubled with each try.
+constexpr guint firstPause = 1; ///< In seconds. Each try doubles the pause.
 constexpr guint longestPause = 32;
 constexpr auto asClient = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
 
 using Connection = GLibPointer<GDBusConnection>;
 
-/// nullptr as well for a connection that has closed again already.
+/// Returns the connection that was opened; nullptr on failure, or if the connection has closed again already.
 Connection opened(GAsyncResult* result) {
     Connection connection(g_dbus_connection_new_for_address_finish(result, nullptr));
     if (connection && g_dbus_connection_is_closed(connection.get()))
@@ -33,7 +33,7 @@ Connection opened(GAsyncResult* result) {
 
 } // namespace
 
-// Used on the bus's thread, except the members that the mutex guards.
+// All members are used on the bus's thread only, except those that the mutex guards.
 struct SessionBus::State {
     GMainContext* context = g_main_context_new();
     const char* address = nullptr; ///< nullptr if there is no bus.
@@ -59,7 +59,7 @@ struct SessionBus::State {
     static State* from(gpointer data) { return static_cast<State*>(data); }
 };
 
-/// Tasks are handed over under a mutex of this class, because sanitizers do not see GLib's.
+/// Hands the task over under a mutex of this class, because sanitizers do not see the mutex of GLib.
 void SessionBus::State::post(std::function<void()> task) {
     {
         const MutexLock lock(stateMutex);
@@ -95,7 +95,7 @@ void SessionBus::State::beginAt(const char* place) {
         begin(nullptr);
 }
 
-/// Only the first answer counts. A bus that answers after it was given up is not used.
+/// Takes only the first answer. A bus that answers after it was given up is not used.
 void SessionBus::State::begin(Connection first) {
     {
         const MutexLock lock(stateMutex);
@@ -112,7 +112,7 @@ bool SessionBus::State::isKnown() {
 }
 
 void SessionBus::State::use(Connection next) {
-    // The connection before lives until the followers have ended what they had on it.
+    // The previous connection is kept until the followers have ended their work on it.
     const auto before = std::exchange(connection, std::move(next));
     if (connection)
         g_signal_connect(connection.get(), "closed",
@@ -158,7 +158,7 @@ SessionBus::SessionBus() : state(new State) {
         g_main_context_push_thread_default(state->context);
         g_main_loop_run(g_main_loop_new(state->context, FALSE));
     }).detach();
-    // Where no address is set, this call may start a program and wait for it.
+    // If no address is set, this call may start a program and wait for it.
     std::thread([state = state] {
         const char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
         state->post([state, address] { state->beginAt(address); });

@@ -7,17 +7,17 @@ namespace mirrolet::platform {
 /// A link, or a file by its path. A plain value.
 class URL {
   public:
-    /// A link as it is written, such as "https://example.org". Not checked.
+    /// Makes a link from its text, such as "https://example.org". The text is not checked.
     explicit URL(std::string absoluteString) : text(std::move(absoluteString)) {}
     static URL fileURLWithPath(std::string path);
 
-    /// The link as it is written; of a file, its path.
+    /// Returns the text of a link, or the path of a file.
     [[nodiscard]] const std::string& absoluteString() const { return text; }
-    /// The path of a file; of a link, nothing.
+    /// Returns the path of a file; empty for a link.
     [[nodiscard]] std::string path() const { return file ? text : std::string(); }
     [[nodiscard]] std::string lastPathComponent() const;
-    /// The letters after the last dot of the last component, as they are written; empty without a dot, and
-    /// for the dot that makes a file hidden.
+    /// Returns the letters after the last dot of the last component, in their original case. Empty if there
+    /// is no dot, or if the only dot is the one that makes a file hidden.
     [[nodiscard]] std::string pathExtension() const;
     [[nodiscard]] URL deletingPathExtension() const;
     [[nodiscard]] URL deletingLastPathComponent() const;

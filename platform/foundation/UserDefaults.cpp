@@ -28,7 +28,7 @@ std::string timeStamp() {
     return {buffer, std::strftime(buffer, sizeof buffer, "%Y%m%d-%H%M%S", &local)};
 }
 
-/// Renames the file to an unused name and returns that; empty if that failed.
+/// Renames the file to an unused name and returns that name; returns an empty string on failure.
 std::string setAside(const std::string& path) {
     const auto stem = path + ".broken-" + timeStamp();
     for (int attempt = 1; attempt <= 100; ++attempt) {
@@ -100,7 +100,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
             });
     }
 
-    // A failure is logged once. Each later change tries again, silently.
+    // Logs a failure once. Each later change tries again, silently.
     void report(const std::string& problem) MIRROLET_REQUIRES(fileMutex) MIRROLET_EXCLUDES(valuesMutex) {
         if (problem.empty()) {
             failing = false;

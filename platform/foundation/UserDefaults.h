@@ -9,12 +9,12 @@ namespace mirrolet::platform {
 
 /// The user defaults: typed values under string keys, in one JSON file,
 /// `$XDG_CONFIG_HOME/mirrolet/defaults.json` (mode 0600, replaced atomically). Changes are written a moment
-/// after the last one, and by flush(). A file that cannot be read is renamed, with one line in the log. Where
-/// the folder cannot be written, the values live on in memory, with one line in the log. Unknown keys stay in
+/// after the last change, and by flush(). A file that cannot be read is renamed, and one line is logged. If
+/// the folder cannot be written, the values are kept in memory, and one line is logged. Unknown keys stay in
 /// the file. Any thread.
 class UserDefaults {
   public:
-    /// The program's own defaults, read on first use.
+    /// Returns the program's own defaults, which are read on first use.
     static UserDefaults& standard();
 
     explicit UserDefaults(std::string filePath);
@@ -22,7 +22,7 @@ class UserDefaults {
     UserDefaults(const UserDefaults&) = delete;
     UserDefaults& operator=(const UserDefaults&) = delete;
 
-    /// The value under a key; null if there is none.
+    /// Returns the value under a key; null if there is none.
     [[nodiscard]] PropertyList object(const std::string& key) const;
     void set(const std::string& key, PropertyList value);
     /// Writes pending changes now. Called at exit, and on a signal that ends the program.

@@ -86,7 +86,7 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
     if (process.facts)
         return process;
     const auto startTime = processes.startTime(owner.pid).value_or(0);
-    // The kernel has given the number of a process that ended to another process.
+    // If the start differs, the process has ended, and the kernel has given its number to another process.
     if (!added && process.startTime != startTime)
         process = {};
     process.startTime = startTime;
@@ -96,7 +96,7 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
 std::int32_t ApplicationRegistry::numberFor(const Process& process, std::int32_t pid) {
     if (pid != 0 && process.applications.empty())
         return pid;
-    // A number is given again only after two thousand million applications.
+    // A number is used again only after two thousand million applications.
     constexpr std::uint32_t most = 2'000'000'000;
     return highestPid + 1 + static_cast<std::int32_t>(numbersGiven++ % most);
 }

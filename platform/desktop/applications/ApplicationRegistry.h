@@ -26,10 +26,10 @@ class ApplicationRegistry {
     ApplicationRegistry(std::int32_t ownPid, ProcFolder processes, DesktopEntryIndex entryIndex)
         : ownPid(ownPid), processes(std::move(processes)), index(std::move(entryIndex)) {}
 
-    /// The application of each of the windows, in their order. If the list is `complete`, other windows are
-    /// no longer on screen and are forgotten.
+    /// Returns the application of each of the windows, in their order. If the list is `complete`, windows
+    /// that are not in the list are no longer on screen and are forgotten.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows, bool complete);
-    /// The application of this number. None once none of its windows is listed and its process has ended.
+    /// Returns the application of this number. None once no window of it is listed and its process has ended.
     std::optional<Application> running(std::int32_t number);
 
   private:
@@ -39,7 +39,7 @@ class ApplicationRegistry {
     };
     struct Process {
         std::uint64_t startTime = 0;
-        bool listed = true; ///< The last complete list had a window of the process, which therefore lives.
+        bool listed = true; ///< Whether the last complete list had a window of the process.
         std::vector<Numbered> applications;
         std::optional<ProcessFacts> facts; ///< Set only during a call of applicationsOf().
     };
@@ -68,7 +68,7 @@ class ApplicationRegistry {
     std::unordered_map<WindowNumber, Known> windowsKnown MIRROLET_GUARDED_BY(registryMutex);
     std::map<ProcessKey, Process> processesKnown MIRROLET_GUARDED_BY(registryMutex);
     std::uint32_t numbersGiven MIRROLET_GUARDED_BY(registryMutex) = 0;
-    /// A window was added since forgetUnlisted() last forgot processes.
+    /// Set if a window was added since forgetUnlisted() last forgot processes.
     bool changed MIRROLET_GUARDED_BY(registryMutex) = false;
 };
 

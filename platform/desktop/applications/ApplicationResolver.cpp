@@ -22,7 +22,7 @@ bool sameText(std::string_view one, std::string_view other) {
     return !one.empty() && asciiLowercase(one) == asciiLowercase(other);
 }
 
-/// systemd writes a byte that its names cannot hold as \xNN.
+/// Decodes a name of systemd, which writes a byte that its names cannot hold as \xNN.
 std::string unescaped(std::string_view name) {
     std::string text;
     while (!name.empty()) {
@@ -40,7 +40,7 @@ std::string unescaped(std::string_view name) {
     return text;
 }
 
-/// Calls `visit` with each folder of each control group path until it returns true.
+/// Calls `visit` with each folder of each control group path, until `visit` returns true.
 template <typename Visit> void eachGroupName(std::string_view cgroup, Visit visit) {
     while (!cgroup.empty()) {
         const auto end = cgroup.find_first_of("/\n");
@@ -61,16 +61,16 @@ std::string_view variable(std::string_view environment, std::string_view nameAnd
     return {};
 }
 
-/// Looks for the entry of one window, by the surest sign first.
+/// Looks for the entry of one window, with the most reliable sign first.
 class Search {
   public:
     Search(const WindowClass& window, const ProcessFacts& process, const DesktopEntries& entries)
         : window(window), process(process), entries(entries) {}
 
     const DesktopEntry* run() const {
-        // The window's own name goes before the facts about its process, because a browser runs all its web
-        // applications in one process. The sandbox or launcher of that process belongs to the one that was
-        // started first.
+        // The window's own name is tried before the facts about its process, because a browser runs all its
+        // web applications in one process. The sandbox or launcher of that process belongs to the application
+        // that was started first.
         if (const auto* entry = webApplication())
             return entry;
         if (const auto id = flatpakOf(process); !id.empty())
@@ -103,8 +103,8 @@ class Search {
         return text.substr(std::min(text.find_first_not_of('_'), text.size()));
     }
 
-    /// An application can have several entries, as an office suite has for its parts. The window's name tells
-    /// which entry is meant.
+    /// Finds the entry that the window's name fits, because an application can have several entries. An
+    /// office suite has one for each of its parts, for example.
     const DesktopEntry* inFamily(const std::string& id, char separator) const {
         const auto family = entries.family(id, separator);
         for (const auto& name : {window.name, window.instance}) {
@@ -147,7 +147,8 @@ class Search {
         return entry && contradicted(*entry) ? nullptr : entry;
     }
 
-    /// A browser that the launcher of a web application started opens ordinary windows too.
+    /// Returns whether the window contradicts the entry. A browser that was started for a web application
+    /// opens ordinary windows too.
     bool contradicted(const DesktopEntry& entry) const {
         if (entry.startupWmClass.empty() || sameText(entry.startupWmClass, window.name) ||
             sameText(entry.startupWmClass, window.instance))
@@ -173,7 +174,8 @@ class Search {
         return nullptr;
     }
 
-    /// Leaves out programs that run in a terminal, because the window then is the terminal's.
+    /// Finds an entry by its program. Leaves out programs that run in a terminal, because their windows
+    /// belong to the terminal.
     const DesktopEntry* byProgram(const std::string& program) const {
         List list = entries.withProgram(program);
         std::erase_if(list, [](const auto* entry) { return entry->inTerminal; });
@@ -188,14 +190,14 @@ class Search {
         });
     }
 
-    /// A process whose executable can be read runs outside of any sandbox, so the entry of a sandboxed copy
-    /// does not fit.
+    /// Returns whether the process can belong to the entry. A process whose executable can be read runs
+    /// outside of any sandbox, so the entry of a sandboxed copy does not fit.
     bool mayRunHere(const DesktopEntry& entry) const {
         return entry.sandbox == Sandbox::none || process.executable.empty();
     }
 
-    /// The best of several entries that fit. An entry that menus show goes before one that they hide, such as
-    /// a handler of links. Among those, a preferred entry goes first, then the earlier one.
+    /// Returns the best of several entries that fit. An entry that menus show goes before a hidden one, such
+    /// as a handler of links. Among those, a preferred entry goes first, then the earlier one.
     template <typename Preferred> static const DesktopEntry* best(const List& list, Preferred preferred) {
         const auto rank = [&](const DesktopEntry* entry) {
             return (entry->shown ? 2 : 0) + (preferred(*entry) ? 1 : 0);
@@ -245,7 +247,8 @@ SnapApplication snapOf(const ProcessFacts& process) {
         constexpr std::string_view prefix = "snap.";
         if (!name.starts_with(prefix))
             return false;
-        // snap.NAME.APP.service, snap.NAME.APP.UUID.scope, and in newer versions snap.NAME.APP-UUID.scope.
+        // The names are snap.NAME.APP.service, snap.NAME.APP.UUID.scope, and in newer versions
+        // snap.NAME.APP-UUID.scope.
         name.remove_prefix(prefix.size());
         const auto dot = name.find('.');
         const auto rest = dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);

@@ -8,11 +8,11 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The desktop entry whose application a window belongs to, or nullptr if no entry fits. Pure.
+/// Returns the desktop entry whose application a window belongs to; nullptr if no entry fits. Pure.
 const DesktopEntry* entryOfWindow(const WindowClass& window, const ProcessFacts& process,
                                   const DesktopEntries& entries);
 
-/// The identifier of the Flatpak that a process runs in, or empty. Pure.
+/// Returns the identifier of the Flatpak that a process runs in; empty if the process runs in none. Pure.
 std::string flatpakOf(const ProcessFacts& process);
 
 /// A snap and the application in it that a process was started as. Both are empty for any other process.
@@ -20,7 +20,7 @@ struct SnapApplication {
     std::string snap;
     std::string application;
 };
-/// Pure.
+/// Returns the snap application that a process was started as. Pure.
 SnapApplication snapOf(const ProcessFacts& process);
 
 } // namespace mirrolet::platform::desktop

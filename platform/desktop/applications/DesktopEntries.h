@@ -19,15 +19,16 @@ class DesktopEntries {
     void add(DesktopEntry entry);
 
     [[nodiscard]] const DesktopEntry* withId(const std::string& id) const; ///< Minds case.
-    /// The entry that was read from this file. For a copy of the file in another folder, such as the
-    /// autostart folder, the entry of the same file ID.
+    /// Returns the entry that was read from this file. For a copy of the file in another folder, such as the
+    /// autostart folder, returns the entry of the same file ID.
     [[nodiscard]] const DesktopEntry* ofFile(const std::string& path) const;
     [[nodiscard]] const List& withIdIgnoringCase(const std::string& id) const;
     [[nodiscard]] const List& withLastIdPart(const std::string& part) const;
     [[nodiscard]] const List& withStartupWmClass(const std::string& startupWmClass) const;
     [[nodiscard]] const List& withProgram(const std::string& program) const;
     [[nodiscard]] const List& withWebApplicationId(const std::string& id) const;
-    /// The entry of this ID, and the entries whose IDs begin with this ID and the separator. Minds case.
+    /// Returns the entry of this ID, and the entries whose IDs begin with this ID and the separator. Minds
+    /// case.
     [[nodiscard]] List family(const std::string& id, char separator) const;
 
   private:

@@ -15,13 +15,14 @@ struct DesktopEntry {
     std::string path; ///< Path of the file.
     std::string name; ///< In the user's language.
     std::string startupWmClass;
-    /// Base name of the program. Empty for a program that runs others: a shell, an interpreter, a sandbox.
+    /// The base name of the program. Empty for a program that runs others: a shell, an interpreter, a
+    /// sandbox.
     std::string program;
     /// The browser's identifier of the web application (`--app-id`). Empty for any other application.
     std::string webApplicationId;
     Sandbox sandbox = Sandbox::none;
-    bool isWebApplication = false; ///< A browser shows the application in a window under the entry's name.
-    bool shown = true;             ///< Menus show the entry.
+    bool isWebApplication = false; ///< Whether a browser shows the application under the entry's name.
+    bool shown = true;             ///< Whether menus show the entry.
     bool inTerminal = false;
 };
 

@@ -10,18 +10,18 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Keeps the desktop entries of a list of folders. They are read on first use, and again only after one of
-/// the folders has changed. Not thread-safe.
+/// Keeps the desktop entries of a list of folders. The entries are read on first use, and again only after
+/// one of the folders has changed. Not thread-safe.
 class DesktopEntryIndex {
   public:
     /// The folders are in order of precedence. Of two entries with the same file ID the first one counts,
-    /// even if all that it says is that it is hidden.
+    /// even if that entry only says that it is hidden.
     explicit DesktopEntryIndex(std::vector<std::string> folders) : folders(std::move(folders)) {}
 
-    /// The entries as refresh() has last read them.
+    /// Returns the entries that refresh() has read last.
     const DesktopEntries& entries();
-    /// Reads the entries again if one of the folders has changed. True if so: pointers to the old entries are
-    /// invalid then.
+    /// Reads the entries again if one of the folders has changed. Returns true if so. Pointers to the old
+    /// entries are invalid then.
     bool refresh();
 
   private:

@@ -8,26 +8,26 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The facts about a process that help to find its application. A fact that may not be read, as of another
-/// user's process, is empty.
+/// The facts about a process that help to find its application. A fact that may not be read is empty, for
+/// example if the process is another user's.
 struct ProcessFacts {
     std::int32_t pid = 0;    ///< 0 for a client on another machine.
     std::string name;        ///< The kernel's name of the process, cut to 15 bytes.
     std::string executable;  ///< Path of the program, as the process sees it.
     std::string flatpakInfo; ///< Content of the file in which a Flatpak sandbox describes itself.
     std::string cgroup;
-    std::string environment; ///< NAME=value, each ended by a NUL.
+    std::string environment; ///< Texts NAME=value, each ended by a NUL.
 };
 
-/// The start of a process in ticks since boot, from the text of its `stat` file.
+/// Returns the start of a process in ticks since boot, from the text of its `stat` file.
 std::optional<std::uint64_t> startTimeIn(std::string_view stat);
 
 /// Reads processes from /proc. Stateless; any thread.
 class ProcFolder {
   public:
     explicit ProcFolder(std::string folder = "/proc") : folder(std::move(folder)) {}
-    /// In ticks since boot. None if there is no such process. Number and start together tell a process from a
-    /// later one with the same number.
+    /// Returns the start of a process in ticks since boot; none if there is no such process. Number and start
+    /// together tell a process from a later one with the same number.
     [[nodiscard]] std::optional<std::uint64_t> startTime(std::int32_t pid) const;
     [[nodiscard]] ProcessFacts facts(std::int32_t pid) const;
 

@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The names that a window gives its application. The client writes them, so they count only where nothing
-/// better is known.
+/// The names that a window gives its application. The client writes these names, so they are used only if
+/// nothing more reliable is known.
 struct WindowClass {
     std::string instance;         ///< First part of WM_CLASS.
     std::string name;             ///< Second part of WM_CLASS, the class.
@@ -20,8 +20,8 @@ struct WindowClass {
 /// names.
 struct WindowOwner {
     WindowNumber window = 0;
-    std::uint32_t client = 0; ///< The display server's number of the client. 0 where the server has none.
-    std::int32_t pid = 0;     ///< 0 where the process is unknown, as for a client on another machine.
+    std::uint32_t client = 0; ///< The display server's number of the client. 0 if the server has none.
+    std::int32_t pid = 0;     ///< 0 if unknown, as for a client on another machine.
     WindowClass windowClass;
     friend bool operator==(const WindowOwner&, const WindowOwner&) = default;
 };

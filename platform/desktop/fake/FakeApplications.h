@@ -11,9 +11,9 @@ namespace mirrolet::platform::desktop::fake {
 class FakeApplications final : public Applications {
   public:
     void add(Application application);
-    /// The number need not be that of an application that was added.
+    /// Sets the application in front. Its number need not be that of an application that was added.
     void setFrontmost(std::optional<std::int32_t> pid);
-    /// How often this application was asked for.
+    /// Returns how often this application was asked for.
     [[nodiscard]] int lookUps(std::int32_t pid) const;
 
     std::optional<Application> frontmost() override;

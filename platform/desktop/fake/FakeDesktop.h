@@ -14,12 +14,11 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The desktop as a test scripts it. Whoever holds one of the records or misuses keeps them beyond the
-/// desktop.
+/// The desktop as a test scripts it. Records and misuses outlive the desktop if somebody still holds them.
 class FakeDesktop final : public Desktop {
   public:
     FakeDesktop() = default;
-    /// Makes one the process's desktop. It lives until another one, or nullptr, is set.
+    /// Makes a fake desktop the desktop of the process. It lives until another desktop, or nullptr, is set.
     static FakeDesktop& install();
 
     FakeWindowList& windowList() override { return theWindowList; }
@@ -30,11 +29,11 @@ class FakeDesktop final : public Desktop {
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
 
-    /// Of every presenter and panel window made so far, in this order.
+    /// Returns the records of every presenter (or panel window) made so far, in the order of their making.
     [[nodiscard]] const auto& presenters() const { return presenterRecords; }
     [[nodiscard]] const auto& panelWindows() const { return panelRecords; }
-    /// The forbidden calls that were made; a test expects none. The list is complete once all presenters and
-    /// panel windows are destroyed.
+    /// Returns the forbidden calls that were made; a test expects none. The list is complete once all
+    /// presenters and panel windows are destroyed.
     [[nodiscard]] std::vector<std::string> misuses() const;
 
   private:

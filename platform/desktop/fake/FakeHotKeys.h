@@ -12,23 +12,23 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// A keyboard that a test presses. Notices grabs under a number in use, before there is a place for presses
-/// to go, and grabs that are still held at its end. Main thread, but for press().
+/// A keyboard that a test presses. Notes three misuses: a grab under a number in use, a grab before the
+/// handler of presses is set, and a grab that is still held at the end. Main thread, except press().
 class FakeHotKeys final : public HotKeys {
   public:
-    /// Evdev code and modifiers.
+    /// An evdev code and modifiers.
     using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
     explicit FakeHotKeys(std::shared_ptr<Misuses> misuses) : misuses(std::move(misuses)) {}
 
-    /// Another program holds it.
+    /// Lets another program hold the combination.
     void take(Combination combination) { taken.insert(combination); }
-    /// Not on this keyboard.
+    /// Removes the key from this keyboard.
     void removeKey(std::uint32_t evdevCode) { missingKeys.insert(evdevCode); }
-    /// One press of the keys. False if no grab took it.
+    /// Presses the keys once. Returns false if no grab took the press.
     bool press(Combination combination) const;
     [[nodiscard]] std::vector<Combination> held() const;
-    /// How often a combination was grabbed.
+    /// Returns how often a combination was grabbed.
     [[nodiscard]] int grabsMade() const { return grabCount; }
     [[nodiscard]] bool isSuspended() const { return suspended; }
 
@@ -38,7 +38,7 @@ class FakeHotKeys final : public HotKeys {
     void suspend(bool on) override { suspended = on; }
     std::string keyLabel(std::uint32_t evdevCode) override { return labels[evdevCode]; }
 
-    std::map<std::uint32_t, std::string> labels; ///< What the layout has on the keys, by evdev code.
+    std::map<std::uint32_t, std::string> labels; ///< The labels of the layout, by evdev code.
 
   private:
     std::shared_ptr<Misuses> misuses;

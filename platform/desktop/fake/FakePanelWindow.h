@@ -9,7 +9,7 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// What a panel's window was told last. Outlives the panel window.
+/// The last values that a panel's window was given. Outlives the panel window.
 struct PanelWindowRecord {
     WindowNumber window = 0;
     PanelStacking stacking = PanelStacking::floating;
@@ -24,8 +24,8 @@ struct PanelWindowRecord {
     PanelShadow shadow;
 };
 
-/// Records instead of stacking. Notices a show that was not announced, and a hidden panel that takes the
-/// focus.
+/// A panel window that records instead of stacking. Notes as a misuse a show that was not announced, and a
+/// hidden panel that takes the focus.
 class FakePanelWindow final : public PanelWindow {
   public:
     FakePanelWindow(std::shared_ptr<PanelWindowRecord> record, std::shared_ptr<Misuses> misuses)

@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// What a presenter was told last, and how often it drew. Outlives the presenter.
+/// The last values that a presenter was given, and how often it drew. Outlives the presenter.
 struct PresenterRecord {
     WindowNumber window = 0;
     bool alive = true;
@@ -24,8 +24,8 @@ struct PresenterRecord {
     int emptyPresents = 0; ///< Calls without a change.
 };
 
-/// Records instead of drawing. Notices a picture or an overlay before the first size, and an overlay of
-/// another size.
+/// A presenter that records instead of drawing. Notes as a misuse a picture or an overlay before the first
+/// size, and an overlay of another size.
 class FakePresenter final : public WindowPresenter {
   public:
     FakePresenter(std::shared_ptr<PresenterRecord> record, std::shared_ptr<Misuses> misuses)

@@ -21,22 +21,23 @@ class FakeWindowImage final : public WindowImage {
   private:
     PixelSize extent;
     std::uint32_t fill;
-    std::shared_ptr<int> alive; ///< Its owners are counted: the images that somebody still holds.
+    std::shared_ptr<int> alive; ///< Counts the images that somebody still holds.
 };
 
-/// Gives the pictures that a test puts in, the same object until the test changes it. Any thread.
+/// Gives the pictures that a test puts in. Gives the same image object until the test changes the picture.
+/// Any thread.
 class FakeWindowCapture final : public WindowCapture {
   public:
     void setPermitted(bool permitted);
-    /// Makes or changes a window's picture. The colour is opaque, 0xRRGGBB.
+    /// Makes or changes a window's picture. The colour is 0xRRGGBB and opaque.
     void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour);
-    /// The window is gone, for good, even if the number gets a picture again.
+    /// Destroys the window for good, even if its number gets a picture again.
     void destroyWindow(WindowNumber window);
-    /// The window gives no picture any more, for this reason.
+    /// Makes captures of the window fail from now on, for this reason.
     void failWindow(WindowNumber window, CaptureFailure failure);
-    /// How often this window was captured.
+    /// Returns how often this window was captured.
     [[nodiscard]] int captures(WindowNumber window) const;
-    /// How many images are held outside of here: a mirror that ended holds none.
+    /// Returns how many images are held outside of this object. A mirror that ended holds none.
     [[nodiscard]] long imagesHeld() const;
 
     [[nodiscard]] bool permitted() const override;

@@ -8,7 +8,7 @@ namespace mirrolet::platform::desktop::fake {
 /// Gives the windows that a test puts in, and counts the reads. Any thread.
 class FakeWindowList final : public WindowList {
   public:
-    /// Front to back; none makes the list unreadable.
+    /// Sets the windows, front to back. None makes the list unreadable.
     void setWindows(std::optional<std::vector<WindowRow>> windows);
     [[nodiscard]] int reads() const;
 

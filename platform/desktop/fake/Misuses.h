@@ -9,7 +9,7 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// What callers did that the real desktop would not forgive. Shared by the parts of one fake. Any thread.
+/// The calls that the real desktop would not allow. Shared by the parts of one fake. Any thread.
 class Misuses {
   public:
     void add(std::string what) {

@@ -25,9 +25,10 @@ class VirtualTime final : public ExecutorSource {
     void advance(double seconds);
     /// Runs the tasks that are posted or due now.
     void run() { advance(0); }
-    /// The label of the queue whose task is running ("main" for the main queue). Empty outside of a task.
+    /// Returns the label of the queue whose task is running ("main" for the main queue). Empty outside of a
+    /// task.
     [[nodiscard]] const std::string& runningQueue() const;
-    /// How often a queue of this label was made.
+    /// Returns how often a queue of this label was made.
     [[nodiscard]] int queuesMade(const std::string& label) const;
 
     std::shared_ptr<Executor> makeSerial(const std::string& label, DispatchQoS qos) override;
