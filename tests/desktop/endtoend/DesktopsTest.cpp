@@ -20,7 +20,8 @@ std::vector<WindowManagerKind> windowManagers() {
 
 constexpr auto restTime = std::chrono::milliseconds(600);
 
-/// Runs prompt and mirror on one desktop, and writes the results as a row of the table in docs/desktops.md.
+/// Runs the prompt and the mirror on one desktop, and writes the results as a row of the table in
+/// docs/desktops.md.
 class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<WindowManagerKind> {
   protected:
     DesktopsTest() : EndToEndTest(GetParam()) {}
@@ -38,8 +39,8 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
     }
 
     void giveFocus(const CallWindow& window) {
-        // i3 sets the focus with the time of the last input that it saw. The server ignores a time that is
-        // older than the prompt's.
+        // Moves the pointer, because i3 sets the focus with the time of the last input that i3 saw. The
+        // server ignores a time that is older than the prompt's.
         pointer.move(300, 300);
         pointer.move(2, 2);
         if (GetParam() != WindowManagerKind::none)
@@ -66,11 +67,11 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
         return window;
     }
 
-    /// False without a window manager, because then there are no desktops.
+    /// Returns false without a window manager, because then there are no desktops.
     bool switchToDesktop(std::uint32_t index) {
         if (GetParam() == WindowManagerKind::none)
             return false;
-        if (GetParam() == WindowManagerKind::i3) { // Makes a desktop only when one switches to it.
+        if (GetParam() == WindowManagerKind::i3) { // i3 makes a desktop only on a switch to it.
             ChildProcess({.command = {"i3-msg", "workspace", std::to_string(index + 1)},
                           .environment = server.with(Sandbox().environment())})
                 .waitForExit();
@@ -94,12 +95,13 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
                facts.hasState(window, "_NET_WM_STATE_SKIP_TASKBAR");
     }
 
-    /// Presses the shortcut faster than any window manager answers. `presses` is odd.
+    /// Hides the mirror and shows it again, with presses faster than any window manager answers. `presses` is
+    /// odd and counts those before the mirror is shown again.
     void hideAndShow(int presses) {
         for (int times = 0; times < presses; ++times)
             pressVisibilityShortcut();
-        // Waits for a while, because the mirror is also hidden between two presses, and a later press would
-        // end the drag that follows.
+        // Waits for a while, because the mirror is also hidden between two presses. A press that takes effect
+        // later would end the drag that follows.
         require("the last of them has hidden it", [this] { return nothingAppears(); });
         pressVisibilityShortcut();
     }
@@ -109,13 +111,13 @@ class DesktopsTest : public EndToEndTest, public testing::WithParamInterface<Win
 
 TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     start();
-    // A dialog, so that it floats under managers that tile.
+    // The window is a dialog, so that it floats under window managers that tile.
     const CallWindow notes(server, {.title = "Notes",
                                     .wmClass = "Editor",
                                     .place = {0, 0, 1270, 780},
                                     .type = "_NET_WM_WINDOW_TYPE_DIALOG"});
     giveFocus(notes);
-    auto call = showCall(); // Some window managers give it the focus.
+    auto call = showCall(); // Some window managers give the call the focus.
     const auto isBack = [&] { return focusIsBackAt(notes) || focusIsBackAt(*call); };
     const auto hasFocus = [this] { return program->prompt(facts) == facts.focus(); };
     require("the prompt is there", [this] { return program->prompt(facts).has_value(); });
@@ -130,8 +132,8 @@ TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     keyboard.stroke({key::returnKey});
     note("Return opens the mirror and gives it back", [&] { return shows(blue) && isBack(); });
 
-    // Opened by the shortcut and without monitoring. With monitoring, the call would count as ended, because
-    // i3 unmaps the call behind the full-screen window.
+    // The shortcut opens the mirror, without monitoring. With monitoring, the call would count as ended,
+    // because i3 unmaps the call behind the full-screen window.
     program.reset();
     startQuiet();
     giveFocus(*call);
@@ -155,7 +157,7 @@ TEST_P(DesktopsTest, CarriesPromptAndFloatingMirror) {
     hideAndShow(5);
     note("hidden and shown by its shortcut", [&] { return shows(orange); });
     const xcb_window_t shown = *panel();
-    const Box before = facts.box(shown); // Depends on the window manager, because some have a bar.
+    const Box before = facts.box(shown); // The place depends on the window manager, because some have a bar.
     pointer.drag(before.x + 50, before.y + 50, 600, 300);
     require("the panel is where it was dragged to", [&] {
         return facts.box(shown) == Box{550, 250, 100, 100};
@@ -174,7 +176,7 @@ TEST_P(DesktopsTest, CarriesAMirrorAmongOrdinaryWindows) {
     const Box nearlyAll{60, 80, 1200, 700}; // Reaches under the mirror.
     const auto call = showWindow({.place = nearlyAll, .colour = colourName(blue)});
     openMirror(*call);
-    // Above and below the picture of a broad window the mirror is black.
+    // The mirror is black above and below the picture of a broad window.
     const auto isSeen = [this] {
         const Box box = panel() ? facts.box(*panel()) : Box{};
         return shows(blue) && isNear(facts.pixel(box.x + 50, box.y + 10), 0);
@@ -185,7 +187,7 @@ TEST_P(DesktopsTest, CarriesAMirrorAmongOrdinaryWindows) {
     note("in front without the focus, in no task list", isAsItShould);
     hideAndShow(5);
     note("hidden and shown by its shortcut", isAsItShould);
-    if (GetParam() != WindowManagerKind::i3) { // i3 tiles the others and keeps floating windows above.
+    if (GetParam() != WindowManagerKind::i3) { // i3 tiles other windows and keeps floating ones above.
         const auto other = showWindow(
             {.title = "Notes", .wmClass = "Editor", .place = nearlyAll, .colour = colourName(green)});
         EXPECT_TRUE(waitUntil([&] { return facts.isAbove(other->window(), *panel()); }));
@@ -230,7 +232,7 @@ TEST_P(DesktopsTest, KeepsTheMirrorOfACallWhoseWorkspaceIsLeft) {
     switchToDesktop(0);
     accept();
 
-    if (GetParam() == WindowManagerKind::i3) // Minimizes nothing.
+    if (GetParam() == WindowManagerKind::i3) // i3 minimizes nothing.
         return;
     commands.minimize(call->window());
     if (GetParam() == WindowManagerKind::mutter) {
@@ -292,7 +294,7 @@ TEST_F(DesktopsTestOfOne, IsTheSameAtEveryScaleFactor) {
 }
 
 TEST_F(DesktopsTestOfOne, MayHaveTwoMonitorsADockAndOneMonitorLess) {
-    // A smaller monitor at the left, lower than the main one.
+    // The second monitor is smaller, at the left of the main monitor, and lower.
     xrandr({"--setmonitor", "*Main", "800/211x700/185+480+0", "screen"});
     xrandr({"--setmonitor", "Side", "480/127x600/158+0+200", "none"});
     const auto call = showCall();

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int fromEvdev = 8;
 constexpr auto severalPolls = std::chrono::milliseconds(600);
-constexpr int cornerOfScreen = 2; // Over no window.
+constexpr int cornerOfScreen = 2; // A place over no window.
 
-/// The window managers that start their settings service on the bus.
+/// Returns `installed` for the window managers that start their settings service on the bus.
 SessionBus::Services servicesFor(WindowManagerKind kind) {
     return kind == WindowManagerKind::xfwm4 || kind > WindowManagerKind::icewm
                ? SessionBus::Services::installed
@@ -59,7 +59,8 @@ void EndToEndTest::startQuiet(const std::string& defaults) {
     start(R"("startMonitoringOnLaunch": false)" + (defaults.empty() ? "" : ", " + defaults));
 }
 
-/// Grabs the server for the trial, so that the trial cannot disturb the program.
+/// Tries to grab the key. Grabs the server during the attempt, so that the attempt cannot disturb the
+/// program.
 bool EndToEndTest::isGrabbed(XClient& client, int evdevCode, int modifiers) {
     xcb_connection_t* xcb = client.xcb();
     const auto code = static_cast<xcb_keycode_t>(evdevCode + fromEvdev);
@@ -84,7 +85,7 @@ std::unique_ptr<CallWindow> EndToEndTest::showWindow(const CallWindow::Options& 
 std::unique_ptr<CallWindow> EndToEndTest::showCall(std::uint32_t colour) {
     CallWindow::Options options;
     options.colour = colourName(colour);
-    options.place = {60, 80, 400, 400}; // As wide as high, so that it fills the panel.
+    options.place = {60, 80, 400, 400}; // Square, so that the picture fills the panel.
     return std::make_unique<CallWindow>(server, options);
 }
 
@@ -136,7 +137,7 @@ void EndToEndTest::clickCloseButton(xcb_window_t panel) {
     const int x = box.x + 18;
     const int y = box.y + 18;
     pointer.move(x, y);
-    // Beside the cross in the button.
+    // Looks beside the cross in the button.
     require("the close button is there", [&] { return (facts.pixel(x - 7, y) >> 16) > 0xc0; });
     pointer.click(x, y);
     pointer.move(cornerOfScreen, cornerOfScreen);

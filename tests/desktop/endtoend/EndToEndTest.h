@@ -43,7 +43,7 @@ class EndToEndTest : public testing::Test {
     xcb_window_t awaitPrompt();
     xcb_window_t awaitPanel();
     void awaitNothing();
-    /// Whether neither a prompt nor a mirror is seen during several polls.
+    /// Returns whether neither a prompt nor a mirror is seen during several polls.
     bool nothingAppears();
     bool nothingShown();
     /// Accepts the prompt for the call, and waits until the mirror shows the colour.
@@ -55,7 +55,7 @@ class EndToEndTest : public testing::Test {
     void pressVisibilityShortcut() {
         keyboard.stroke({harness::key::leftSuper, harness::key::leftAlt, harness::key::p});
     }
-    /// Whether another client has grabbed the key. The modifiers are X masks.
+    /// Returns whether another client has grabbed the key. The modifiers are X masks.
     bool isGrabbed(int evdevCode, int modifiers = superAlt) {
         return isGrabbed(client, evdevCode, modifiers);
     }
@@ -76,7 +76,7 @@ class EndToEndTest : public testing::Test {
     std::unique_ptr<harness::Program> program;
 };
 
-/// "RRGGBB"
+/// Returns the colour as "RRGGBB".
 std::string colourName(std::uint32_t colour);
 
 } // namespace mirrolet

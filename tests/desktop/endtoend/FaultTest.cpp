@@ -13,8 +13,8 @@ namespace {
 using namespace harness;
 using namespace std::chrono_literals;
 
-/// Sessions during which another program ends. The mirror goes on, the shortcuts work, and the log stays
-/// empty.
+/// Tests in which another program ends during a session. The mirror goes on, the shortcuts work, and the log
+/// stays empty.
 class FaultTest : public EndToEndTest {
   protected:
     void open() {
@@ -97,7 +97,8 @@ TEST_F(FaultTest, AMirrorOutlivesTheSessionBus) {
     EXPECT_EQ(program->child().waitForExit(), 0);
 }
 
-/// Stops the program, as when the machine sleeps. By hand, as long as wanted: MIRROLET_PAUSE_SECONDS=60
+/// Stops the program for a while, as when the machine sleeps. The default is 3 seconds. A run by hand
+/// can set another length: MIRROLET_PAUSE_SECONDS=60
 TEST_F(FaultTest, AMirrorGoesOnAfterAPauseOfTheWholeProgram) {
     start(R"("pollInterval": 0.05, "promptTimeout": 1)");
     call = showCall();
@@ -115,7 +116,7 @@ TEST_F(FaultTest, AMirrorGoesOnAfterAPauseOfTheWholeProgram) {
 }
 
 #ifdef FAKETIME_LIBRARY
-/// People and time servers set the clock. In this test only the program sees the other time.
+/// Changes the clock, as people and time servers do. Only the program sees the other time.
 TEST_F(FaultTest, AMirrorDoesNotMindAClockThatJumps) {
     const auto home = std::make_shared<Sandbox>();
     const auto clock = home->write("clock", "+0");

@@ -57,10 +57,10 @@ void resize(XClient& client, xcb_window_t window, std::uint32_t width, std::uint
 
 class HostileClientTest : public EndToEndTest {
   protected:
-    /// Without a window manager, which would cost more than the program.
+    /// Starts no window manager, because a window manager would cost more than the program.
     HostileClientTest() : EndToEndTest(WindowManagerKind::none) {}
 
-    /// Mirrors a detected call. The window list is read ten times a second meanwhile.
+    /// Mirrors a detected call. The program reads the window list ten times a second meanwhile.
     void detect(const std::string& defaults = {}) {
         start(defaults);
         call = showCall();
@@ -119,13 +119,14 @@ TEST_F(HostileClientTest, AMirrorOfAWindowWithATitleOfAMegabyteStaysAlive) {
 TEST_F(HostileClientTest, AMirrorOfAWindowAmongThousandsStaysAlive) {
     const char* wanted = std::getenv("MIRROLET_MANY_WINDOWS");
     const int count = wanted == nullptr ? 10000 : std::atoi(wanted);
-    // By hand, with the default poll interval.
+    // A run by hand, with MIRROLET_MANY_WINDOWS set, uses the default poll interval.
     detect(wanted == nullptr ? "" : R"("pollInterval": 2)");
     for (int i = 0; i < count; ++i) {
         const auto window = xcb_generate_id(client.xcb());
         xcb_create_window(client.xcb(), XCB_COPY_FROM_PARENT, window, client.root(), 900, 10, 200, 200, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        // Each below the windows before it and fully obscured, so that the server maps ten thousand fast.
+        // Puts each window below the windows before it, fully obscured, so that the server maps ten thousand
+        // fast.
         const std::uint32_t below = XCB_STACK_MODE_BELOW;
         xcb_configure_window(client.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
         xcb_map_window(client.xcb(), window);

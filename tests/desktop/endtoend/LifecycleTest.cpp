@@ -17,7 +17,7 @@ std::ptrdiff_t lineCount(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n');
 }
 
-/// Whether the program ended with a failing status, and not by a crash.
+/// Expects that the program ends with a failing status, and not by a crash.
 void expectRefusal(Program& program) {
     const auto status = program.child().waitForExit();
     ASSERT_TRUE(status.has_value()) << "still running";
@@ -88,7 +88,7 @@ TEST(LifecycleTestOfOddDesktops, AServerWithoutCompositeIsToldOfInOneLineAndOpen
     program.awaitPrompt(facts);
     EXPECT_THAT(program.log(), HasSubstr("COMPOSITE"));
     Keyboard(client).stroke({key::returnKey});
-    // The permission alert, which is as wide as its text.
+    // panel() finds the permission alert, because the alert is as wide as its text and not as the prompt.
     require("the alert is shown", [&] { return !program.prompt(facts) && program.panel(facts); });
     Keyboard(client).stroke({key::escape});
     require("the alert is gone", [&] { return program.windows(facts).empty(); });

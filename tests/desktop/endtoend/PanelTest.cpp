@@ -63,7 +63,7 @@ TEST_F(PanelTest, LeavesItsSessionBehindWhenItsCloseButtonIsPressed) {
 }
 
 TEST_F(PanelTest, HasRoundCornersWithAndWithoutACompositingManager) {
-    // A compositing manager does not show the root window's colour.
+    // A window fills the screen, because a compositing manager does not show the root window's colour.
     CallWindow::Options everywhere;
     everywhere.colour = colourName(orange);
     everywhere.place = {0, 0, 1280, 800};
@@ -72,7 +72,7 @@ TEST_F(PanelTest, HasRoundCornersWithAndWithoutACompositingManager) {
     startQuiet();
     const auto call = showCall();
     const Box box = facts.box(openMirror(*call));
-    // The ground, with or without a shadow.
+    // The panel's corner shows the window behind, with or without a shadow.
     const auto isRound = [&] { return facts.pixel(box.x, box.y) >> 16 > 0x80; };
     EXPECT_TRUE(waitUntil(isRound)) << "at the start, without";
     auto compositor = std::make_unique<Picom>(server);

@@ -14,7 +14,7 @@ TEST_F(PromptTest, IsShownForACallAndTakesOnlyTheFocus) {
     giveFocusTo(*other);
     const xcb_window_t prompt = awaitPrompt();
     const Box box = facts.box(prompt);
-    // In the middle, raised by a tenth of the screen's height.
+    // The prompt is in the middle, raised by a tenth of the screen's height.
     EXPECT_EQ(box, (Box{460, 240, 360, 160}));
     EXPECT_TRUE(facts.isAbove(prompt, call->window()));
 
@@ -34,7 +34,7 @@ TEST_F(PromptTest, OpensTheMirrorOnReturnAndTheEndOfTheCallClosesIt) {
     call.reset();
     awaitNothing();
 
-    // After a poll without a call, because otherwise the next call would be the same one.
+    // Waits for a poll without a call, because otherwise the next call would count as the same one.
     ASSERT_TRUE(nothingAppears());
     const auto next = showCall(green);
     awaitPrompt();
@@ -95,7 +95,7 @@ TEST_F(PromptTest, AnswersToThePointer) {
     }
 }
 
-/// One process shows several windows, as a browser does for itself and for its web applications.
+/// Shows several windows from one process, as a browser does for itself and for its web applications.
 TEST_F(PromptTest, IsShownForAWatchedWebApplicationAndNotForTheBrowserBesideIt) {
     const auto showOne = [this](const std::string& instance, std::int16_t side, std::uint32_t colour) {
         const auto window = xcb_generate_id(client.xcb());

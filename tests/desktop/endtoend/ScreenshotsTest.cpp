@@ -23,7 +23,7 @@ void PrintTo(const Look& look, std::ostream* out) {
 /// Makes the pictures of the pages, for scripts/screenshots. Fails if a step does not happen.
 class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:
-    static constexpr int manyEntries = 6000; ///< Enough to see the scan.
+    static constexpr int manyEntries = 6000; ///< So many that the scan can be seen.
 
     DISABLED_ScreenshotsTest() : SettingsSteps({.width = 2560, .height = 1600}) {
         environment["QT_SCALE_FACTOR"] = std::to_string(GetParam().scale);
@@ -37,7 +37,7 @@ class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParam
             addApplication(names[index], index);
     }
 
-    /// The settings of a desktop with dark colours, as Qt reads them.
+    /// Writes the settings of a desktop with dark colours, as Qt reads them.
     void makeDark() {
         environment["XDG_CURRENT_DESKTOP"] = "KDE";
         environment["KDE_SESSION_VERSION"] = "5";

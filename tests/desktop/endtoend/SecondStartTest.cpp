@@ -12,7 +12,7 @@ class SecondStartTest : public EndToEndTest {
   protected:
     using Bus = const SessionBus*;
 
-    /// Returns when another start can find the program.
+    /// Starts the program. Returns when another start can find it.
     std::unique_ptr<Program> startOn(const XServer& screen, Bus bus) {
         auto started = std::make_unique<Program>(&screen, bus, Program::Options{.home = home});
         XClient onScreen(screen);

@@ -23,7 +23,7 @@ SettingsSteps::SettingsSteps(const XServer::Options& screen)
 }
 
 void SettingsSteps::openSettings(const std::string& defaults) {
-    environment["XDG_DATA_DIRS"] = home->folder() / "none"; // Without the machine's own applications.
+    environment["XDG_DATA_DIRS"] = home->folder() / "none"; // Hides the machine's own applications.
     program = std::make_unique<Program>(
         &server, &bus,
         Program::Options{.defaults = "{" + defaults + "}", .environment = environment, .home = home});
@@ -69,7 +69,7 @@ SettingsSteps::Element SettingsSteps::find(const std::string& role, const std::s
 }
 
 void SettingsSteps::click(const Element& element) {
-    // Assistive software gets boxes in Qt's units.
+    // Assistive software gets boxes in Qt's units, so the click is scaled to pixels.
     const auto found = environment.find("QT_SCALE_FACTOR");
     const int scale = found == environment.end() ? 1 : std::stoi(found->second);
     pointer.click((element.box.x + element.box.width / 2) * scale,

@@ -19,7 +19,7 @@ class SettingsSteps : public EndToEndTest {
 
     /// Starts the program with these defaults and shows its settings by a second start.
     void openSettings(const std::string& defaults = R"("startMonitoringOnLaunch": false)");
-    /// The exit status of a further start of `mirrolet`.
+    /// Starts `mirrolet` once more and returns the exit status of that start.
     int startOnceMore();
     std::optional<xcb_window_t> titled(const std::string& title);
     xcb_window_t awaitWindow(const std::string& title = "Mirrolet Settings");
@@ -28,7 +28,7 @@ class SettingsSteps : public EndToEndTest {
 
     std::vector<Element> elements() { return reader.read(program->pid()); }
     std::optional<Element> seek(const std::string& role, const std::string& name);
-    /// Waits for the element.
+    /// Waits for the element and returns it.
     Element find(const std::string& role, const std::string& name);
     void click(const Element& element);
     void click(const std::string& role, const std::string& name) { click(find(role, name)); }

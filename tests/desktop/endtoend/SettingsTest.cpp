@@ -24,7 +24,7 @@ class SettingsTest : public SettingsSteps {
             {.wmClass = application, .place = {60, 80, 400, 400}, .colour = colourName(colour)});
     }
 
-    /// The mirror panel, which may be another window after the always-on-top setting has changed.
+    /// Returns the mirror panel, which may be another window after the always-on-top setting has changed.
     std::optional<xcb_window_t> mirror() {
         for (const xcb_window_t window : program->windows(facts))
             if (window != titled("Mirrolet Settings") && facts.box(window).width < Program::promptWidth)
@@ -93,7 +93,7 @@ TEST_F(SettingsTest, AreChangedWithThePointer) {
             [this] { return Sandbox::read(program->defaultsFile()).find("Beta") == std::string::npos; });
 }
 
-/// Operates the settings from the tab bar on, without the pointer.
+/// Operates the settings with keys alone, starting at the tab bar.
 TEST_F(SettingsTest, AreChangedWithTheKeyboardAlone) {
     openSettings();
     tabTo("page tab list", "General");
@@ -110,7 +110,7 @@ TEST_F(SettingsTest, AreChangedWithTheKeyboardAlone) {
     keyboard.stroke({key::returnKey});
     awaitSaved(R"("pollInterval": 3)");
     tabTo("combo box", "Prompt disappears after");
-    keyboard.stroke({up}); // Without opening the list.
+    keyboard.stroke({up}); // Changes the choice without opening the list.
     awaitSaved(R"("promptTimeout": 10)");
 
     tabTo("page tab list", "General");
@@ -164,7 +164,7 @@ TEST_F(SettingsTest, HaveANameForWhateverTakesTheFocus) {
 TEST_F(SettingsTest, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     openSettings();
     const xcb_window_t window = awaitWindow();
-    constexpr int titleBar = 24; // By so much the window manager may move the window.
+    constexpr int titleBar = 24; // The window manager may move the window by so much.
     const auto hasSize = [&] { return facts.box(window).width == 460 && facts.box(window).height == 560; };
     EXPECT_TRUE(hasSize());
     const XServer::Options screen;
@@ -193,7 +193,7 @@ TEST_F(SettingsTest, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     EXPECT_FALSE(seek("list item", "Beta"));
 
     const auto cover = showWindow({.place = {60, 80, 900, 700}});
-    commands.minimize(titled("Mirrolet Settings").value_or(window)); // May be a new window after the closing.
+    commands.minimize(titled("Mirrolet Settings").value_or(window)); // Closing may have replaced the window.
     require("the window is minimized", [this] { return !titled("Mirrolet Settings"); });
     EXPECT_EQ(startOnceMore(), 0);
     EXPECT_TRUE(facts.isAbove(awaitWindow(), cover->window()));
@@ -269,10 +269,10 @@ TEST_F(SettingsTest, KeepAShortcutUntilAnotherIsRecorded) {
     EXPECT_TRUE(titled("Mirrolet Settings"));
 }
 
-/// A limit on the length of files stands in for a full disk, which needs root. Writing ends in the middle of
-/// the file.
+/// Limits the length of files instead of filling a disk, because a full disk needs root. Writing ends in the
+/// middle of the file.
 TEST_F(SettingsTest, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
-    std::signal(SIGXFSZ, SIG_IGN); // The program inherits this, and would end by the signal otherwise.
+    std::signal(SIGXFSZ, SIG_IGN); // The program inherits this. Otherwise the signal would end it.
     const std::string others = R"("others": ")" + std::string(2000, 'x') + '"';
     openSettings(R"("startMonitoringOnLaunch": false, )" + others);
     const std::string before = Sandbox::read(program->defaultsFile());
@@ -304,12 +304,12 @@ TEST_F(SettingsTest, LiveOnInMemoryUntilTheDiskHasRoomAgain) {
 }
 
 TEST_F(SettingsTest, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAnswer) {
-    for (int number = 0; number < 2000; ++number) // So many that reading them takes a while.
+    for (int number = 0; number < 2000; ++number) // Reading so many takes a while.
         home->write("data/applications/many" + std::to_string(number) + ".desktop", "[Desktop Entry]\n");
     openSettings();
     std::unique_ptr<FrozenThread> scan;
     require("the applications are being read", [&] {
-        click("page tab", "General"); // Each time that the other page is shown they are read anew.
+        click("page tab", "General"); // Showing the other page reads the applications anew.
         click("page tab", "PiP");
         return waitUntil(
             [&] { return (scan = FrozenThread::find(program->pid(), "stalledAppsScan")) != nullptr; },
@@ -339,7 +339,7 @@ TEST_F(SettingsTest, OfMonitoringTakeEffectInTheRunningProgram) {
     keyboard.stroke({key::returnKey});
     require("the mirror is shown", [this] { return mirror().has_value(); });
 
-    // Over the mirror's corner of the screen, and beside the settings.
+    // This window lies over the mirror's corner of the screen, and beside the settings.
     const auto cover = showWindow({.wmClass = "Mail", .place = {890, 400, 380, 380}});
     commands.activate(cover->window());
     EXPECT_TRUE(facts.isAbove(*mirror(), cover->window()));

@@ -30,7 +30,7 @@ TEST_F(SourceTest, KeepsItsProportionsWhenItIsResized) {
     awaitColour(panel, green);
     const Box box = facts.box(panel);
     EXPECT_EQ(box.width, 100);
-    // The source is half as wide as high, so both sides are black.
+    // The source is half as wide as high, so the panel is black at both sides.
     for (const int x : {12, 88})
         EXPECT_TRUE(waitUntil([&] { return facts.pixel(box.x + x, box.y + 50) == 0; })) << x;
     EXPECT_TRUE(isNear(facts.pixel(box.x + 30, box.y + 50), green));
@@ -63,9 +63,9 @@ TEST_F(SourceTest, ClosesTheMirrorWhenItIsDestroyed) {
     const auto from = steady_clock::now();
     call->tell("quit");
     awaitNothing();
-    // A few ticks of the mirror, and time for a loaded machine.
+    // The limit allows a few ticks of the mirror, and time for a loaded machine.
     EXPECT_LT(duration_cast<milliseconds>(steady_clock::now() - from).count(), 2000);
-    // The session has ended, so one press opens the next one.
+    // The session has ended, so one press opens the next session.
     call = showCall(green);
     openMirror(*call, green);
 }

@@ -32,7 +32,7 @@ class StatusItemTest : public EndToEndTest {
         });
     }
 
-    /// Waits until the menu has the keyboard grab, because an earlier key goes to another window.
+    /// Waits until the menu has the keyboard grab. A key that is pressed earlier goes to another window.
     void awaitMenu() {
         require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
     }
@@ -84,7 +84,7 @@ TEST_F(StatusItemTest, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBa
     }
     host->click();
     closeMenu();
-    host.reset(); // Before the next host, because both own the same name.
+    host.reset(); // Ends before the next host, because both own the same name.
     host = std::make_unique<StatusHost>(bus);
     host->setPresent(true);
     require("the status icon with another registry", [&] { return host->icons() == 1; });

@@ -22,10 +22,10 @@ class CallWindow {
         std::string wmClass = "WhatsApp";
         std::string wmInstance = "whatsapp";
         Box place{60, 80, 640, 400};
-        int rate = 0;            ///< Frames a second. 0 paints once.
+        int rate = 0;            ///< Frames a second. The default 0 paints once.
         int border = 0;          ///< The X border width, which is not part of the window's size.
-        int alpha = -1;          ///< 0 to 255: a 32-bit window with this alpha everywhere.
-        std::string colour = {}; ///< RRGGBB: one plain colour instead of the scene.
+        int alpha = -1;          ///< 0 to 255 makes a 32-bit window with this alpha everywhere.
+        std::string colour = {}; ///< RRGGBB paints one plain colour instead of the scene.
         std::vector<std::string> states =
             {};                        ///< Such as "_NET_WM_STATE_FULLSCREEN", set before it is mapped.
         std::string type = {};         ///< Such as "_NET_WM_WINDOW_TYPE_DIALOG".
@@ -40,12 +40,14 @@ class CallWindow {
 
     [[nodiscard]] xcb_window_t window() const { return number; }
     [[nodiscard]] pid_t pid() const { return process->pid(); }
-    /// "resize W H", "move X Y", "title T", "unmap", "map", "iconify", "repaint", "rate N", "colour RRGGBB",
-    /// "scene", "quit". The other program runs the command some time after the call returns.
+    /// Sends a command to the other program: "resize W H", "move X Y", "title T", "unmap", "map", "iconify",
+    /// "repaint", "rate N", "colour RRGGBB", "scene" or "quit". The other program runs the command some time
+    /// after the call returns.
     void tell(const std::string& command) const { process->write(command + "\n"); }
-    /// The key events that came to the window: "key 36 press", "key 36 release" (X key codes).
+    /// Returns the key events that came to the window, such as "key 36 press" and "key 36 release" (X key
+    /// codes).
     [[nodiscard]] std::vector<std::string> keys() const;
-    /// Kills the process, which cannot clean up.
+    /// Kills the process without letting it clean up.
     void kill();
 
   private:

@@ -11,17 +11,18 @@
 
 namespace mirrolet::harness {
 
-/// One process that the test started. The destructor ends the process and its children. They also end with
-/// the test program, however that ends. An object is used only by the thread that made it.
+/// One process that the test started. The destructor ends the process and its children. The process and its
+/// children also end when the test program ends, however that happens. Only the thread that made an object
+/// may use it.
 class ChildProcess {
   public:
     struct Options {
         std::vector<std::string> command = {}; ///< The program, looked up on PATH, and its arguments.
         Environment environment = {};          ///< The whole environment. None is inherited.
-        /// Gets standard error, and standard output unless piped. Without a log they are dropped.
+        /// Gets standard error, and standard output unless that is piped. The default is to drop both.
         std::filesystem::path log = {};
-        bool pipeInput = false;  ///< For write().
-        bool pipeOutput = false; ///< For lines().
+        bool pipeInput = false;  ///< Is needed for write().
+        bool pipeOutput = false; ///< Is needed for lines().
         int keptDescriptor = -1; ///< Stays open in the child, with the same number.
     };
 
@@ -35,12 +36,12 @@ class ChildProcess {
     [[nodiscard]] bool running();
     void signal(int number) const;
     void write(const std::string& text) const;
-    /// The whole lines on standard output until now.
+    /// Returns the whole lines on standard output until now.
     const std::vector<std::string>& lines();
-    /// The exit status as in a shell: 128 plus the signal's number after a signal. Empty if the process still
-    /// runs after the wait.
+    /// Returns the exit status as in a shell, which is 128 plus the signal's number after a signal. Returns
+    /// nothing if the process still runs after the wait.
     std::optional<int> waitForExit(std::chrono::milliseconds deadline = patience);
-    /// Asks the process to end, then kills the rest of its process group. Without effect the second time.
+    /// Asks the process to end, then kills the rest of its process group. A second call does nothing.
     void stop();
 
   private:

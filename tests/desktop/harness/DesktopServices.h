@@ -14,7 +14,7 @@ class XServer;
 class TrayHost {
   public:
     explicit TrayHost(const XServer& server);
-    /// Kills the process, which cannot clean up.
+    /// Kills the process without letting it clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:
@@ -27,7 +27,7 @@ class TrayHost {
 class Picom {
   public:
     explicit Picom(const XServer& server);
-    /// Kills the process, which cannot clean up.
+    /// Kills the process without letting it clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:

@@ -18,13 +18,14 @@ struct Holdings {
     std::map<std::string, long> counts;
     long pixmapBytes = 0;
 
-    /// Throws HarnessError if the process is gone.
+    /// Counts what the process holds now. Throws HarnessError if the process is gone.
     static Holdings of(XClient& client, pid_t process);
-    /// Whether no number but that of the memory has grown.
+    /// Returns whether no number except that of the memory has grown.
     [[nodiscard]] bool noMoreThan(const Holdings& before) const;
 };
 
-/// The server's resources of the connection that owns `resource`: the number of each kind, by its name.
+/// Returns how many server resources of each kind the connection that owns `resource` holds, by the kind's
+/// name.
 std::map<std::string, long> resourcesOf(XClient& client, std::uint32_t resource);
 
 std::ostream& operator<<(std::ostream& stream, const Holdings& holdings);

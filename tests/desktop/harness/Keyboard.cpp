@@ -34,7 +34,7 @@ void Keyboard::stroke(const std::vector<int>& evdevCodes) {
         release(*code);
 }
 
-/// Tries to grab the keyboard. The server serves no other client during the trial, so that none misses a key.
+/// Tries to grab the keyboard. Grabs the server during the attempt, so that no other client misses a key.
 bool Keyboard::isTaken() const {
     xcb_grab_server(client.xcb());
     const auto cookie = xcb_grab_keyboard(client.xcb(), 0, client.root(), XCB_CURRENT_TIME,

@@ -23,7 +23,7 @@ class Keyboard {
     void release(int evdevCode);
     /// Presses the keys in order and releases them in reverse order.
     void stroke(const std::vector<int>& evdevCodes);
-    /// Whether a client has grabbed the keyboard, as a client with an open menu does.
+    /// Returns whether a client has grabbed the keyboard, as a client with an open menu does.
     [[nodiscard]] bool isTaken() const;
     /// Sets the layout, such as "us", "ru" or "de" (setxkbmap).
     void setLayout(const std::string& layout) const;

@@ -25,7 +25,7 @@ std::string chunk(const std::string& type, const std::string& data) {
            bigEndian(static_cast<std::uint32_t>(sum));
 }
 
-/// Lines of RGB bytes. Each begins with its filter type, which is always "none".
+/// Returns the picture's lines as RGB bytes. Each line begins with its filter type, which is always "none".
 std::string scanLines(const Picture& picture) {
     std::string lines;
     for (std::size_t i = 0; i < picture.pixels.size(); ++i) {

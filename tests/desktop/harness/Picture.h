@@ -12,14 +12,14 @@ struct Picture {
     int height = 0;
     std::vector<std::uint32_t> pixels;
 
-    /// Black outside of the picture.
+    /// Returns black outside of the picture.
     [[nodiscard]] std::uint32_t at(int x, int y) const;
     /// Writes a PNG file.
     void save(const std::filesystem::path& file) const;
     bool operator==(const Picture&) const = default;
 };
 
-/// Whether two colours are equal up to the errors of scaling and rounding.
+/// Returns whether two colours are equal up to the errors of scaling and rounding.
 bool isNear(std::uint32_t first, std::uint32_t second);
 
 } // namespace mirrolet::harness

@@ -7,9 +7,9 @@
 
 namespace mirrolet::harness {
 
-/// Milliseconds that all threads of a process have run up to now, without threads that have ended. The
-/// scheduler's own count is exact. The ticks of /proc/PID/stat would miss a thread that sleeps before the
-/// tick.
+/// Returns the milliseconds that the threads of a process have run up to now, without threads that have
+/// ended. Reads the scheduler's own count, because the ticks of /proc/PID/stat would miss a thread that
+/// sleeps before the tick.
 inline double processorTime(pid_t process) {
     double nanoseconds = 0;
     std::error_code gone;
@@ -22,7 +22,8 @@ inline double processorTime(pid_t process) {
     return nanoseconds / 1e6;
 }
 
-/// How often the threads of a process have gone to sleep up to now, which is how often they were woken.
+/// Returns how often the threads of a process have gone to sleep up to now, which is how often they were
+/// woken.
 inline double wakeUps(pid_t process) {
     double count = 0;
     std::error_code gone;
@@ -36,7 +37,7 @@ inline double wakeUps(pid_t process) {
     return count;
 }
 
-/// The peak resident memory of a process, in MB of 1024 kB.
+/// Returns the peak resident memory of a process, in MB of 1024 kB.
 inline double peakMemory(pid_t process) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     for (std::string word; status >> word;)

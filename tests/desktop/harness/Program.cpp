@@ -16,7 +16,8 @@ namespace {
 constexpr int smallestPanel = 50;
 constexpr auto defaultsPath = "config/mirrolet/defaults.json";
 
-/// Runs the program under another one, such as valgrind with options, if MIRROLET_UNDER names one.
+/// Returns the command that runs the program under the tool that MIRROLET_UNDER names, such as valgrind with
+/// options. The default is no tool.
 std::vector<std::string> command() {
     const char* under = std::getenv("MIRROLET_UNDER");
     std::istringstream words(under == nullptr ? "" : under);
@@ -30,7 +31,7 @@ double scaleIn(const Environment& environment) {
     return found == environment.end() ? 1 : std::stod(found->second);
 }
 
-/// Whether the window lies below a panel and only draws its shadow.
+/// Returns whether the window only draws the shadow of the panel above it.
 bool isShadow(const WindowFacts& facts, xcb_window_t window) {
     return facts.atomNames(window, "_NET_WM_WINDOW_TYPE") ==
            std::vector<std::string>{"_NET_WM_WINDOW_TYPE_DND"};

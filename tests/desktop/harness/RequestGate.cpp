@@ -34,7 +34,7 @@ int connectTo(const XServer& server) {
     return own;
 }
 
-/// Appends the bytes that have arrived. False at the end of the stream.
+/// Appends the bytes that have arrived. Returns false at the end of the stream.
 bool readSome(int from, std::string& bytes) {
     std::array<char, 65536> block{};
     const ssize_t count = read(from, block.data(), block.size());
@@ -117,7 +117,8 @@ void RequestGate::passRequests() {
     }
 }
 
-/// The size of the first request in bytes, or 0 if too few bytes have arrived to know.
+/// Returns the size of the first waiting request in bytes, or 0 if too few bytes have arrived to know the
+/// size.
 std::size_t RequestGate::firstLength() const {
     if (!greeted) // The greeting includes the name and the data of an authorization.
         return waiting.size() < 12 ? 0

@@ -10,7 +10,7 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// Stands between one client and the server and passes the client's requests on one by one, so that a test
+/// A gate between one client and the server. It passes the client's requests on one by one, so that a test
 /// can act between any two of them. The client must end before the gate is destroyed.
 class RequestGate {
   public:
@@ -19,10 +19,10 @@ class RequestGate {
     RequestGate(const RequestGate&) = delete;
     RequestGate& operator=(const RequestGate&) = delete;
 
-    /// The display name for the client.
+    /// Returns the display name that the client must use.
     [[nodiscard]] const std::string& display() const { return name; }
-    /// Runs the action once, on the gate's thread, when that many more requests have passed and the next one
-    /// waits. The action may call this function again.
+    /// Runs the action once on the gate's thread, after that many more requests have passed and before the
+    /// next one passes. The action may call after() again.
     void after(unsigned requests, std::function<void()> action);
 
   private:
@@ -34,9 +34,9 @@ class RequestGate {
     std::string name;
     int listener;
     int server;
-    std::string waiting; ///< The client's bytes that are not a whole request yet.
+    std::string waiting; ///< The client's bytes that do not make up a whole request yet.
     bool greeted = false;
-    std::mutex actionMutex; ///< Guards the next two.
+    std::mutex actionMutex; ///< Guards `left` and `next`.
     unsigned left = 0;
     std::function<void()> next;
     std::thread thread;

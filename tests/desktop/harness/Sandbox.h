@@ -20,7 +20,8 @@ class Sandbox {
     [[nodiscard]] const std::filesystem::path& folder() const { return root; }
     [[nodiscard]] std::filesystem::path configHome() const { return root / "config"; }
     [[nodiscard]] std::filesystem::path dataHome() const { return root / "data"; }
-    /// HOME, the XDG folders, PATH and the variables of sanitizers, without a display and a session bus.
+    /// Returns HOME, the XDG folders, PATH and the variables of sanitizers. Leaves out the display and the
+    /// session bus.
     [[nodiscard]] Environment environment() const;
     /// Writes a file below the home directory, with its parent directories. Returns the full path.
     std::filesystem::path write(const std::filesystem::path& relative, const std::string& text) const;

@@ -50,7 +50,7 @@ ScreenReader::ScreenReader(const SessionBus& bus) : bus(bus) {
 
 std::vector<ScreenReader::Element> ScreenReader::read(pid_t program) const {
     ChildProcess reader(reading(bus, sandbox, program));
-    // Read while the program runs, because a long list would fill the pipe.
+    // Reads the lines while the reader runs, because a long list would fill the pipe.
     waitUntil([&] {
         const bool ended = !reader.running();
         reader.lines();

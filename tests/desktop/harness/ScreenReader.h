@@ -10,14 +10,14 @@
 
 namespace mirrolet::harness {
 
-/// The accessibility bus of a session bus. A screen reader finds a program there if the program was started
-/// with `environment()`.
+/// A screen reader on the accessibility bus of a session bus. It finds a program there if the program was
+/// started with `environment()`.
 class ScreenReader {
   public:
     struct Element {
         std::string role;  ///< "check box", "combo box", ...
-        std::string name;  ///< Of a combo box: the chosen entry.
-        std::string label; ///< The name of the object's label.
+        std::string name;  ///< For a combo box the chosen entry.
+        std::string label; ///< The name of the object that labels this one.
         std::string description;
         Box box; ///< In pixels of the root window.
         std::string text;
@@ -33,7 +33,7 @@ class ScreenReader {
     explicit ScreenReader(const SessionBus& bus);
 
     static Environment environment() { return {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}}; }
-    /// All objects that the program shows now, in the order of the tree.
+    /// Returns all objects that the program shows now, in the order of the accessibility tree.
     [[nodiscard]] std::vector<Element> read(pid_t program) const;
 
   private:

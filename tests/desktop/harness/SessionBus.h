@@ -15,7 +15,7 @@ class SessionBus {
 
     explicit SessionBus(Services services = Services::none, const Environment& more = {});
 
-    /// Kills the bus, which all its clients lose at once.
+    /// Kills the bus. All its clients lose their connection at once.
     void kill() const { process->signal(SIGKILL); }
     /// Starts a new bus at the same address.
     void restart();

@@ -4,11 +4,11 @@
 
 namespace mirrolet::harness {
 
-/// The picture scaled down perfectly: each pixel is the mean of its area.
+/// Scales the picture down perfectly. Each pixel is the mean of the area that it replaces.
 Picture areaAverage(const Picture& picture, int width, int height);
 
-/// The structural similarity (SSIM) of the brightness of two pictures of one size, as the mean over all
-/// windows of 8 × 8 pixels. 1 for equal pictures.
+/// Returns the structural similarity (SSIM) of the brightness of two pictures of one size. The result is the
+/// mean over all windows of 8 × 8 pixels, and 1 for equal pictures.
 double similarity(const Picture& a, const Picture& b);
 
 } // namespace mirrolet::harness

@@ -8,7 +8,7 @@
 
 namespace mirrolet::harness {
 
-/// A place for status icons on the session bus. At first there is a registry but no host.
+/// A place for status icons on the session bus. At first there is only a registry. setPresent() adds a host.
 class StatusHost {
   public:
     explicit StatusHost(const SessionBus& bus);
@@ -16,7 +16,7 @@ class StatusHost {
     void setPresent(bool present) const { process->write(present ? "host 1\n" : "host 0\n"); }
     /// Clicks the latest icon with the left button.
     void click() const { process->write("click\n"); }
-    /// The icons that have come and not gone.
+    /// Returns how many icons have appeared and not disappeared.
     [[nodiscard]] int icons() const;
     [[nodiscard]] const ChildProcess& child() const { return *process; }
 

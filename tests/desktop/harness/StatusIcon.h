@@ -7,10 +7,11 @@
 
 namespace mirrolet::harness {
 
-/// The program's icon in a tray: a small viewable window of the program inside a window of another program.
+/// Finds the program's icon in a tray. The icon is a small viewable window of the program inside a window of
+/// another program.
 std::optional<Box> statusIcon(const WindowFacts& facts, pid_t program);
 
-/// Whether Mirrolet's symbol is seen in the box. An empty tray has few pixels of the symbol's two colours.
+/// Returns whether the box shows Mirrolet's symbol. An empty tray has few pixels of the symbol's two colours.
 bool isStatusIconDrawn(const WindowFacts& facts, const Box& icon);
 
 } // namespace mirrolet::harness

@@ -17,9 +17,9 @@ class WindowCommands {
     void addState(xcb_window_t window, const std::string& state);
     void setDesktopCount(std::uint32_t count);
     void switchToDesktop(std::uint32_t index);
-    /// Waits until the window manager has handled all requests before this call. Moves a window of its own
-    /// for that, because only the window manager moves a window that asks for another place, and does so in
-    /// the order of the requests. Throws HarnessError if the window is not moved.
+    /// Waits until the window manager has handled all earlier requests. Creates a window and asks for another
+    /// place for it, because only the window manager moves the window, and does so in the order of the
+    /// requests. Throws HarnessError if the window is not moved.
     void awaitManager();
 
   private:

@@ -48,21 +48,22 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     return {};
 }
 
-/// fluxbox sets its wallpaper with a tool. If that tool fails, it shows a message window some seconds later.
+/// Replaces the tool with which fluxbox sets its wallpaper. If the real tool fails, it shows a message window
+/// some seconds later.
 void standInForWallpaperTool(const Sandbox& sandbox, Environment& environment) {
     const auto tool = sandbox.write("bin/fbsetbg", "#!/bin/sh\n");
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
     environment["PATH"] = tool.parent_path().string() + ":" + environment["PATH"];
 }
 
-/// A running window manager names a window that carries the same property. A property that a dead window
-/// manager left names none.
+/// Returns whether a window manager is running. Its property on the root window names a window that carries
+/// the same property. A property that a dead window manager left names no existing window.
 bool isManaged(const WindowFacts& facts, xcb_window_t root) {
     const auto window = facts.numbers(root, "_NET_SUPPORTING_WM_CHECK");
     return !window.empty() && facts.numbers(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
 }
 
-/// The windows that a former window manager left, which a new one finds.
+/// Returns whether a former window manager left windows, which a new window manager finds.
 bool hasWindowsToAdopt(const WindowFacts& facts) {
     const auto windows = facts.children(facts.connection().root());
     return std::ranges::any_of(windows, [&](xcb_window_t window) {
@@ -70,8 +71,8 @@ bool hasWindowsToAdopt(const WindowFacts& facts) {
     });
 }
 
-/// Shows a window again and again until the window manager manages it. openbox announces itself before it
-/// listens, and may miss the first windows.
+/// A window that is shown again and again until the window manager manages it. openbox announces itself
+/// before it listens, and may miss the first windows.
 class Probe {
   public:
     explicit Probe(XClient& client) : client(client), window(xcb_generate_id(client.xcb())) {

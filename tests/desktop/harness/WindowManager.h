@@ -11,13 +11,14 @@ namespace mirrolet::harness {
 class XServer;
 class SessionBus;
 
-/// The window managers of the tests. The last three are too large for every run.
+/// The window managers of the tests. The last three are left out of ordinary runs, because they are large.
 enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm, mutter, kwin, marco };
 
 /// A running window manager with its own settings. The constructor waits until it manages the display.
 class WindowManager {
   public:
-    /// The bus is for xfwm4 and the three large ones, which start their settings service on the bus.
+    /// xfwm4 and the three large window managers need the bus, because they start their settings service on
+    /// it.
     WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
     /// Kills the window manager, because fluxbox sometimes ignores a request to end.
     ~WindowManager();
@@ -25,7 +26,7 @@ class WindowManager {
     WindowManager& operator=(const WindowManager&) = delete;
 
     [[nodiscard]] WindowManagerKind kind() const { return which; }
-    /// For the names of parameterized tests.
+    /// Returns the window manager's name, which becomes part of the names of parameterized tests.
     static std::string name(WindowManagerKind kind);
 
   private:
@@ -34,7 +35,7 @@ class WindowManager {
     std::unique_ptr<ChildProcess> process;
 };
 
-/// The name, where a test's output tells its parameter.
+/// Prints the window manager's name where a test's output shows the test's parameter.
 inline void PrintTo(WindowManagerKind kind, std::ostream* out) {
     *out << WindowManager::name(kind);
 }

@@ -25,7 +25,8 @@ std::vector<std::string> commandFor(const XServer::Options& options, int display
     return command;
 }
 
-/// The display number. The server writes it, with a line feed, as soon as it accepts connections.
+/// Reads the display number. The server writes the number, with a line feed, as soon as it accepts
+/// connections.
 std::string readNumber(int descriptor, ChildProcess& server) {
     fcntl(descriptor, F_SETFL, O_NONBLOCK);
     std::string text;

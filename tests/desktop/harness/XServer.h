@@ -23,12 +23,12 @@ class XServer {
     XServer();
     explicit XServer(const Options& options);
 
-    /// ":N"
+    /// Returns the display name, such as ":1".
     [[nodiscard]] const std::string& display() const { return name; }
     [[nodiscard]] pid_t pid() const { return process->pid(); }
-    /// The environment with DISPLAY set to this server.
+    /// Returns the environment with DISPLAY set to this server.
     [[nodiscard]] Environment with(Environment environment) const;
-    /// Kills the server, which all its clients lose at once.
+    /// Kills the server. All its clients lose their connection at once.
     void kill();
 
   private:

@@ -237,7 +237,7 @@ class Window {
     std::map<std::string, xcb_atom_t> atoms;
 };
 
-/// The picture: two people, and a bar that moves with each frame.
+/// A picture of two people and a bar that moves with each frame.
 class Scene {
   public:
     explicit Scene(const std::string& colour) { setPlain(colour); }
@@ -271,7 +271,7 @@ class Scene {
         window.disc(0x3d332c, middle - head * 5 / 8, top - head / 6, head * 5 / 4, head);
         window.fill(skin, middle - head / 5, top + head, head * 2 / 5, head / 2);
         window.disc(skin, middle - head / 2, top, head, head * 5 / 4);
-        // The shoulders, which the tile's lower edge cuts.
+        // Draws the shoulders, which the tile's lower edge cuts.
         window.disc(0x26303c, middle - head, y + h - head * 5 / 8, head * 2, head * 5 / 4);
         window.fill(0x15181d, x, y + h, w, head);
     }
@@ -328,7 +328,7 @@ class Loop {
     }
 
     void nextFrame() {
-        // Missed frames are left out, so that the rate does not rise afterwards.
+        // Leaves out missed frames, so that the rate does not rise afterwards.
         while (due <= Clock::now())
             due += *period;
         scene.nextFrame();

@@ -62,18 +62,19 @@ class CallDemo {
         return options;
     }
 
-    /// A window in the ground's colour, because a compositing manager does not show the root window's colour.
+    /// Returns options for a background window in the ground's colour, because a compositing manager does not
+    /// show the root window's colour.
     static CallWindow::Options backgroundOptions() {
         CallWindow::Options options;
         options.title = options.wmClass = options.wmInstance = "Background";
         options.type = "_NET_WM_WINDOW_TYPE_DESKTOP";
-        options.colour = "3f5170"; // As `ground`.
+        options.colour = "3f5170"; // The same colour as `ground`.
         options.place = {0, 0, 1280, 800};
         return options;
     }
 
-    /// Waits until the prompt is seen and stands still. Its two sides then have one colour, unlike the
-    /// windows behind the prompt.
+    /// Waits until the prompt is drawn and no longer changes. The two sides of a drawn prompt have one
+    /// colour, unlike the windows behind the prompt.
     void settle(xcb_window_t prompt) {
         const Box box = facts.box(prompt);
         Picture last;
@@ -86,9 +87,9 @@ class CallDemo {
         });
     }
 
-    /// Whether the walls behind the two people of the scene are seen at both sides of the panel. A
-    /// compositing manager shows a larger window some time after the server does. Until then the ground is
-    /// seen there.
+    /// Returns whether both sides of the panel show the walls behind the two people of the scene. A
+    /// compositing manager shows a larger window some time after the server does. Until then both sides show
+    /// the ground.
     [[nodiscard]] bool showsPicture(xcb_window_t panel) const {
         const Box box = facts.box(panel);
         const Picture picture = facts.screenshot(box);

@@ -45,7 +45,7 @@ std::string box(AtspiAccessible* object) {
     return result;
 }
 
-/// The name of the object's label, or empty if it has none.
+/// Returns the name of the object's label, or nothing if the object has no label.
 std::string label(AtspiAccessible* object) {
     std::string result;
     GArray* relations = atspi_accessible_get_relation_set(object, nullptr);

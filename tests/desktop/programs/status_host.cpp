@@ -1,7 +1,7 @@
-// A place for status icons on the session bus, with registry and host in one program, as on small desktops.
+// A place for status icons on the session bus. The program is both registry and host, as on small desktops.
 // Prints "ready" when the program owns the registry's name, "item NAME" for each new icon and "gone" for each
-// icon that is gone. Reads commands: "host 1" and "host 0" (a host comes, goes), "click" (on the latest
-// icon).
+// icon that is gone. Reads the commands "host 1" (a host appears), "host 0" (the host disappears) and "click"
+// (clicks the latest icon).
 
 #include <gio/gio.h>
 
