@@ -49,8 +49,8 @@ class TextSource {
         std::this_thread::sleep_until(end);
     }
 
-    /// Paints the whole window again. Meant for a window whose pixels were lost while another window obscured
-    /// it, and for a last picture.
+    /// Paints the whole window again. Call this when the window's pixels were lost while another window
+    /// obscured it, or before the final picture is compared with the mirror.
     void repaint() {
         show(0, 0, width, height, change == Change::full ? frame * 14 % height : 0);
         client.sync();

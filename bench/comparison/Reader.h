@@ -7,8 +7,8 @@
 
 namespace mirrolet::bench {
 
-/// Reads the list of windows once for each line of standard input. Answers with the number of windows with a
-/// title, and with the time in milliseconds.
+/// Calls `read` once, which lists the windows and returns how many have a title. Prints that number and the
+/// time that the call took, in milliseconds.
 template <typename Read> void answerOnce(Read read) {
     const auto start = std::chrono::steady_clock::now();
     const std::size_t found = read();

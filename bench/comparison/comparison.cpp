@@ -165,8 +165,8 @@ Picture inside(const Picture& picture) {
     return result;
 }
 
-/// Returns the similarity of the panel to a perfect picture, some frames after the source has stopped
-/// changing.
+/// Returns how similar the panel becomes to an exactly downscaled picture of the source. The source stops
+/// changing, and the best value within half a second counts.
 double likeness(TextSource& source, Desktop& desktop, xcb_window_t panel) {
     source.repaint();
     const auto expected = inside(areaAverage(source.picture(), panelWidth, panelHeight));

@@ -8,8 +8,8 @@ class QKeyEvent;
 
 namespace mirrolet::platform {
 
-/// Returns the event that a view gets for a key. Returns nothing for a modifier key, because a modifier only
-/// changes the flags of other keys' events. Returns nothing for an event that no key made.
+/// Returns the key-down event for a view. Returns none for a modifier key, because a modifier only changes
+/// the flags of other keys' events. Returns none for an event whose scan code has no virtual key code.
 std::optional<NSEvent> keyDownEvent(const QKeyEvent& event);
 
 } // namespace mirrolet::platform

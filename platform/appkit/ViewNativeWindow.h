@@ -10,7 +10,8 @@ class ViewTree;
 /// A native window that passes pointer events to a tree of views.
 class ViewNativeWindow final : public QWindow {
   public:
-    /// The part that draws and places the window.
+    /// Owns the native window, draws into it and places it. Is told when the window is exposed, resized or
+    /// moved.
     class Owner {
       public:
         virtual ~Owner() = default;

@@ -55,8 +55,8 @@ class ViewTree final : private ViewContext {
     void mouseReleased(QPointF position, QPointF onScreen);
     void pointerEntered(QPointF position, QPointF onScreen);
     void pointerLeft();
-    /// Releases a press that was not released, outside of every view. Call this when the release will not
-    /// arrive, for example because the window is hidden.
+    /// Ends a press whose release will not arrive, for example because the window was hidden. The pressed
+    /// view gets a release at a position outside of every view, so the view does not act.
     void pressLost();
     /// Returns whether a press has not been released yet.
     [[nodiscard]] bool isPressed() const { return !pressedView.expired(); }

@@ -18,7 +18,8 @@ class ColumnLayout : public QLayout {
     explicit ColumnLayout(double spacing, Placement placement = Placement::centred);
     ~ColumnLayout() override;
 
-    /// Sets the precedence of a widget's ideal height. The default is 0.
+    /// Sets the precedence of a widget. If the height does not suffice, widgets of lower precedence shrink
+    /// first. The default is 0.
     static void setPrecedence(QWidget& widget, int precedence);
 
     void addItem(QLayoutItem* item) override;

@@ -12,8 +12,9 @@ namespace mirrolet::platform::swiftui {
 /// Returns the content to show next, or none if the present content stays.
 using NextContent = std::function<std::optional<View>()>;
 
-/// Makes a view that exchanges its content after changes. Each widget that is built calls `makeSource` for a
-/// source of its own.
+/// Makes a view that can replace its content. Each widget built from the view calls `makeSource` once. After
+/// each change the widget calls the function that `makeSource` returned, and shows the content that this
+/// function returns, if any.
 View switchingView(Observation changes, std::function<NextContent()> makeSource);
 
 /// A view whose content depends on a value. The content is built anew only when the value becomes another

@@ -26,8 +26,8 @@ std::optional<std::uint64_t> startTimeIn(std::string_view stat);
 class ProcFolder {
   public:
     explicit ProcFolder(std::string folder = "/proc") : folder(std::move(folder)) {}
-    /// Returns the start of a process in ticks since boot; none if there is no such process. Number and start
-    /// together tell a process from a later one with the same number.
+    /// Returns when the process started, in ticks since boot. Returns none if there is no such process. The
+    /// kernel reuses process IDs, so only the ID and the start time together identify a process.
     [[nodiscard]] std::optional<std::uint64_t> startTime(std::int32_t pid) const;
     [[nodiscard]] ProcessFacts facts(std::int32_t pid) const;
 

@@ -4,7 +4,8 @@
 
 namespace mirrolet::harness {
 
-/// The pointer of the server (XTEST). Positions are pixels of the root window.
+/// Moves the X server's pointer and presses its buttons, through the XTEST extension. Positions are in pixels
+/// of the root window.
 class Pointer {
   public:
     explicit Pointer(XClient& client) : client(client) {}

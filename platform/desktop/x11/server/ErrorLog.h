@@ -28,9 +28,9 @@ class ErrorLog {
     /// requests have been noted.
     void noteAnswered(std::uint32_t sequence);
 
-    /// Logs the error unless the error is expected. An error is expected if `expected` holds the error, or if
-    /// a range that contains the failed request does. A caller that waits for its request's reply names the
-    /// errors in `expected`, because the range may be forgotten before the caller reads the reply.
+    /// Logs the error unless it is expected. An error is expected if it is in `expected`, or in the errors of
+    /// a range that contains the failed request. A caller that waits for a reply must pass `expected`,
+    /// because the range may already be forgotten when the reply is read.
     void note(const xcb_generic_error_t& error, ErrorSet expected = {});
     [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
 
