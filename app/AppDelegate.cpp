@@ -119,8 +119,8 @@ void AppDelegate::subscribeToSettings() {
         });
 }
 
-/// Applies changes of the shortcuts, the poll interval and the always-on-top setting. Other settings need no
-/// applying, because each use reads them.
+/// Applies changed shortcuts, a changed poll interval and a changed always-on-top setting. Every other
+/// setting needs no such step, because it is read from the store each time it is used.
 void AppDelegate::applySettings() {
     const auto& store = SettingsStore::shared();
     applyShortcut(HotkeyID::togglePiPVisibility, shortcutIn(store), appliedShortcut);
@@ -138,7 +138,9 @@ void AppDelegate::applySettings() {
 void AppDelegate::applyShortcut(HotkeyID id, Shortcut wanted, Shortcut& applied) {
     if (wanted == applied)
         return;
-    applied = wanted; // Stored even if the shortcut is taken, so only a changed setting tries again.
+    // The shortcut counts as applied even if registering it fails. So the program does not try again until
+    // the user changes the shortcut.
+    applied = wanted;
     hotkeyManager->registerHotkey(id, wanted.keyCode, wanted.modifiers);
 }
 
@@ -180,7 +182,7 @@ void AppDelegate::quit() {
     NSApplication::shared().terminate();
 }
 
-/// Ends monitoring and the session. The destruction of the hot-key manager releases the shortcuts.
+/// Ends monitoring and the session. The destructor of the HotkeyManager unregisters the shortcuts.
 void AppDelegate::applicationWillTerminate() {
     windowMonitor->stop();
     if (pipController)

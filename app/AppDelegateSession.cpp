@@ -1,5 +1,5 @@
-// The part of AppDelegate that handles a session, from the request for a mirror until the mirror is on screen
-// or the request is dropped.
+// This part of AppDelegate starts and ends a session. It offers a window in a prompt, opens the mirror and
+// closes it again.
 
 #include "app/AppDelegate.h"
 #include "platform/appkit/NSAlert.h"
@@ -13,14 +13,14 @@ using namespace platform;
 
 namespace {
 
-/// Opens the desktop's settings at the list of programs that may record the screen.
+/// A link to the system setting that lists the programs that may record the screen.
 constexpr const char* screenRecordingLink =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_ScreenCapture";
 
 } // namespace
 
-/// Offers the detected window in a prompt. A detection during a prompt or a session is dropped, so a second
-/// call never replaces the first one.
+/// Offers the detected window in a prompt. Does nothing during a session, so a window that is detected later
+/// never replaces the first one.
 void AppDelegate::callDetected(const DetectedWindowInfo& info) {
     if (!activeSession)
         showPrompt(info);
@@ -33,7 +33,8 @@ void AppDelegate::showPrompt(const DetectedWindowInfo& info) {
         const auto delegate = weak.lock();
         if (!delegate)
             return;
-        // A copy, because this closure is destroyed with the prompt.
+        // Setting promptPanel to nullptr may destroy the prompt, which owns this closure and its `info`. So
+        // `info` is copied first.
         const DetectedWindowInfo accepted = info; // NOLINT(performance-unnecessary-copy-initialization)
         delegate->promptPanel = nullptr;
         delegate->startSession(accepted);
@@ -112,8 +113,9 @@ void AppDelegate::toggleFrontmost() {
         return;
     }
     const auto found = WindowMonitor::largestFrontmostWindow(WindowMonitor::currentWindows());
+    // No alert is shown, because the shortcut may have been pressed by mistake.
     if (!found)
-        return; // No alert is shown, because the shortcut may have been pressed by mistake.
+        return;
     activeSession = true;
     startSession(*found);
 }

@@ -5,7 +5,8 @@
 
 namespace mirrolet {
 
-/// The application object. It owns the one delegate and opens no window at launch.
+/// The application, in the form that runApplication() expects. Owns the delegate and opens no window at
+/// launch.
 struct MirroletApp {
     platform::NSApplicationDelegateAdaptor<AppDelegate> appDelegate;
 

@@ -9,10 +9,10 @@
 
 namespace mirrolet::bench {
 
-/// The first word of the titles in a crowd.
+/// Each title in a crowd begins with this text and ends with a number.
 inline constexpr const char* crowdTitle = "A document of some length, number ";
 
-/// Ordinary windows of other programs, each with its own process.
+/// Holds many ordinary windows. Each window belongs to a process of its own.
 using Crowd = std::vector<std::unique_ptr<harness::CallWindow>>;
 
 inline Crowd crowd(const harness::XServer& server, int count) {
@@ -23,7 +23,8 @@ inline Crowd crowd(const harness::XServer& server, int count) {
         options.wmClass = "Editor";
         options.wmInstance = "editor";
         options.colour = "3f5170";
-        options.place = {10 * i % 1000, 80, 300, 200}; // Small, because a server may keep the pixels of each.
+        // The windows are small, because an X server may keep the pixels of all of them in memory.
+        options.place = {10 * i % 1000, 80, 300, 200};
         windows.push_back(std::make_unique<harness::CallWindow>(server, options));
     }
     return windows;

@@ -1,6 +1,6 @@
-// Measures how good the mirror's picture is. Shows a page of small text in a real window, shrinks it with the
-// real presenter, and compares the result with an area average. Prints a table. With --check, fails if text
-// would not be readable.
+// Measures how well the mirror scales pictures. Shows a page of small text in a real window, scales it down
+// with Mirrolet's presenter, and compares the result with a perfectly scaled picture. Prints a table. With
+// --check, the program fails if one result is so bad that text would not be readable.
 
 #include "tests/desktop/MirrorParts.h"
 #include "tests/desktop/harness/Similarity.h"
@@ -30,7 +30,8 @@ Picture shrunk(MirrorParts& mirror, const Image& image, PixelSize size) {
     return picture;
 }
 
-/// Returns the lowest similarity of all ratios.
+/// Scales a page of text of this size down by several ratios. Returns the lowest similarity among the
+/// results.
 double measure(MirrorParts& mirror, PixelSize size) {
     const auto source = mirror.makeWindow({0, 0, size.width, size.height});
     drawTextPage(mirror.client, source, size.width, size.height);

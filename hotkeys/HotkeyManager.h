@@ -10,7 +10,7 @@
 
 namespace mirrolet {
 
-/// Registers the system-wide shortcuts and reports their presses. Its destruction unregisters every shortcut.
+/// Registers the system-wide shortcuts and reports their presses. The destructor unregisters every shortcut.
 /// Main thread only.
 class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
   public:
@@ -19,11 +19,13 @@ class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
     HotkeyManager(const HotkeyManager&) = delete;
     HotkeyManager& operator=(const HotkeyManager&) = delete;
 
-    /// Called on the main thread, on a later turn of the main loop than the press.
+    /// Called on the main thread after a shortcut was pressed. The call is posted to the main queue, so it
+    /// runs after the event handler has returned.
     std::function<void(HotkeyID)> onHotkeyPressed;
 
-    /// Makes a virtual key code with a Carbon modifier mask the shortcut for `id`, in place of an earlier
-    /// one. A failure is logged and leaves `id` without a shortcut.
+    /// Registers the shortcut for `id` and unregisters the one that `id` had before. `keyCode` is a virtual
+    /// key code, and `modifiers` is a Carbon modifier mask. A failure is logged, and `id` then has no
+    /// shortcut.
     void registerHotkey(HotkeyID id, std::uint32_t keyCode, std::uint32_t modifiers);
     void unregisterHotkey(HotkeyID id);
 
@@ -33,11 +35,11 @@ class HotkeyManager : public std::enable_shared_from_this<HotkeyManager> {
     static platform::OSStatus handle(platform::EventHandlerCallRef next, platform::EventRef event,
                                      void* userData);
 
-    std::map<std::uint32_t, platform::EventHotKeyRef> hotKeyRefs; ///< Keyed by raw id.
-    platform::EventHandlerRef eventHandlerRef = nullptr; ///< Installed once, by the first registration.
+    std::map<std::uint32_t, platform::EventHotKeyRef> hotKeyRefs; ///< The key is the raw value of a HotkeyID.
+    platform::EventHandlerRef eventHandlerRef = nullptr; ///< The first registration installs the handler.
 };
 
-/// Converts AppKit's modifier flags to a Carbon modifier mask. Flags without a counterpart are dropped.
+/// Converts AppKit's modifier flags to a Carbon modifier mask. Ignores flags that Carbon does not have.
 [[nodiscard]] std::uint32_t carbonModifiers(std::uint64_t fromCocoaFlags);
 
 } // namespace mirrolet

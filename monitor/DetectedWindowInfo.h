@@ -11,11 +11,11 @@ namespace mirrolet {
 /// A window that is offered to be mirrored. A plain value.
 struct DetectedWindowInfo {
     platform::CGWindowID windowID = 0;
-    platform::CGRect bounds; ///< Points, from the top-left of the desktop.
-    std::string windowName;  ///< The title, or empty.
+    platform::CGRect bounds; ///< In points from the desktop's top-left corner.
+    std::string windowName;  ///< The window's title, which may be empty.
     std::string ownerName;
     std::optional<std::string> bundleIdentifier;
-    /// True if the call rule chose this window, by its title or as the second-largest window.
+    /// True if WindowMonitor::likelyCallWindow() chose this window.
     bool isLikelyCall = false;
 
     friend bool operator==(const DetectedWindowInfo&, const DetectedWindowInfo&) = default;

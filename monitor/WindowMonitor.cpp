@@ -63,8 +63,8 @@ void WindowMonitor::poll() {
     auto candidate = settings.scope == MonitoringScope::specificApps
                          ? candidateForSpecificApps(settings.selectedAppIdentifiers)
                          : candidateForAllWindows();
-    // Only a change is reported. A call that has moved to another window since the last poll counts as the
-    // same call.
+    // The owner is told only when a candidate appears or disappears. A candidate that differs from that of
+    // the last poll counts as the same video call.
     if (isCallActive.exchange(candidate.has_value()) == candidate.has_value())
         return;
     if (candidate) {

@@ -1,4 +1,4 @@
-// The searches of WindowMonitor. Each takes one read of the window list and returns at most one window.
+// These functions of WindowMonitor choose at most one window from the window list.
 
 #include "monitor/WindowMonitor.h"
 #include "platform/appkit/NSRunningApplication.h"
@@ -23,11 +23,13 @@ namespace {
 using Windows = std::vector<WindowMonitor::InternalWindowInfo>;
 using BundleIdentifiers = std::map<std::int32_t, std::optional<std::string>>;
 
-constexpr double minimumSide = 100; // In points, for width and height.
+// Windows that are narrower or lower than this are never offered. In points.
+constexpr double minimumSide = 100;
 
 const std::string whatsAppBundleIdentifier = "net.whatsapp.WhatsApp";
 
-// Parts of a call window's title, in lower case, tried in this order.
+// A window whose title contains one of these texts is taken for the window of a call. Titles are compared in
+// lower case.
 constexpr std::array<std::string_view, 4> callTitleKeywords = {"video call", "voice call", "group call",
                                                                "call with"};
 
@@ -36,7 +38,7 @@ const std::set<std::string>& whatsAppOwnerNames() {
     return names;
 }
 
-// Returns the owner names of windows that are parts of the desktop itself.
+// Returns the owner names of windows that belong to the desktop itself, such as docks.
 const std::set<std::string>& excludedOwnerNames() {
     static const std::set<std::string> names = {"Window Server",      "Dock",
                                                 "Control Center",     "NotificationCenter",
@@ -69,8 +71,8 @@ const PropertyList& valueOf(const PropertyList::Dictionary& entry, const char* k
     return found == entry.end() ? missing : found->second;
 }
 
-/// Returns the window that a dictionary describes, still without its bundle identifier. Returns none for a
-/// window that is never offered.
+/// Converts one dictionary of the window list. Leaves the bundle identifier empty, because currentWindows()
+/// sets it. Returns none if the window must never be offered.
 std::optional<WindowMonitor::InternalWindowInfo> rowFrom(const PropertyList::Dictionary& entry,
                                                          std::int32_t ownProcess) {
     if (valueOf(entry, platform::kCGWindowLayer).asInt32() != 0)
@@ -115,7 +117,8 @@ Windows WindowMonitor::currentWindows() {
     if (!entries)
         return {};
     const auto ownProcess = platform::NSProcessInfo::processInfo().processIdentifier();
-    BundleIdentifiers cache; // Also remembers that a process has no identifier, to look up each only once.
+    // A process without an identifier is cached too, so each process is looked up only once.
+    BundleIdentifiers cache;
     Windows windows;
     for (const auto& entry : *entries) {
         const auto* dictionary = entry.asDictionary();
@@ -129,7 +132,8 @@ Windows WindowMonitor::currentWindows() {
 }
 
 std::optional<DetectedWindowInfo> WindowMonitor::largestWindow(const Windows& windows) {
-    // The first of several largest windows is the one nearest to the front.
+    // If several windows are equally large, max_element() returns the first one, which is nearest to the
+    // front.
     const auto largest = std::max_element(windows.begin(), windows.end(),
                                           [](const auto& a, const auto& b) { return area(a) < area(b); });
     if (largest == windows.end())
@@ -155,7 +159,8 @@ std::optional<DetectedWindowInfo> WindowMonitor::likelyCallWindow(const Windows&
     }
     if (windows.size() < 2)
         return std::nullopt;
-    // The second-largest window, because the largest one is the main window with the chats.
+    // The largest window is the messenger's main window, so the second-largest one is taken for the window of
+    // the call.
     auto sorted = windows;
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return area(a) > area(b); });

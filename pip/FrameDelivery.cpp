@@ -15,8 +15,8 @@ void FrameDelivery::post(const CGImageRef& image) {
     const bool repeated = image == before;
     if (repeated && ++repeats < mostRepeats)
         return;
-    // Posts all repeats as one task. The main thread would run the first of several tasks before the others
-    // are posted.
+    // One task delivers all repeats of the previous image, so that the main thread wakes only once for the
+    // repeats.
     const int times = std::exchange(repeats, 0);
     DispatchQueue::main().async([deliver = deliver, before, times, next = repeated ? nullptr : image] {
         for (int time = 0; before && time < times; ++time)

@@ -8,13 +8,13 @@
 
 namespace mirrolet {
 
-/// Delivers every captured image of one session on the main queue, in the order of capture. A new image is
-/// posted at once. An image that repeats the one before is in the panel already, or on its way there. Repeats
-/// are therefore collected and posted once a second, or with the next new image, so that the main thread
-/// sleeps while there is nothing new to show. Used on the capture queue.
+/// Posts every captured image of one session to the main queue, in the order of capture. A new image is
+/// posted at once. An image that repeats the previous one can wait, because the panel shows it already.
+/// Repeats are posted together once a second, or with the next new image. Meanwhile the main thread can
+/// sleep. Used on the capture queue.
 class FrameDelivery {
   public:
-    /// Runs on the main thread, for each image.
+    /// Called on the main thread for each image.
     using Handler = std::function<void(const platform::CGImageRef&)>;
 
     explicit FrameDelivery(Handler handler) : deliver(std::move(handler)) {}
@@ -22,9 +22,10 @@ class FrameDelivery {
 
   private:
     Handler deliver;
-    /// The pointer is weak, because the last owner of an image stops the capture of its window.
+    /// The pointer is weak, because an owning pointer would keep the capture running. The capture of a window
+    /// stops only when nobody owns an image of the window any more.
     std::weak_ptr<const platform::CGImage> last;
-    int repeats = 0; ///< How many repeats of the last image are still to be posted.
+    int repeats = 0; ///< The number of repeats of the last image that are not posted yet.
 };
 
 } // namespace mirrolet

@@ -6,7 +6,7 @@
 
 namespace mirrolet {
 
-/// The content view of the mirror panel. Tells the panel of presses and drags on its body.
+/// The content view of the mirror panel. Reports presses and drags to the panel, which moves the mirror.
 class PiPContainerView : public platform::NSView {
   public:
     using NSView::NSView;

@@ -21,7 +21,9 @@ constexpr double hoverFadeSeconds = 0.15;
 
 std::shared_ptr<PiPPanel> PiPPanel::make(NSRect contentRect) {
     std::shared_ptr<PiPPanel> panel(new PiPPanel(contentRect));
-    panel->setUpViews(); // Hands out weak references, which a panel without an owner cannot give.
+    // The constructor cannot call setUpViews(), because weak_from_this() works only once a shared_ptr owns
+    // the panel.
+    panel->setUpViews();
     return panel;
 }
 
@@ -131,7 +133,7 @@ void PiPPanel::resize(CGFloat dx, CGFloat dy) {
     const NSRect before = frame();
     const CGFloat width = std::max(before.width() + dx, smallestSide);
     const CGFloat height = std::max(before.height() - dy, smallestSide); // Dragging down makes dy negative.
-    // The top-left corner stays where it was.
+    // The top-left corner keeps its place.
     NSPanel::setFrame({{before.minX(), before.maxY() - height}, {width, height}}, true);
     layOutControls();
 }

@@ -18,8 +18,8 @@ namespace mirrolet {
 /// hidden. Main thread only.
 class PiPPanel : public platform::NSPanel {
   public:
-    /// Makes a hidden panel. `contentRect` is in screen coordinates. It is the panel's frame as well, because
-    /// the panel has no border.
+    /// Makes a hidden panel. `contentRect` is in screen coordinates and becomes the rectangle of the whole
+    /// panel, because the panel has no border.
     static std::shared_ptr<PiPPanel> make(platform::NSRect contentRect);
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }
@@ -30,14 +30,14 @@ class PiPPanel : public platform::NSPanel {
     void mouseExited(const platform::NSEvent& event) override;
     void closeButtonTapped();
 
-    /// Called by the close button.
+    /// Called when the close button is clicked.
     std::function<void()> onCloseRequested;
     const std::shared_ptr<platform::NSImageView> imageView;
     const std::shared_ptr<PiPResizeHandleView> resizeHandle;
     const std::shared_ptr<platform::NSButton> closeButton;
     std::shared_ptr<platform::NSTrackingArea> hoverTrackingArea;
-    // The positions of the pointer and of the panel when a drag began, in screen coordinates. Set from the
-    // press to the release.
+    // The positions of the pointer and of the panel when a drag began, in screen coordinates. Empty while
+    // there is no drag.
     std::optional<platform::NSPoint> dragOrigin;
     std::optional<platform::NSPoint> windowOriginAtDragStart;
 

@@ -33,8 +33,8 @@ void PiPResizeHandleView::draw(NSRect dirtyRect) {
     const CGFloat right = bounds().maxX();
     const CGFloat bottom = bounds().minY();
     NSBezierPath path;
-    // The first segment is the corner of the pattern. It has no length, so it draws nothing with butt caps.
-    // That is intended, because the grip shows two strokes, without a dot or a third stroke.
+    // The first of the three segments has no length. It draws nothing, because strokes have butt caps. This
+    // is intended: the grip shows only the two strokes that follow.
     path.move({right - 5, bottom + 5});
     path.line({right - 5, bottom + 5});
     path.move({right - 10, bottom + 5});

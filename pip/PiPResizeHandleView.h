@@ -12,8 +12,8 @@ class PiPResizeHandleView : public platform::NSView {
   public:
     using NSView::NSView;
 
-    /// Called while the grip is dragged, with the pointer's movement since the previous event, in screen
-    /// coordinates (y upwards).
+    /// Called for each movement of the pointer while the grip is dragged. `dx` and `dy` are the distance
+    /// since the previous call, in screen coordinates (y upwards).
     std::function<void(platform::CGFloat dx, platform::CGFloat dy)> onResizeDrag;
     std::optional<platform::NSPoint> lastLocation;
 

@@ -10,7 +10,8 @@ using namespace platform::swiftui;
 
 namespace {
 
-/// Returns the question. The application's name in it comes from another program and may have any length.
+/// Returns the headline. The application's name in it comes from another program and may have any length, so
+/// the name may be shortened.
 Text title(const PromptContentView& view) {
     if (view.isLikelyCall)
         return Text("Video Call Detected");

@@ -78,11 +78,12 @@ void PromptPanel::respond(bool accepted) {
     disarm();
     orderOut();
     close();
-    // The owner drops the panel in its callback, while the pressed button is still on the stack. This task
-    // keeps the panel alive until the next turn.
+    // In the callback below the owner may drop its pointer to this panel, while the button that was pressed
+    // still runs its own code. The posted task keeps the panel alive until the next turn of the main loop.
     DispatchQueue::main().async([self = shared_from_this()] { (void)self; });
     if (const auto& answered = accepted ? onAccept : onDecline) {
-        const auto callback = answered; // A copy, because the owner may replace the callback in the call.
+        // The callback is copied, because the owner may replace the member while the callback runs.
+        const auto callback = answered;
         callback();
     }
 }

@@ -9,22 +9,23 @@
 
 namespace mirrolet {
 
-/// The small floating panel that offers to mirror a window. The user accepts or declines once, and a time-out
-/// declines. The owner drops the panel after the answer. Main thread only.
+/// The small floating panel that offers to mirror a window. The user accepts or declines once. If the user
+/// does not answer in time, the panel declines. The owner releases the panel after the answer. Main thread
+/// only.
 class PromptPanel : public platform::NSPanel {
   public:
     /// Builds a hidden panel. `ownerName` is the name of the window's application, and may have any length.
     static std::shared_ptr<PromptPanel> make(const std::string& ownerName, bool isLikelyCall);
 
-    /// Called after the panel has closed. Set by the owner.
+    /// The owner sets both callbacks. After an answer the panel closes and then calls one of them.
     std::function<void()> onAccept;
     std::function<void()> onDecline;
 
-    /// Shows the panel and starts the time-out. A second call asks the question anew.
+    /// Shows the panel and starts the time-out. Calling show() once more asks the question again.
     void show();
     /// Closes the panel without an answer.
     void dismiss();
-    /// Takes the answer of a button or of the time-out. All answers but the first are ignored.
+    /// Takes the answer from a button or from the time-out. Only the first answer has an effect.
     void respond(bool accepted);
 
     [[nodiscard]] bool canBecomeKeyWindow() const override { return true; }

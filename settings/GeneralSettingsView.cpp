@@ -26,8 +26,8 @@ View GeneralSettingsView::body() const {
         .alert("Launch at Login", launchAtLoginError.binding());
 }
 
-/// Makes the login item match the switch. After a failure the switch is set back to the real state. That is
-/// another change, so this function runs once more. This is accepted.
+/// Makes the login item match the switch. If that fails, shows the error and sets the switch back to the real
+/// state. Setting the switch calls this function once more, which is harmless.
 void GeneralSettingsView::applyLaunchAtLogin() const {
     const auto error = launchAtLogin.get() ? SMAppService::mainApp().registerService()
                                            : SMAppService::mainApp().unregisterService();

@@ -10,7 +10,7 @@
 
 namespace mirrolet {
 
-/// Content of the General tab: launch and timing settings.
+/// The content of the General tab of the settings window.
 class GeneralSettingsView {
   public:
     /// Reads once whether the program is a login item.

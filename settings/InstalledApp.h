@@ -10,17 +10,17 @@
 
 namespace mirrolet {
 
-/// An application that is installed on this machine. Two applications are equal if their identifiers are
-/// equal, whatever their names and icons.
+/// An application that is installed on this machine. Comparing two applications compares only their
+/// identifiers.
 struct InstalledApp {
     std::string bundleIdentifier;
-    std::string displayName; ///< Shown in the list; the list is sorted by it.
+    std::string displayName; ///< The settings window shows this name and sorts the list by it.
     std::shared_ptr<platform::NSImage> icon;
 
     [[nodiscard]] const std::string& id() const { return bundleIdentifier; }
 
-    /// Returns every application except this one, sorted by name. Each call reads the disk and blocks
-    /// meanwhile. Never fails. Any thread.
+    /// Returns every installed application except Mirrolet, sorted by name. Skips applications that cannot be
+    /// read. Blocks while reading the disk. Any thread.
     static std::vector<InstalledApp> scanInstalledApplications();
 
     friend bool operator==(const InstalledApp& first, const InstalledApp& second) {
@@ -28,8 +28,9 @@ struct InstalledApp {
     }
 };
 
-/// Returns the folders that are scanned, in order. If two folders have the same application, the later folder
-/// counts.
+/// Returns the folders in the order in which scanInstalledApplications() reads them. If two folders contained
+/// the same identifier, the application in the later folder would be used. ApplicationFolders avoids this by
+/// listing each application in only one folder.
 std::vector<platform::URL> applicationSearchDirectories();
 
 } // namespace mirrolet

@@ -6,7 +6,7 @@
 
 namespace mirrolet {
 
-/// The windows that the monitor looks at. Stored by its raw value.
+/// The windows that the monitor looks at. The settings file contains the raw value.
 enum class MonitoringScope {
     allWindows,
     specificApps, ///< Only the windows of the selected applications.

@@ -7,11 +7,11 @@
 
 namespace mirrolet {
 
-/// The settings that the monitor needs, as a copy that can cross threads.
+/// A copy of the settings that the monitor needs. The monitor reads the copy on its own thread.
 struct MonitoringSettings {
     MonitoringScope scope = MonitoringScope::specificApps;
     std::set<std::string> selectedAppIdentifiers;
-    double pollInterval = 2; ///< Seconds.
+    double pollInterval = 2; ///< In seconds.
 
     friend bool operator==(const MonitoringSettings&, const MonitoringSettings&) = default;
 };

@@ -7,10 +7,10 @@
 
 namespace mirrolet {
 
-/// The corner of the screen where a new mirror is placed. Stored by its raw value.
+/// The corner of the screen where a new mirror is placed. The settings file contains the raw value.
 enum class PiPCorner { bottomRight, bottomLeft, topRight, topLeft };
 
-/// Every corner, in the order of the settings window's menu.
+/// Every corner, in the order in which the settings window lists them.
 inline constexpr std::array allPiPCorners = {PiPCorner::bottomRight, PiPCorner::bottomLeft,
                                              PiPCorner::topRight, PiPCorner::topLeft};
 

@@ -147,13 +147,13 @@ void PiPSettingsView::setWatched(const std::string& identifier, bool isWatched) 
 }
 
 void PiPSettingsView::loadInstalledApps() const {
-    // The user can change tabs faster than the disk is read. A scan that is running serves the new showing of
-    // the tab as well.
+    // The user may leave the tab and come back while a scan still runs. No second scan is needed, because the
+    // running one fills the list.
     if (isLoadingApps.get())
         return;
     isLoadingApps.set(true);
     const auto scan = std::make_shared<DispatchQueue>("installedAppsScan", DispatchQoS::userInitiated);
-    // The task is the queue's last owner, so the thread ends with the task.
+    // The task is the last owner of the queue, so the queue's thread ends after the task.
     scan->async([scan, apps = installedApps.weak(), isLoading = isLoadingApps.weak()] {
         auto found =
             std::make_shared<const std::vector<InstalledApp>>(InstalledApp::scanInstalledApplications());

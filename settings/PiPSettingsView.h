@@ -12,13 +12,13 @@
 
 namespace mirrolet {
 
-/// Content of the PiP tab: settings of the mirror and of the watched applications.
+/// The content of the PiP tab of the settings window, with the list of applications to watch.
 class PiPSettingsView {
   public:
     [[nodiscard]] platform::swiftui::View body() const;
 
     /// Returns the applications whose name contains the text, ignoring case, in the given order. An empty
-    /// text returns all of them. The text is not trimmed.
+    /// text returns all applications. Spaces at the ends of the text are not removed.
     static std::vector<InstalledApp> filtered(const std::vector<InstalledApp>& apps,
                                               const std::string& searchText);
 
@@ -31,8 +31,8 @@ class PiPSettingsView {
     void loadInstalledApps() const;
     void setWatched(const std::string& identifier, bool isWatched) const;
 
-    /// The result of one scan. Results are compared by identity, because a later scan may have other names
-    /// under the same identifiers.
+    /// The applications that one scan has found. The results of two scans are compared by pointer. Comparing
+    /// the vectors would miss a changed name, because it would compare only the identifiers.
     using Apps = std::shared_ptr<const std::vector<InstalledApp>>;
 
     platform::swiftui::ObservedObject<SettingsStore> store{SettingsStore::shared()};

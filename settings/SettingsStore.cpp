@@ -12,7 +12,7 @@ using platform::UserDefaults;
 
 namespace {
 
-// The modifier mask of the default shortcuts Option-Command-P and Option-Command-F.
+// The modifier mask of both default shortcuts, Option-Command-P and Option-Command-F.
 constexpr std::uint32_t defaultShortcutModifiers = 2304;
 constexpr std::uint32_t defaultShortcutKeyCode = 35;
 constexpr std::uint32_t defaultFrontmostShortcutKeyCode = 3;
@@ -22,16 +22,16 @@ const std::set<std::string>& defaultApps() {
     return apps;
 }
 
-// Loads the scope. An unknown value is read as specificApps instead of the first case, because a damaged file
-// must not widen what is watched.
+// Loads the scope. A missing or unknown value gives specificApps, because a damaged file must not make the
+// program watch more windows.
 MonitoringScope loadScope(const UserDefaults& defaults) {
     const auto stored = defaults.object("monitoringScope");
     const auto* raw = stored.asString();
     return (raw ? monitoringScopeFromRawValue(*raw) : std::nullopt).value_or(MonitoringScope::specificApps);
 }
 
-// Loads the watched applications. One element that is not a string discards the whole array. An empty array
-// is kept, because it is the user's choice.
+// Loads the watched applications. If an element is not a string, returns the default instead of the array. An
+// empty array is valid, because the user may choose no application.
 std::set<std::string> loadApps(const UserDefaults& defaults) {
     const auto stored = defaults.object("selectedAppIdentifiers");
     const auto* elements = stored.asArray();

@@ -16,19 +16,20 @@ class UserDefaults;
 
 namespace mirrolet {
 
-/// Holds every setting of the user. Main thread only, except currentMonitoringSettings(). An assignment
+/// Holds every setting of the user. Main thread only, except currentMonitoringSettings(). Each setter
 /// announces the change, makes the change and saves all values, even if the new value equals the old one.
 class SettingsStore {
   public:
-    /// Returns the one store, over the program's own user defaults. The store is made on first use and never
-    /// destroyed.
+    /// Returns the program's only store, which uses UserDefaults::standard(). The store is made on first use
+    /// and never destroyed.
     static SettingsStore& shared();
 
-    /// Loads the stored values. A missing or unusable value gives the default. Writes nothing. Keeps a
-    /// reference to the defaults.
+    /// Loads the values from `defaults`, which must outlive the store. A setting with a missing or unusable
+    /// value gets its default value. Writes nothing.
     explicit SettingsStore(platform::UserDefaults& defaults);
 
-    /// Fires before a change. A subscriber has to read the store on a later turn of the main loop.
+    /// Announces each change before it is made. A subscriber that wants the new value reads the store on a
+    /// later turn of the main loop.
     platform::ObservableObjectPublisher objectWillChange;
 
     [[nodiscard]] MonitoringScope monitoringScope() const { return scope; }
@@ -36,10 +37,10 @@ class SettingsStore {
     /// Returns the bundle identifiers of the watched applications.
     [[nodiscard]] const std::set<std::string>& selectedAppIdentifiers() const { return appIdentifiers; }
     void setSelectedAppIdentifiers(std::set<std::string> value) { assign(appIdentifiers, std::move(value)); }
-    /// Returns seconds. A stored number is neither checked nor bounded.
+    /// Returns seconds. The number comes from the settings file unchecked, so it may be negative or huge.
     [[nodiscard]] double pollInterval() const { return pollSeconds; }
     void setPollInterval(double value) { assign(pollSeconds, value); }
-    /// Returns seconds. A stored number is neither checked nor bounded.
+    /// Returns seconds. The number comes from the settings file unchecked, so it may be negative or huge.
     [[nodiscard]] double promptTimeout() const { return promptSeconds; }
     void setPromptTimeout(double value) { assign(promptSeconds, value); }
     [[nodiscard]] bool startMonitoringOnLaunch() const { return startsMonitoring; }
@@ -49,8 +50,8 @@ class SettingsStore {
     [[nodiscard]] PiPCorner pipCorner() const { return corner; }
     void setPipCorner(PiPCorner value) { assign(corner, value); }
 
-    // Each shortcut is a virtual key code and a Carbon modifier mask, kept as given. The first shortcut shows
-    // and hides the mirror. The second one starts and closes a mirror of the frontmost application.
+    // Each shortcut is a virtual key code and a Carbon modifier mask. The first shortcut shows and hides the
+    // mirror. The second shortcut starts and closes a mirror of the frontmost application.
     [[nodiscard]] std::uint32_t shortcutKeyCode() const { return keyCode; }
     void setShortcutKeyCode(std::uint32_t value) { assign(keyCode, value); }
     [[nodiscard]] std::uint32_t shortcutModifiers() const { return modifiers; }
@@ -60,7 +61,8 @@ class SettingsStore {
     [[nodiscard]] std::uint32_t pipFrontmostShortcutModifiers() const { return frontmostModifiers; }
     void setPipFrontmostShortcutModifiers(std::uint32_t value) { assign(frontmostModifiers, value); }
 
-    /// Returns the settings that the monitor needs, as of the last completed assignment. Any thread.
+    /// Returns a copy of the settings that the monitor needs. The copy lacks a change that the main thread is
+    /// still making. Any thread.
     [[nodiscard]] MonitoringSettings currentMonitoringSettings() const;
 
   private:
@@ -82,7 +84,8 @@ class SettingsStore {
     std::uint32_t modifiers;
     std::uint32_t frontmostKeyCode;
     std::uint32_t frontmostModifiers;
-    mutable platform::NSLock lock; ///< While this mutex is locked, no other mutex is locked.
+    /// No other mutex is locked while this one is locked, so there can be no deadlock.
+    mutable platform::NSLock lock;
     MonitoringSettings snapshot MIRROLET_GUARDED_BY(lock);
     platform::UserDefaults& defaults;
 };

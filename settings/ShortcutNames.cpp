@@ -12,7 +12,8 @@ using namespace platform;
 
 namespace {
 
-// The names of the keys, indexed by virtual key code. A key without a name has an empty string.
+// The names of the keys, indexed by virtual key code. A key without a name has an empty string. The number at
+// the end of a row is the code of the row's first key.
 constexpr std::array<const char*, 127> names = {
     "A",  "S",   "D",  "F",   "H", "G", "Z",  "X",  "C",  "V",     //   0
     "",   "B",   "Q",  "W",   "E", "R", "Y",  "T",  "1",  "2",     //  10

@@ -58,8 +58,9 @@ void ShortcutRecorderNSView::keyDown(const NSEvent& event) {
         NSView::keyDown(event);
         return;
     }
+    // A repeated event comes from a key that is still held down, so the user has not pressed a new key.
     if (event.isARepeat)
-        return; // The key that started the recording, or a key that was refused, is still held down.
+        return;
     if (event.keyCode == escapeKeyCode) {
         endRecording();
         return;

@@ -11,17 +11,18 @@ namespace mirrolet {
 
 /// Shows a shortcut and records a new one. A click starts the recording, and the next key with a modifier
 /// becomes the new shortcut. Escape, a second click, a click elsewhere in the window and the loss of the
-/// focus cancel the recording. During the recording the program's own hot keys let their keys through.
+/// focus cancel the recording. During the recording the program's own hot keys are off, so that their
+/// combinations can be recorded too.
 class ShortcutRecorderNSView : public platform::NSView {
   public:
-    /// Key code and Carbon modifier mask.
+    /// A virtual key code and a Carbon modifier mask.
     using Shortcut = std::pair<std::uint32_t, std::uint32_t>;
 
     ShortcutRecorderNSView() = default;
     explicit ShortcutRecorderNSView(platform::NSRect frame) : NSView(frame) {}
     ~ShortcutRecorderNSView() override;
 
-    /// Called when a shortcut was recorded and the recording has ended.
+    /// Called when a shortcut was recorded, after the recording has ended.
     std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> onShortcutRecorded;
 
     void setCurrentShortcut(Shortcut shortcut);
@@ -47,7 +48,7 @@ class ShortcutRecorderNSView : public platform::NSView {
 
     Shortcut currentShortcut{0, 0};
     bool isRecording = false;
-    platform::HotKeyModeRef hotKeysOff = nullptr; ///< Set while recording.
+    platform::HotKeyModeRef hotKeysOff = nullptr; ///< Keeps the hot keys off. Set only while recording.
 };
 
 } // namespace mirrolet

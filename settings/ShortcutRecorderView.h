@@ -7,7 +7,8 @@
 
 namespace mirrolet {
 
-/// The recorder as a declarative view, bound to a key code and a Carbon modifier mask.
+/// A declarative view that shows a ShortcutRecorderNSView. The bindings hold the shortcut's virtual key code
+/// and Carbon modifier mask.
 struct ShortcutRecorderView : platform::swiftui::NSViewRepresentable<ShortcutRecorderView> {
     platform::swiftui::Binding<std::uint32_t> keyCode;
     platform::swiftui::Binding<std::uint32_t> modifiers;

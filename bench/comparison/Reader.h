@@ -7,8 +7,8 @@
 
 namespace mirrolet::bench {
 
-/// Calls `read` once, which lists the windows and returns how many have a title. Prints that number and the
-/// time that the call took, in milliseconds.
+/// Calls `read`, which reads the list of windows and returns how many windows have a title. Prints that
+/// number and the time that the call took in milliseconds.
 template <typename Read> void answerOnce(Read read) {
     const auto start = std::chrono::steady_clock::now();
     const std::size_t found = read();

@@ -1,6 +1,7 @@
-// Measures Mirrolet beside other programs that people use. Each mirrors the same window of 1280 x 800 full of
-// text into 320 x 200, fifteen times a second, on the same desktop. Prints one line of tab-separated values
-// for each measurement, for bench/side-by-side.
+// Compares Mirrolet with other programs that can mirror a window. The mirrored window has 1280 x 800 pixels
+// and is full of text. On the same desktop, each program mirrors the window at a size of 320 x 200, fifteen
+// times a second. Prints one line of tab-separated values for each measurement. The script bench/side-by-side
+// reads these lines.
 //
 //   bench_comparison [SECONDS [ROUNDS]]    default: 2 seconds, 3 rounds
 
@@ -32,7 +33,7 @@ struct Situation {
     bool composited, obscured, changing;
 };
 
-/// A running program that mirrors the window. The destructor ends the program.
+/// Runs a program that mirrors the window. The destructor ends the program.
 class Mirror {
   public:
     virtual ~Mirror() = default;
@@ -54,13 +55,14 @@ class MirroletMirror final : public Mirror {
     xcb_window_t window;
 };
 
-/// Another program, whose window is moved to a place where it obscures no other.
+/// Runs a program other than Mirrolet. Moves the program's window to a place where it obscures no other
+/// window.
 class OtherMirror final : public Mirror {
   public:
     OtherMirror(Desktop& desktop, const std::vector<std::string>& command) {
         auto environment = desktop.server.with(sandbox.environment());
         environment["SDL_VIDEODRIVER"] = "x11";
-        environment["SDL_RENDER_DRIVER"] = "software"; // The server has no GPU.
+        environment["SDL_RENDER_DRIVER"] = "software"; // Xvfb has no GPU for SDL.
         process.emplace(ChildProcess::Options{
             .command = command, .environment = environment, .log = sandbox.folder() / "mirror.log"});
         require("a window of " + command.front(), [&] { return findWindow(desktop.facts); });
@@ -124,8 +126,8 @@ std::unique_ptr<Mirror> start(const std::string& name, Desktop& desktop, xcb_win
     return std::make_unique<MirroletMirror>(desktop);
 }
 
-/// Returns how often the picture in the box changes on the screen during the time. Reads the box sixty times
-/// a second.
+/// Reads the box on the screen sixty times a second for the given time. Returns how often the pixels in the
+/// box changed.
 int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     XClient client(desktop.server);
     const WindowFacts facts(client);
@@ -141,9 +143,10 @@ int changesDuring(seconds time, const Desktop& desktop, const Box& box) {
     return changes;
 }
 
-/// Returns the number of pictures a second that the user sees.
+/// Repaints the source for the given time. Returns how many new pictures a second the mirror showed.
 double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_window_t panel) {
-    Box strip = desktop.facts.box(panel); // A part is enough, because the text scrolls everywhere.
+    // Reads only a part of the mirror, which suffices because the text scrolls everywhere.
+    Box strip = desktop.facts.box(panel);
     strip.x += strip.width / 4;
     strip.y += strip.height / 2;
     strip.width /= 2;
@@ -155,7 +158,8 @@ double framesDuring(seconds time, TextSource& source, Desktop& desktop, xcb_wind
     return changes / static_cast<double>(time.count());
 }
 
-/// Returns the picture without its edge, because a mirror has its frame and its round corners there.
+/// Returns the picture without its outermost pixels, because a mirror draws its border and its round corners
+/// there.
 Picture inside(const Picture& picture) {
     constexpr int edge = 16;
     Picture result{picture.width - 2 * edge, picture.height - 2 * edge, {}};
@@ -165,8 +169,9 @@ Picture inside(const Picture& picture) {
     return result;
 }
 
-/// Returns how similar the panel becomes to an exactly downscaled picture of the source. The source stops
-/// changing, and the best value within half a second counts.
+/// Returns the similarity (SSIM) of the mirror and a perfectly downscaled picture of the source. The mirror
+/// shows the last change a moment later, so the function compares for up to half a second and returns the
+/// best result.
 double likeness(TextSource& source, Desktop& desktop, xcb_window_t panel) {
     source.repaint();
     const auto expected = inside(areaAverage(source.picture(), panelWidth, panelHeight));
@@ -189,7 +194,8 @@ Usage usageNow(pid_t program, const Desktop& desktop) {
 }
 
 Usage usageDuring(seconds time, TextSource& source, pid_t program, const Desktop& desktop) {
-    source.runFor(std::chrono::milliseconds(600)); // The start is not measured.
+    // Gives the program time to start, because the start is not measured.
+    source.runFor(std::chrono::milliseconds(600));
     const auto before = usageNow(program, desktop);
     const auto start = std::chrono::steady_clock::now();
     source.runFor(time);
@@ -228,8 +234,9 @@ void measure(const Situation& situation, seconds time) {
         options.overrideRedirect = true;
         cover.emplace(desktop.server, options);
     }
-    // The server's cost of source and desktop alone is measured before and after each program, because the
-    // cost drifts. With a compositing manager it is most of the server's cost.
+    // The X server needs processor time even without a mirror. This time is measured before and after each
+    // program, because it changes slowly during a run. The mean of the two values is subtracted from the
+    // server's time with the program.
     const auto alone = [&] { return usageDuring(time, source, 0, desktop).server; };
     double before = alone();
     for (const char* name : names) {
@@ -247,7 +254,7 @@ void measure(const Situation& situation, seconds time) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    const seconds time(argumentCount > 1 ? std::atoi(arguments[1]) : 2); // NOLINT: a developer's tool.
+    const seconds time(argumentCount > 1 ? std::atoi(arguments[1]) : 2); // NOLINT: atoi() suffices here.
     const int rounds = argumentCount > 2 ? std::atoi(arguments[2]) : 3;  // NOLINT
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         std::signal(number, [](int) { interruptWait(); });

@@ -1,5 +1,5 @@
-// mirrolet_reader: reads the list of windows as a poll of Mirrolet does, once for each line of standard
-// input.
+// The program mirrolet_reader. Reads the list of windows once for each line of standard input, in the same
+// way as a poll of Mirrolet.
 
 #include "bench/comparison/Reader.h"
 #include "monitor/WindowMonitor.h"

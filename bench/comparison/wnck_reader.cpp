@@ -1,5 +1,5 @@
-// wnck_reader: reads the list of windows with libwnck, once for each line of standard input. With an
-// argument, reads once and ends.
+// The program wnck_reader. Reads the list of windows with libwnck, once for each line of standard input. If
+// started with an argument, reads the list once and ends.
 
 #define WNCK_I_KNOW_THIS_IS_UNSTABLE
 #include "bench/comparison/Reader.h"
@@ -11,7 +11,8 @@
 
 namespace {
 
-/// Handles the changes, and reads the facts of each window that Mirrolet reads.
+/// Makes libwnck learn about all changes, and reads the same facts of each window as Mirrolet does. Returns
+/// how many windows have a title and all other facts.
 std::size_t readWindows() {
     static auto* const handle = wnck_handle_new(WNCK_CLIENT_TYPE_PAGER);
     auto* screen = wnck_handle_get_default_screen(handle);
@@ -33,7 +34,8 @@ std::size_t readWindows() {
     return std::min(found, read);
 }
 
-/// Lets libwnck handle changes between the readings.
+/// Runs when standard input has a line, and then reads the list. The program waits for the line in GTK's main
+/// loop, because libwnck handles changes of the windows only while that loop runs.
 gboolean onInput(GIOChannel* input, GIOCondition /*condition*/, gpointer /*data*/) {
     gchar* line = nullptr;
     const bool ended = g_io_channel_read_line(input, &line, nullptr, nullptr, nullptr) != G_IO_STATUS_NORMAL;

@@ -1,5 +1,7 @@
-// mirror_parts WINDOW WIDTH HEIGHT: shows the window in a small window of its own, fifteen times a second.
-// Uses only capture and presenter, and so shows the cost of Mirrolet without the rest of the program.
+// Mirrors WINDOW into a new window of WIDTH x HEIGHT pixels, fifteen times a second. Uses only the capture
+// and the presenter of Mirrolet, so that their cost can be measured without the rest of Mirrolet.
+//
+//   mirror_parts WINDOW WIDTH HEIGHT
 
 #include "platform/desktop/x11/capture/X11WindowCapture.h"
 #include "platform/desktop/x11/mirror/X11WindowPresenter.h"

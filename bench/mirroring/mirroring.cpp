@@ -1,7 +1,8 @@
-// Measures the cost of a mirror. Mirrors a window of 1280 x 800 that repaints thirty times a second into
-// 320 x 200. In one run, capture and presenter mirror the window, and so does a minimal Qt program. Prints
-// the processor time of the program and of the X server in milliseconds a second, without the server's time
-// for the source alone. Also prints the ratio of the two sums.
+// Compares the cost of Mirrolet's capture and presenter with the cost of a minimal Qt program. Both mirror
+// the same window at a size of 320 x 200. The mirrored window has 1280 x 800 pixels and repaints thirty times
+// a second. Prints the processor time of each program, that of the X server, and their sum, in milliseconds a
+// second. The time that the X server uses for the mirrored window alone is left out. Also prints the ratio of
+// the two sums.
 //
 //   bench_mirroring [SECONDS [ROW]]    default: 6 seconds, all rows
 
@@ -21,7 +22,7 @@ namespace {
 using namespace mirrolet::harness;
 using Source = mirrolet::bench::TextSource;
 
-/// Milliseconds of processor time for each second of a run.
+/// Holds the processor time that a run has used, in milliseconds for each second.
 struct Cost {
     double program = 0;
     double server = 0;
@@ -35,7 +36,8 @@ Cost measure(const XServer& server, Source& source, std::chrono::seconds time, c
             .command = {program, std::to_string(source.number()), "320", "200"},
             .environment = server.with(sandbox.environment()),
         });
-    source.runFor(std::chrono::seconds(1)); // The start is not measured.
+    // Gives the program time to start, because the start is not measured.
+    source.runFor(std::chrono::seconds(1));
     const auto used = [&] {
         return Cost{mirror ? processorTime(mirror->pid()) : 0, processorTime(server.pid())};
     };
@@ -73,7 +75,7 @@ void run(const Row& row, std::chrono::seconds time) {
 
 int main(int argumentCount, char** arguments) {
     const std::chrono::seconds time(argumentCount > 1 ? std::atoi(arguments[1])
-                                                      : 6); // NOLINT: a developer's tool.
+                                                      : 6); // NOLINT: atoi() suffices here.
     try {
         std::printf("%-22s %8s  %23s  %23s  %7s\n", "", "source", "capture and presenter",
                     "minimal Qt program", "ratio");

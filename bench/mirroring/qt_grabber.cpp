@@ -1,5 +1,7 @@
-// qt_grabber WINDOW WIDTH HEIGHT: shows the window in a small window of its own, fifteen times a second.
-// Works as the shortest Qt program would: grabs the pixels, scales them smoothly, and paints.
+// Mirrors WINDOW into a new window of WIDTH x HEIGHT pixels, fifteen times a second. This is the shortest Qt
+// program that does so. The program grabs the pixels of WINDOW, scales them smoothly and paints them.
+//
+//   qt_grabber WINDOW WIDTH HEIGHT
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -40,7 +42,7 @@ int main(int argumentCount, char** arguments) {
     Panel panel(static_cast<WId>(std::strtoul(arguments[1], nullptr, 10)));
     panel.setFlags(Qt::BypassWindowManagerHint);
     panel.setGeometry(0, 0, std::atoi(arguments[2]),
-                      std::atoi(arguments[3])); // NOLINT: only the benchmarks call this.
+                      std::atoi(arguments[3])); // NOLINT: atoi() suffices here.
     panel.show();
     QTimer timer;
     timer.setTimerType(Qt::PreciseTimer);

@@ -9,7 +9,8 @@ using namespace harness;
 namespace {
 
 constexpr int awayFromEverything = 2;
-constexpr int insideTheGrip = 6; // Pixels from the panel's lower right corner.
+// The distance in pixels from the panel's lower right corner to a place on the grip.
+constexpr int insideTheGrip = 6;
 constexpr Box room{1340, 600, 0, 0};
 
 } // namespace

@@ -21,14 +21,15 @@ namespace {
 constexpr int panelWidth = 320;
 constexpr int panelHeight = 200;
 constexpr double usualPollInterval = 2;
-constexpr double quickPollInterval = 0.2; // Used if the measurement begins after the prompt.
+// A short poll interval in seconds, for measurements that do not include the time until the prompt.
+constexpr double quickPollInterval = 0.2;
 
 double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-/// Runs a thread that wakes at each deadline and then wakes a second thread, as a queue wakes the main
-/// thread.
+/// Runs two threads. The first thread wakes fifteen times a second, and then wakes the second thread.
+/// Mirrolet's capture thread wakes the main thread in the same way.
 void passWakesOn(std::chrono::seconds time) {
     constexpr int wakes = 15;
     constexpr auto period = std::chrono::nanoseconds(std::chrono::seconds(1)) / wakes;
@@ -45,8 +46,8 @@ void passWakesOn(std::chrono::seconds time) {
     }
 }
 
-/// The processor time and wake-ups of the program and the X server. Either the totals up to now, or the
-/// values for each second of a measurement.
+/// Holds the processor time and the wake-ups of the program, and the processor time of the X server. The
+/// values are either totals since the process started, or values for each second of a measurement.
 struct Usage {
     double program = 0;
     double wakes = 0;
@@ -58,9 +59,11 @@ struct Usage {
     }
 };
 
-/// Measures the usage for each second of the time. If `program` is 0, measures the server alone.
+/// Measures for the given time. Returns the usage for each second. If `program` is 0, measures only the X
+/// server.
 Usage usageDuring(std::chrono::seconds time, pid_t program, pid_t server) {
-    std::this_thread::sleep_for(std::chrono::seconds(1)); // The start is not measured.
+    // Gives the program time to start, because the start is not measured.
+    std::this_thread::sleep_for(std::chrono::seconds(1));
     const auto start = Clock::now();
     const auto before = Usage::now(program, server);
     std::this_thread::sleep_for(time);
@@ -88,7 +91,8 @@ Usage usageOfQt(Desktop& desktop, const Effort& effort, xcb_window_t source) {
     return usageDuring(effort.time, program.pid(), desktop.server.pid());
 }
 
-/// Polls more often than the harness, because the measured times are only a few polls of the harness long.
+/// Waits until the condition holds. Checks the condition more often than waitUntil() does, because the times
+/// that are measured in this way are short.
 void spinUntil(const Condition& condition) {
     for (const auto start = Clock::now(); !condition() && Clock::now() - start < patience;)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -101,7 +105,8 @@ WakeFigures measureWakes(const Effort& effort) {
     for (int round = 0; round < effort.rounds; ++round) {
         const double processorBefore = processorTime(getpid());
         const double wakesBefore = wakeUps(getpid());
-        // Only running threads are counted, so both threads outlive the reading.
+        // processorTime() counts only threads that still run, so both threads run a second longer than the
+        // measurement.
         const std::jthread first([&] { passWakesOn(effort.time + std::chrono::seconds(1)); });
         std::this_thread::sleep_for(effort.time);
         const double processor = processorTime(getpid()) - processorBefore;
@@ -139,7 +144,8 @@ IdleFigures measureIdle(const Effort& effort) {
     const auto program = desktop.start(usualPollInterval);
     require("the status icon", [&] { return statusIcon(desktop.facts, program->pid()).has_value(); });
     for (int round = 0; round < effort.rounds; ++round) {
-        // Each round has the same number of polls.
+        // Measures for an even number of seconds. Mirrolet polls every two seconds, so each round then has
+        // the same number of polls.
         const auto time = 2 * std::chrono::seconds((effort.time.count() + 1) / 2);
         const auto usage = usageDuring(time, program->pid(), desktop.server.pid());
         figures.processor.add(usage.program);
@@ -175,7 +181,8 @@ Series measureEnd(const Effort& effort) {
         desktop.client.sync();
         spinUntil([&] { return !desktop.facts.viewable(panel); });
         figures.add(millisecondsSince(start));
-        // A call counts as a new one only after a poll that saw no call.
+        // Waits until Mirrolet has polled while there is no call. Otherwise Mirrolet would think that the
+        // next call is still the same call, and would not show a prompt.
         require("no mirror", [&] { return !program->panel(desktop.facts); });
         std::this_thread::sleep_for(3 * std::chrono::duration<double>(quickPollInterval));
     }

@@ -1,7 +1,7 @@
-// Measures the cost of the whole program. Runs Mirrolet as people do, on a desktop of its own (Xvfb, openbox,
-// a tray). The steps are a call window of 1280 x 800, the prompt, Return, the mirror dragged to 320 x 200,
-// and the end of the call. Prints one table. Each figure is measured several times. The column "reach" is the
-// figure's limit.
+// Measures what the whole program costs. Starts Mirrolet on a desktop of its own (Xvfb, openbox, a tray) and
+// does what a user does: shows a call window of 1280 x 800, answers the prompt with Return, resizes the
+// mirror to 320 x 200, and ends the call. Measures each figure several times and prints one table. The column
+// "reach" shows the highest value that a figure should have.
 //
 //   bench_program [SECONDS [ROUNDS]]    default: 5 seconds, 5 rounds, about five minutes
 
@@ -42,7 +42,8 @@ void printHead(const Effort& effort) {
                 "runs");
 }
 
-/// With a reach of 0 the figure has no limit.
+/// Prints one row of the table. `reach` is the highest value that the figure should have, or 0 if there is no
+/// such value.
 void print(const char* what, const char* unit, const Series& figures, double reach = 0) {
     std::string limit;
     if (reach > 0) {
@@ -85,7 +86,7 @@ void run(const Effort& effort) {
 int main(int argumentCount, char** arguments) {
     Effort effort;
     if (argumentCount > 1)
-        effort.time = std::chrono::seconds(std::atoi(arguments[1])); // NOLINT: a developer's tool.
+        effort.time = std::chrono::seconds(std::atoi(arguments[1])); // NOLINT: atoi() suffices here.
     if (argumentCount > 2)
         effort.rounds = std::atoi(arguments[2]); // NOLINT
     for (const int number : {SIGINT, SIGTERM, SIGHUP})

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform {
 
-/// An animation that moves an alpha value over time.
+/// Changes an alpha value (opacity) step by step from one value to another.
 class AlphaAnimation {
   public:
     explicit AlphaAnimation(std::function<void(double)> apply);

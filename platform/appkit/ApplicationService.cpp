@@ -23,9 +23,9 @@ constexpr auto description = R"(<node><interface name="org.freedesktop.Applicati
 
 } // namespace
 
-// The members are used on the bus's thread, except `activate`, which the main thread uses.
+// Only the thread of the session bus uses the members, except `activate`, which only the main thread uses.
 struct ApplicationService::Service : std::enable_shared_from_this<Service> {
-    std::function<void()> activate; ///< Empty once the owner is gone.
+    std::function<void()> activate; ///< Empty once the ApplicationService is destroyed.
     GDBusConnection* connection = nullptr;
     guint object = 0;
     guint ownedName = 0;
@@ -40,7 +40,7 @@ void ApplicationService::Service::onCall(GDBusConnection*, const char*, const ch
                                          const char* method, GVariant*, GDBusMethodInvocation* call,
                                          gpointer data) {
     g_dbus_method_invocation_return_value(call, nullptr);
-    // The program has no actions of its own to offer, and nothing to open.
+    // ActivateAction is ignored, because the program offers no actions. The other methods show the program.
     if (std::string_view(method) == "ActivateAction")
         return;
     DispatchQueue::main().async([weak = *static_cast<std::weak_ptr<Service>*>(data)] {
@@ -56,7 +56,8 @@ void ApplicationService::Service::begin(GDBusConnection* bus) {
     connection = bus;
     static const GDBusInterfaceVTable handlers = {onCall, nullptr, nullptr, {}};
     const GLibPointer<GDBusNodeInfo> node(g_dbus_node_info_new_for_xml(description, nullptr));
-    // The object comes before the name, because a caller that waits for the name calls at once.
+    // The object is registered before the name, because another process may call the object as soon as the
+    // name exists.
     object = g_dbus_connection_register_object(
         bus, path, node->interfaces[0], &handlers, new std::weak_ptr<Service>(weak_from_this()),
         [](gpointer data) { delete static_cast<std::weak_ptr<Service>*>(data); }, nullptr);

@@ -5,13 +5,13 @@
 
 namespace mirrolet::platform {
 
-/// The program's object on the session bus. Its name is "app.mirrolet.Mirrolet". Its interface is
-/// "org.freedesktop.Application", through which a desktop starts an application or brings one to the front. A
-/// second process of the same session waits for the name.
+/// The program's object on the session bus, with the name "app.mirrolet.Mirrolet". A desktop starts the
+/// program or brings it to the front through the interface "org.freedesktop.Application". If another process
+/// of the login session has the name, this process gets the name once the other one ends.
 class ApplicationService {
   public:
-    /// Calls `activate` on the main queue for each activation, until this object is destroyed. Never waits
-    /// for the bus.
+    /// Calls `activate` on the main queue each time that the desktop activates the program, until this object
+    /// is destroyed. Never waits for the bus.
     explicit ApplicationService(std::function<void()> activate);
     ~ApplicationService();
     ApplicationService(const ApplicationService&) = delete;

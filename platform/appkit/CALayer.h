@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// A background and a border that a view has besides its own drawing. The background lies under the drawing,
-/// the border over the subviews.
+/// The background and the border of a view. The background lies under the view's own drawing. The border lies
+/// over the view's subviews.
 struct CALayer {
     CGFloat cornerRadius = 0;
     bool masksToBounds = false;

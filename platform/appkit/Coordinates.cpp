@@ -32,7 +32,7 @@ NSPoint fromQtScreen(QPointF point) {
 }
 
 QRect toQtScreenRect(const NSRect& rect) {
-    // Place and size are rounded separately, so that a window that is only moved keeps its size.
+    // Position and size are rounded separately, so that a window that is only moved keeps its size.
     const QPoint topLeft = toQtScreen({rect.minX(), rect.maxY()}).toPoint();
     return {topLeft, QSizeF(rect.width(), rect.height()).toSize()};
 }

@@ -20,8 +20,9 @@ constexpr const char* appearance = "org.freedesktop.appearance";
 constexpr const char* colorScheme = "color-scheme";
 constexpr guint32 prefersDark = 1;
 
-/// Unwraps the portal's value and applies it on the main thread. The value is wrapped once or twice,
-/// depending on the portal's version. A value that is no number is ignored.
+/// Reads the user's choice from a value of the desktop portal and applies it on the main thread. The value is
+/// wrapped in one or two variants, depending on the portal's version. A value that is not a number is
+/// ignored.
 void take(GVariant* value) {
     GLibPointer<GVariant> inner(g_variant_ref(value));
     while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT))
@@ -35,8 +36,9 @@ void take(GVariant* value) {
 void answered(GObject* connection, GAsyncResult* result, gpointer /*data*/) {
     const GLibPointer<GVariant> reply(
         g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
+    // A failed call means that this desktop has no portal, so Qt's palette stays as it is.
     if (!reply)
-        return; // There is no portal here, and Qt's palette stays.
+        return;
     const GLibPointer<GVariant> value(g_variant_get_child_value(reply.get(), 0));
     take(value.get());
 }

@@ -2,14 +2,14 @@
 
 namespace mirrolet::platform {
 
-/// The user's choice of light or dark for the whole desktop. Qt takes over the palette of some desktops.
-/// Other desktops only announce a preference, through the desktop portal.
+/// Follows the user's choice of light or dark for the whole desktop. On some desktops Qt itself uses the
+/// desktop's palette. Other desktops only announce the choice, through the desktop portal.
 struct DesktopAppearance {
-    /// Keeps Qt's palette light or dark as the portal says, from now on. Needs the application object. Does
-    /// not wait for the session bus. Main thread.
+    /// Makes Qt's palette light or dark as the portal says, now and after each change. Call this after the
+    /// QApplication was made. Does not wait for the session bus. Main thread.
     static void follow();
-    /// Sets a dark palette if `dark`, unless Qt's own palette is dark already. Otherwise sets Qt's own
-    /// palette. Main thread.
+    /// With true, sets a dark palette, but keeps Qt's own palette if that is dark already. With false,
+    /// restores Qt's own palette. Main thread.
     static void setDark(bool dark);
 };
 

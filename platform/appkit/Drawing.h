@@ -8,17 +8,17 @@
 
 namespace mirrolet::platform {
 
-/// The painter of the view that is being drawn, and the colours that the view has chosen. Uses the view's
-/// coordinates (y upwards). Exists during each call of NSView::draw. Main thread.
+/// Holds the painter and the colours with which a view is drawn. Uses the view's coordinates (y upwards).
+/// Exists during each call of NSView::draw(). Main thread.
 class Drawing {
   public:
-    /// Makes this the current drawing, on `painter`, until this object is destroyed.
+    /// Makes this object the current drawing until this object is destroyed.
     explicit Drawing(QPainter& painter);
     ~Drawing();
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    /// Returns the current drawing. Returns nullptr while no view is being drawn; drawing then does nothing.
+    /// Returns the current drawing, or nullptr while no view is being drawn.
     static Drawing* current();
 
     QPainter& painter;

@@ -2,7 +2,7 @@
 
 namespace mirrolet::platform {
 
-/// A file descriptor with one owner.
+/// Owns a file descriptor and closes it in the destructor.
 class FileDescriptor {
   public:
     explicit FileDescriptor(int number = -1) : number(number) {}

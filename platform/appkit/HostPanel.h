@@ -7,14 +7,15 @@
 
 namespace mirrolet::platform {
 
-/// The desktop::PanelWindow of a host's native window. There is none before open(), after close(), and for a
-/// window that is no panel. Every other call then does nothing. Main thread.
+/// Owns the desktop::PanelWindow of a native window. The PanelWindow exists from open() to close(). While
+/// there is none, the other functions do nothing. A window with a title bar never has a PanelWindow. Main
+/// thread.
 class HostPanel {
   public:
-    /// Makes the desktop's panel. Call this after the native window was made.
+    /// Makes the desktop::PanelWindow. Call this after the native window was made.
     void open(desktop::WindowNumber number, desktop::PanelStacking stacking, int level,
               const desktop::PanelShadow& shadow);
-    /// Destroys the desktop's panel. Call this before the native window is destroyed.
+    /// Destroys the desktop::PanelWindow. Call this before the native window is destroyed.
     void close() { panel.reset(); }
     [[nodiscard]] bool isOpen() const { return panel != nullptr; }
 
@@ -23,13 +24,13 @@ class HostPanel {
     void raise();
 
     void willShow();
-    /// Notes that the server has mapped the native window. Call this when the native window is drawn. Returns
-    /// true for the first call since willShow().
+    /// Tells the panel that the native window is on screen. Call this each time that the native window is
+    /// drawn. Only the first call after willShow() has an effect, and only that call returns true.
     bool shown();
     void willHide();
     void didHide();
 
-    /// Takes the focus now, or as soon as a window that is about to be shown is shown.
+    /// Takes the focus now, or in the next shown() if willShow() was called before.
     void takeFocus();
     void returnFocus();
 

@@ -10,11 +10,12 @@ namespace mirrolet::platform {
 
 class NSView;
 
-/// The interface through which a native window uses the NSWindow in front of it. Main thread.
+/// The functions of NSWindow that a WindowHost calls. The WindowHost shows the NSWindow in a native window.
+/// Main thread.
 class HostedWindow {
   public:
     struct Look {
-        unsigned styleMask; ///< Of NSWindowStyleMask.
+        unsigned styleMask; ///< A sum of values of NSWindowStyleMask.
         bool hasShadow;
         bool isOpaque;
         NSColor backgroundColor;
@@ -27,9 +28,9 @@ class HostedWindow {
     [[nodiscard]] virtual const std::string& title() const = 0;
     [[nodiscard]] virtual const std::shared_ptr<NSView>& contentView() const = 0;
     [[nodiscard]] virtual Look look() const = 0;
-    /// Takes over the frame to which the user or the desktop has moved the native window.
+    /// Called when the user or the desktop has moved the native window, with the window's new frame.
     virtual void hostMoved(NSRect frame) = 0;
-    /// Gives the window the focus, if the window can become key.
+    /// Gives the window the focus, if the window accepts the focus.
     virtual void makeKey() = 0;
 };
 

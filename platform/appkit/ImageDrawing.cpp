@@ -8,8 +8,8 @@
 
 #include <algorithm>
 
-// Q_INIT_RESOURCE has to stand outside any namespace. The call is needed because the library is linked
-// statically, and nothing else refers to the drawings.
+// Makes the drawings of symbols.qrc available. The library is linked statically, so without this call the
+// linker would leave the drawings out. Q_INIT_RESOURCE must not stand inside a namespace.
 static void loadSymbols() {
     Q_INIT_RESOURCE(symbols);
 }
@@ -26,16 +26,17 @@ QImage emptyImage(QSize pixels) {
     return image;
 }
 
-/// A drawing and the square that it fills, in device pixels.
+/// The file of a drawing, and the side in device pixels of the square that the drawing fills.
 struct Placed {
     QString file;
     int side;
 };
 
-/// Chooses the drawing and the size for a square of `side` device pixels. Every symbol has a drawing on a
-/// grid of 16. Symbols for status bars have a second drawing on a grid of 22, because both sizes are common
-/// there. With two drawings, the chosen size is a whole multiple of 16 or 22, so that edges stay on pixels.
-/// The rest of the square is a margin.
+/// Chooses the drawing of a symbol, and the size of the drawing in a square of `side` device pixels. Every
+/// symbol has a drawing on a grid of 16. Symbols for status bars have a second drawing on a grid of 22,
+/// because both sizes are common in status bars. If there are two drawings, a whole multiple of 16 or 22 is
+/// used, so that edges stay on pixels, and the drawing that fills more of the square is chosen. The rest of
+/// the square is a margin.
 Placed placed(const std::string& name, int side) {
     const QString base = QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name);
     const QString small = base + QStringLiteral(".svg");
@@ -66,14 +67,15 @@ QImage tinted(QImage shape, const QColor& tint) {
     return shape;
 }
 
-/// Returns whether a path names a picture that is safe to read. A desktop entry may name any file, and
+/// Returns true if the path names a picture that is safe to read. A desktop entry may name any file, and
 /// reading a device or a FIFO would never end.
 bool isReadablePicture(const QString& path) {
     const QFileInfo file(path);
     return file.isFile() && file.isReadable() && file.size() <= largestIconFile;
 }
 
-/// Returns the name of a theme's icon without a file's ending, which old desktop entries add.
+/// Removes a file ending such as ".png" from the name of an icon. Old desktop entries have names with an
+/// ending, but an icon theme has names without one.
 QString themeName(QString name) {
     for (const auto* ending : {".png", ".svg", ".xpm"})
         if (name.endsWith(QLatin1String(ending)))

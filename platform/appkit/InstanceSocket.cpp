@@ -30,7 +30,7 @@ struct Address {
     [[nodiscard]] const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&name); }
 };
 
-/// Returns the display without its screen, because ":0.1" and "unix:0" are screens of ":0".
+/// Returns the display's name without a screen number. For example, ":0.1" and "unix:0" both give ":0".
 std::string withoutScreen(std::string display) {
     if (display.starts_with("unix:"))
         display.erase(0, 4);
@@ -39,8 +39,8 @@ std::string withoutScreen(std::string display) {
     return display.substr(0, dot);
 }
 
-/// Returns the abstract address for a user and a display. An abstract address begins with a zero byte and is
-/// in no folder. The kernel removes an abstract address when the last process that has the address open ends.
+/// Returns the address for a user and a display. The address is abstract: it begins with a zero byte and is
+/// not a file. The kernel removes an abstract address when the last process that uses the address has ended.
 Address addressFor(const std::string& display) {
     Address address;
     address.name.sun_family = AF_UNIX;
@@ -76,12 +76,11 @@ bool waitsForByte(const FileDescriptor& peer, Clock::time_point deadline) {
     }
 }
 
-/// Asks the process that has the address to activate. Returns nothing if that process has ended meanwhile or
-/// does not listen yet.
+/// Asks the process that owns the address to show itself, and returns the outcome. Returns none if that
+/// process has ended meanwhile or does not listen yet.
 std::optional<Claim> ask(const Address& address, Clock::time_point deadline) {
     const FileDescriptor asking(socket(AF_UNIX, socketType, 0));
-    // EAGAIN means that many processes are waiting already, so the process that has the address must be
-    // stuck.
+    // EAGAIN means that too many processes wait already, so the process that owns the address must be stuck.
     if (connect(asking.get(), address.get(), address.length) != 0)
         return errno == EAGAIN ? std::optional(Claim::noAnswer) : std::nullopt;
     if (!isOfThisUser(asking)) {
@@ -101,7 +100,8 @@ InstanceSocket::Claim InstanceSocket::claim(const std::string& display, std::chr
     const auto deadline = Clock::now() + patience;
     do {
         listening = listenAt(address);
-        if (listening || errno != EADDRINUSE) // Without sockets, another process cannot be found.
+        // If sockets do not work at all, no other process can be found, so this one counts as the first.
+        if (listening || errno != EADDRINUSE)
             return Claim::first;
         if (const auto answer = ask(address, deadline))
             return *answer;

@@ -7,21 +7,23 @@
 
 namespace mirrolet::platform {
 
-/// A socket at an address in the kernel that the running program of one user and display has. A process that
-/// connects asks the program to activate. The program answers with one byte once it has activated.
+/// A socket through which a new process of the program finds the process that runs already. The kernel keeps
+/// the socket's address. Each user has one address for each display. A new process asks the running process
+/// to show itself by connecting to the address. The running process then answers with one byte.
 class InstanceSocket {
   public:
     enum class Claim {
-        first,      ///< This process has the address now.
-        handedOver, ///< Another process has it, and has activated.
-        noAnswer,   ///< Another process has it, but has not answered in time.
+        first,      ///< This process owns the address now.
+        handedOver, ///< Another process owns the address and has shown itself.
+        noAnswer,   ///< Another process owns the address but has not answered in time.
     };
 
-    /// Takes the address, or asks the process that has it to activate.
+    /// Takes the address. If another process owns the address, asks that process to show itself and waits for
+    /// the answer.
     Claim claim(const std::string& display, std::chrono::milliseconds patience);
     [[nodiscard]] int listener() const { return listening.get(); }
-    /// Returns the connection of the next process that asks. Returns no descriptor if no process of this user
-    /// asks.
+    /// Returns the connection of the next process that asks. Returns an empty descriptor if no process of
+    /// this user asks.
     [[nodiscard]] FileDescriptor accept() const;
     static void answer(const FileDescriptor& asker);
 

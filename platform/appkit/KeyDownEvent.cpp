@@ -25,14 +25,16 @@ unsigned long flagsOf(Qt::KeyboardModifiers modifiers) {
     return flags;
 }
 
-/// Returns the virtual key code for the key's place on the keyboard. X key codes are evdev's plus 8.
+/// Returns the virtual key code for the place of the key on the keyboard. An X key code is an evdev code plus
+/// 8.
 std::optional<std::uint16_t> virtualKeyCode(const QKeyEvent& event) {
     const auto scanCode = event.nativeScanCode();
     const auto code = scanCode >= 8 ? virtualFromEvdev(scanCode - 8) : std::nullopt;
     return code ? std::optional(static_cast<std::uint16_t>(*code)) : std::nullopt;
 }
 
-/// Returns whether the key is a modifier, by the key's place or by what the layout makes of the key.
+/// Returns true if the key is a modifier, by its place on the keyboard or by its meaning in the keyboard
+/// layout.
 bool isModifierKey(const QKeyEvent& event, std::uint16_t keyCode) {
     switch (event.key()) {
     case Qt::Key_Shift:

@@ -8,8 +8,8 @@ class QKeyEvent;
 
 namespace mirrolet::platform {
 
-/// Returns the key-down event for a view. Returns none for a modifier key, because a modifier only changes
-/// the flags of other keys' events. Returns none for an event whose scan code has no virtual key code.
+/// Converts Qt's event to a key-down event for a view. Returns none for a modifier key, because modifiers
+/// appear only as flags in the events of other keys. Also returns none if the key has no virtual key code.
 std::optional<NSEvent> keyDownEvent(const QKeyEvent& event);
 
 } // namespace mirrolet::platform

@@ -4,11 +4,11 @@ namespace mirrolet::platform {
 
 struct NSLayoutConstraint;
 
-/// An object that constraints lay out.
+/// An object that is placed by NSLayoutConstraints.
 class LayoutItem {
   public:
     virtual ~LayoutItem() = default;
-    /// Adds a constraint that holds from now on.
+    /// Adds a constraint, which takes effect at once and stays in effect.
     virtual void addConstraint(const NSLayoutConstraint& constraint) = 0;
 };
 

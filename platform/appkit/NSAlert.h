@@ -19,8 +19,8 @@ class NSAlert {
     /// Adds a button after the others. The first button is the default. An alert without buttons shows a
     /// single "OK".
     void addButton(const std::string& title) { buttons.push_back(title); }
-    /// Waits for the user's answer. Returns NSAlertFirstButtonReturn plus the number of the button. Closing
-    /// the alert counts as the last button.
+    /// Shows the alert and waits for the user's answer. Returns NSAlertFirstButtonReturn plus the index of
+    /// the chosen button. Closing the alert counts as choosing the last button.
     int runModal() const;
 
   private:

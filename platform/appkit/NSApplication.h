@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// An object that is told of the application's start and end. Main thread.
+/// An object that is told when the application starts and ends. Main thread.
 class NSApplicationDelegate {
   public:
     virtual ~NSApplicationDelegate() = default;
@@ -15,13 +15,13 @@ class NSApplicationDelegate {
 };
 
 /// The application object, which sets up Qt, runs the event loop and ends the program. main() makes one per
-/// process. Main thread where nothing else is said.
+/// process. Unless a comment says otherwise, for the main thread only.
 class NSApplication {
   public:
     enum class ActivationPolicy { regular = 0, accessory = 1 };
 
-    /// Takes Qt's own options out of the arguments, which must outlive this object. The process's desktop
-    /// must be set before.
+    /// Qt removes its own options from the arguments. The arguments must outlive this object. Call
+    /// desktop::Desktop::setCurrent() before making the object.
     NSApplication(int& argc, char** argv);
     ~NSApplication();
     NSApplication(const NSApplication&) = delete;
@@ -33,20 +33,20 @@ class NSApplication {
     void setDelegate(std::weak_ptr<NSApplicationDelegate> delegate);
     /// Brings the program's ordinary windows in front of the windows of other programs.
     void activateIgnoringOtherApps();
-    /// Tells the delegate, and makes run() return.
+    /// Tells the delegate that the program ends, and makes run() return.
     void terminate();
 
     /// Tells the delegate that the program was started once more.
     void reopen();
 
-    /// Runs the event loop. The delegate has finished launching before the first event. SIGTERM, SIGINT and
-    /// SIGHUP end the event loop as terminate() does. Then writes the user defaults, however long that takes,
-    /// and waits a bounded time for the tasks of all queues. Returns the exit status. If a task still runs,
-    /// the process ends at once with that status instead.
+    /// Runs the event loop until terminate(), SIGTERM, SIGINT or SIGHUP. Before the first event, calls the
+    /// delegate's applicationDidFinishLaunching(). After the last event, writes the user defaults, however
+    /// long that takes, and waits a bounded time for the tasks of all queues. Returns the exit status. If a
+    /// task still runs, ends the process at once with that status instead.
     int run();
 
-    /// Ends the process with a failing status because the window server is gone. First logs one line that
-    /// says so and writes the user defaults. Any thread. Does not return.
+    /// Ends the process with a failing status because the connection to the window server is lost. First logs
+    /// one line and writes the user defaults. Any thread. Does not return.
     [[noreturn]] static void serverLost();
 
     // Has no effect, because task lists on this desktop show windows and not applications. Kept for callers

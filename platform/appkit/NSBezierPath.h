@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// A path in the coordinates of the view being drawn. The colours are those that NSColor::setFill and
-/// setStroke have set; strokes have butt caps.
+/// A path of lines, in the coordinates of the view being drawn. fill() and stroke() use the colours that
+/// NSColor::setFill() and NSColor::setStroke() have set. Strokes have butt caps.
 class NSBezierPath {
   public:
     NSBezierPath();

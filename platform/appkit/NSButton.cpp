@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The share of a button's size that the button's symbol takes.
+/// The side of a button's symbol, divided by the side of the button.
 constexpr double symbolShare = 0.5;
 
 } // namespace
@@ -35,14 +35,16 @@ void NSButton::draw(NSRect /*dirtyRect*/) {
     painter.restore();
 }
 
-// Does nothing, so that a press on a button does not reach the views behind the button.
+// Does nothing, so that a press on a button does not reach the views behind the button. NSView::mouseDown()
+// would pass the press on.
 void NSButton::mouseDown(const NSEvent& /*event*/) {}
 void NSButton::mouseDragged(const NSEvent& /*event*/) {}
 
 void NSButton::mouseUp(const NSEvent& event) {
     if (!bounds().contains(convertFromWindow(event.locationInWindow)) || !action)
         return;
-    const auto act = action; // The action may destroy the button.
+    // The action is copied, because running it may destroy the button and with the button the member.
+    const auto act = action;
     act();
 }
 

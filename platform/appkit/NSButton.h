@@ -10,7 +10,8 @@ namespace mirrolet::platform {
 
 enum class NSCellImagePosition { noImage = 0, imageOnly = 1 };
 
-/// A borderless button that shows an image in its tint colour and acts when the pointer is released inside.
+/// A view that can be clicked. Has no border and shows an image in its tint colour. The action runs if the
+/// pointer is over the view when the mouse button is released.
 class NSButton : public NSView {
   public:
     using NSView::NSView;

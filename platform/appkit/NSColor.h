@@ -4,8 +4,8 @@ class QColor;
 
 namespace mirrolet::platform {
 
-/// A colour, not premultiplied, each part from 0 to 1. The semantic colours are those of the desktop's
-/// palette at the moment of the call, so ask for them while drawing.
+/// A colour with components from 0 to 1, not premultiplied. The functions that end in "Color" return colours
+/// of the desktop's palette. Call them each time that you draw, because the palette may change.
 struct NSColor {
     double red = 0;
     double green = 0;
@@ -24,7 +24,7 @@ struct NSColor {
 
     [[nodiscard]] NSColor withAlphaComponent(double value) const { return {red, green, blue, value}; }
 
-    /// The colour of the fills or strokes that follow in the present drawing.
+    /// Sets the colour for the fills or strokes that follow in the current drawing.
     void setFill() const;
     void setStroke() const;
 

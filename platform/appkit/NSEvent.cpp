@@ -10,8 +10,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The pointer's place, which Qt reports with each event. Asking the server would cost a round trip for each
-/// step of a drag.
+/// The pointer's position at the last event, as reported by Qt. The position is kept here, because asking the
+/// server would cost a round trip for each step of a drag.
 std::optional<QPointF> pointerOfLastEvent;
 
 } // namespace

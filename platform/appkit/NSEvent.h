@@ -10,7 +10,7 @@ namespace mirrolet::platform {
 
 enum class NSEventType { leftMouseDown, leftMouseDragged, leftMouseUp, mouseEntered, mouseExited, keyDown };
 
-/// Bits of NSEvent::modifierFlags, as the shortcut conversion reads them.
+/// The bits of NSEvent::modifierFlags. carbonModifiers() converts them for shortcuts.
 namespace NSEventModifierFlags {
 inline constexpr unsigned long capsLock = 1UL << 16;
 inline constexpr unsigned long shift = 1UL << 17;
@@ -23,14 +23,16 @@ inline constexpr unsigned long numericPad = 1UL << 21;
 /// One event for a view. Main thread.
 struct NSEvent {
     NSEventType type = NSEventType::leftMouseDown;
-    NSPoint locationInWindow; ///< y upwards, from the window's bottom-left corner.
+    NSPoint locationInWindow; ///< In window coordinates (y upwards from the bottom-left corner).
     unsigned long modifierFlags = 0;
-    std::uint16_t keyCode = 0; ///< Virtual key code, which names the place of the key whatever the layout.
-    bool isARepeat = false;    ///< The key was down before.
+    std::uint16_t keyCode = 0; ///< Virtual key code: the key's place, in any keyboard layout.
+    bool isARepeat = false;    ///< True if the key was down already.
 
-    /// The pointer's place at the time of the event being delivered, in screen coordinates (y upwards).
+    /// Returns the position of the pointer at the event that is being delivered, in screen coordinates (y
+    /// upwards).
     static NSPoint mouseLocation();
-    /// Called by whoever delivers an event, before it is delivered. In Qt's screen coordinates.
+    /// Stores the position that mouseLocation() returns. Called before each event is delivered. `onQtScreen`
+    /// is in Qt's screen coordinates.
     static void noteMouseLocation(const QPointF& onQtScreen);
 };
 

@@ -13,7 +13,8 @@ namespace {
 
 QFont toQFont(const NSFont& font) {
     QFont result = QGuiApplication::font();
-    result.setPixelSize(qRound(font.size)); // A device-independent pixel is a point here.
+    // Font sizes are in points, which Qt calls device-independent pixels.
+    result.setPixelSize(qRound(font.size));
     return result;
 }
 
@@ -35,7 +36,7 @@ void drawText(const std::string& text, NSPoint origin, const NSTextAttributes& a
     QPainter& painter = drawing->painter;
     const QFont font = toQFont(attributes.font);
     painter.save();
-    // The y axis is turned over around the baseline, because Qt draws text with y downwards.
+    // The y axis is flipped at the baseline, because Qt draws text with y downwards.
     painter.translate(origin.x, origin.y + QFontMetricsF(font).descent());
     painter.scale(1, -1);
     painter.setFont(font);

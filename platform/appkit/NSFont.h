@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform {
 
-/// A font of the desktop's user interface; the size is in points.
+/// A font of the desktop's user interface. The size is in points.
 struct NSFont {
     double size = 0;
 

@@ -13,8 +13,8 @@ struct Symbol {
     bool isTemplate;
 };
 
-// The drawings of symbols.qrc. The status item's drawing has colours of its own, because a status icon does
-// not know the colour of the dock and has to be readable on any dock.
+// The drawings in symbols.qrc. The drawing for the status item has fixed colours that are readable on any
+// dock, because the program cannot know the dock's colour.
 constexpr std::array symbols = {
     Symbol{"pip.fill", false},
     Symbol{"pip", true},

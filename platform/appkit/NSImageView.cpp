@@ -53,7 +53,7 @@ void NSImageView::draw(NSRect /*dirtyRect*/) {
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QRectF rect = toQRect(imageRect());
-    // The y axis is turned over, because the rows of a picture are stored from top to bottom.
+    // The y axis is flipped, because the rows of a picture are stored from top to bottom.
     painter.translate(0, rect.top() + rect.bottom());
     painter.scale(1, -1);
     const QSizeF pixels = rect.size() * painter.device()->devicePixelRatioF();

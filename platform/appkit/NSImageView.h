@@ -15,13 +15,12 @@ class NSImageView : public NSView {
     using NSView::NSView;
 
     [[nodiscard]] const std::shared_ptr<const NSImage>& image() const { return shown; }
-    /// Sets the image to show. The server draws a window's picture. Setting the same picture again draws
-    /// nothing.
+    /// Sets the image to show. Setting the same picture again draws nothing.
     void setImage(std::shared_ptr<const NSImage> image);
 
     NSImageScaling imageScaling = NSImageScaling::none;
 
-    /// Returns the scaled image's place in this view's coordinates.
+    /// Returns the rectangle of the scaled image, in this view's coordinates.
     [[nodiscard]] NSRect imageRect() const;
     [[nodiscard]] bool showsWindow() const;
 

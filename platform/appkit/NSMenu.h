@@ -9,8 +9,7 @@ namespace mirrolet::platform {
 
 struct NativeMenu;
 
-/// A menu that is built once. Later only the menu's items change. Main thread, while the application object
-/// exists.
+/// A menu of entries. Main thread. Exists only while the NSApplication exists.
 class NSMenu {
   public:
     NSMenu();

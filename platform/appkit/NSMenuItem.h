@@ -8,13 +8,12 @@ namespace mirrolet::platform {
 
 struct NativeMenuItem;
 
-/// One entry of a menu. Changes show at once wherever the menu is. Main thread, while the application object
-/// exists.
+/// One entry of a menu. A change of the entry is visible at once. Main thread. Exists only while the
+/// NSApplication exists.
 class NSMenuItem {
   public:
-    /// Makes an entry. An entry without an action cannot be chosen. The key equivalent is one lower-case
-    /// character, or empty for none. While the menu is open, the user presses that key with the desktop's
-    /// modifier for commands (Ctrl).
+    /// Makes an entry. An entry without an action cannot be chosen. `keyEquivalent` is one lower-case
+    /// character, or empty. While the menu is open, Ctrl and this key choose the entry.
     explicit NSMenuItem(const std::string& title, std::function<void()> action = nullptr,
                         const std::string& keyEquivalent = {});
     ~NSMenuItem();

@@ -4,7 +4,7 @@ namespace mirrolet::platform {
 
 struct NSEvent;
 
-/// An object that is told of events. Main thread.
+/// An object that receives events. Main thread.
 class NSResponder {
   public:
     virtual ~NSResponder() = default;

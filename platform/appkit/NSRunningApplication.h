@@ -6,10 +6,10 @@
 
 namespace mirrolet::platform {
 
-/// A running application at the moment of the call. A plain value. Any thread.
+/// Describes an application that was running when this object was made. A plain value. Any thread.
 class NSRunningApplication {
   public:
-    /// Returns the application with this number, or nothing if no such application runs.
+    /// Returns the application that this process belongs to, or none if there is no such application.
     static std::optional<NSRunningApplication> withProcessIdentifier(std::int32_t processIdentifier);
 
     NSRunningApplication(std::int32_t processIdentifier, std::optional<std::string> bundleIdentifier,

@@ -12,8 +12,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Returns the screen's geometry without the space that docks reserve. Qt gives a screen's place in device
-/// pixels and its size in points.
+/// Returns the screen's rectangle without the space that docks reserve. Qt gives a screen's position in
+/// device pixels and its size in points.
 QRect withoutReserved(const QScreen& screen) {
     const double scale = screen.devicePixelRatio();
     const auto toPixels = [scale](int length) { return static_cast<int>(std::lround(length * scale)); };
@@ -25,8 +25,9 @@ QRect withoutReserved(const QScreen& screen) {
                           -toPoints(edges.bottom));
 }
 
-/// Returns the part of the screen that neither docks nor the window manager reserve. The window manager
-/// reserves space for all monitors together, so Qt subtracts that space only if there is one monitor.
+/// Returns the part of the screen that neither docks nor the window manager reserve. Qt's answer alone does
+/// not suffice, because the window manager names one free area for all monitors together, and Qt ignores that
+/// area if there are several monitors.
 QRect visiblePart(const QScreen& screen) {
     const QRect free = withoutReserved(screen);
     const QRect both = free & screen.availableGeometry();

@@ -6,13 +6,13 @@
 
 namespace mirrolet::platform {
 
-/// A screen at the moment of the call, in screen coordinates (y upwards from the main screen's
-/// bottom-left).
+/// Describes a screen as it was when this object was made. The rectangles are in screen coordinates (y
+/// upwards from the main screen's bottom-left corner).
 struct NSScreen {
     NSRect frame;
-    NSRect visibleFrame; ///< The frame without the desktop's docks.
+    NSRect visibleFrame; ///< The frame without the space of docks.
 
-    /// Returns the main screen, or nothing while no screen is connected.
+    /// Returns the main screen, or none while no screen is connected.
     static std::optional<NSScreen> main();
 };
 

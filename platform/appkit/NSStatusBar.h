@@ -8,12 +8,12 @@ namespace mirrolet::platform {
 
 constexpr double NSSquareStatusItemLength = -2;
 
-/// The desktop's status bar. Main thread, while the application object and the desktop exist.
+/// The desktop's status bar. Main thread. Used only while the NSApplication and the backend exist.
 class NSStatusBar {
   public:
     static NSStatusBar& system();
-    /// Makes an item that is shown until the item is destroyed. The length has no effect, because all icons
-    /// are square on this desktop.
+    /// Makes an item, which is shown until it is destroyed. The length has no effect, because all icons are
+    /// square on this desktop.
     [[nodiscard]] std::shared_ptr<NSStatusItem> statusItem(double withLength);
 };
 

@@ -36,7 +36,7 @@ QIcon titleIcon(const std::string& title) {
 } // namespace
 
 NSStatusItem::NSStatusItem() : tray(std::make_shared<StatusTray>()) {
-    theButton.setOnChange([this] { // The button is part of this item.
+    theButton.setOnChange([this] { // This item owns the button, so `this` is valid.
         const auto& image = theButton.image();
         tray->setLook(image ? toQIcon(*image, Qt::white) : titleIcon(theButton.title()),
                       QString::fromStdString(image ? image->accessibilityDescription() : theButton.title()));

@@ -9,9 +9,9 @@ namespace mirrolet::platform {
 
 class StatusTray;
 
-/// An icon in the desktop's status bar with a menu that either mouse button opens. Until the item is
-/// destroyed, the icon is shown whenever the desktop has a place for icons. That place may come later, go,
-/// and come back. Main thread.
+/// An icon in the desktop's status bar, with a menu that either mouse button opens. A desktop may offer a
+/// place for icons only later, and may remove the place and offer it again. Until the item is destroyed, the
+/// icon is shown whenever there is a place. Main thread.
 class NSStatusItem {
   public:
     NSStatusItem();
@@ -19,8 +19,7 @@ class NSStatusItem {
     NSStatusItem(const NSStatusItem&) = delete;
     NSStatusItem& operator=(const NSStatusItem&) = delete;
 
-    /// Returns the button, which lives as long as the item. Never returns nullptr, which would mean that the
-    /// status bar lets items show nothing.
+    /// Returns the button, which lives as long as the item. Never returns nullptr.
     [[nodiscard]] NSStatusBarButton* button() { return &theButton; }
     [[nodiscard]] const std::shared_ptr<NSMenu>& menu() const { return attachedMenu; }
     void setMenu(std::shared_ptr<NSMenu> menu);
@@ -28,7 +27,7 @@ class NSStatusItem {
   private:
     NSStatusBarButton theButton;
     std::shared_ptr<NSMenu> attachedMenu;
-    std::shared_ptr<StatusTray> tray; ///< Destroyed before the menu that the tray shows.
+    std::shared_ptr<StatusTray> tray; ///< Declared last, so that it is destroyed before the menu.
 };
 
 } // namespace mirrolet::platform

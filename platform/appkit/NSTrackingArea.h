@@ -10,15 +10,16 @@ class NSResponder;
 
 namespace NSTrackingAreaOptions {
 inline constexpr unsigned inVisibleRect = 0x200;
-// These two options have no effect, because every area's owner is told of entering and leaving at all times.
+// These two options have no effect, because the owner of an area is always told when the pointer enters or
+// leaves the area.
 inline constexpr unsigned mouseEnteredAndExited = 0x01;
 inline constexpr unsigned activeAlways = 0x80;
 } // namespace NSTrackingAreaOptions
 
 /// A part of a view. The area's owner is told when the pointer enters or leaves the area. With
-/// `inVisibleRect` the area is all of the view.
+/// `inVisibleRect` the area is the whole view.
 struct NSTrackingArea {
-    NSRect rect; ///< The area in the view's coordinates.
+    NSRect rect; ///< In the view's coordinates.
     unsigned options = 0;
     std::weak_ptr<NSResponder> owner;
 };

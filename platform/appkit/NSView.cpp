@@ -58,8 +58,9 @@ void NSView::setAlphaValue(double value) {
 }
 
 void NSView::animateAlphaValue(double target) {
+    // The closure may use `this`, because this view owns the animation.
     if (!animation)
-        animation = std::make_unique<AlphaAnimation>([this](double value) { // This view owns the animation.
+        animation = std::make_unique<AlphaAnimation>([this](double value) {
             alpha = value;
             setNeedsDisplay();
         });
@@ -78,8 +79,7 @@ void NSView::setNeedsDisplay() {
 
 void NSView::draw(NSRect /*dirtyRect*/) {}
 
-// Passes the click to the superview, because a view that does not want a click leaves the click to the view
-// behind.
+// Passes the event on to the superview. A subclass that handles the event overrides this function.
 void NSView::mouseDown(const NSEvent& event) {
     if (parent)
         parent->mouseDown(event);

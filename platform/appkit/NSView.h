@@ -22,9 +22,10 @@ class ViewContext;
 
 enum class NSCursor { arrow, crosshair };
 
-/// A rectangle of a window's content that draws, handles events and has subviews. A view's frame is in its
-/// superview's coordinates (y upwards). A view has no native window of its own, because the window paints its
-/// whole tree of views and passes events to the views. Main thread only. Always owned by a std::shared_ptr.
+/// A rectangle of a window's content that draws, handles events and has subviews. A view's frame is its
+/// rectangle in its superview's coordinates (y upwards). A view has no native window of its own. The window
+/// paints its whole tree of views and passes events to the views. Main thread only. Always owned by a
+/// std::shared_ptr.
 class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
   public:
     NSView();
@@ -42,18 +43,18 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     /// Converts a rectangle from this view's coordinates to the window's (y upwards from the bottom-left
     /// corner).
     [[nodiscard]] NSRect convertToWindow(NSRect rect) const;
-    /// Converts a point from the window's coordinates to this view's.
+    /// Converts a point from the window's coordinates to this view's coordinates.
     [[nodiscard]] NSPoint convertFromWindow(NSPoint point) const;
 
-    /// Adds a subview in front of the present subviews.
+    /// Adds a subview in front of the subviews that exist already.
     void addSubview(const std::shared_ptr<NSView>& view);
     [[nodiscard]] const std::vector<std::shared_ptr<NSView>>& subviews() const { return children; }
     [[nodiscard]] NSView* superview() const { return parent; }
 
     [[nodiscard]] double alphaValue() const { return alpha; }
     void setAlphaValue(double value);
-    /// Moves the alpha to `target` over the duration of the running animation group. A new call changes the
-    /// target.
+    /// Changes the alpha value gradually to `target`. This takes NSAnimationContext::currentDuration()
+    /// seconds. A later call replaces the target.
     void animateAlphaValue(double target);
 
     [[nodiscard]] const CALayer& layer() const { return properties; }
@@ -61,7 +62,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     /// Asks for the view to be drawn again.
     void setNeedsDisplay();
-    /// Draws this view into the current drawing, in this view's coordinates.
+    /// Draws this view with Drawing::current(), in this view's coordinates.
     virtual void draw(NSRect dirtyRect);
 
     virtual void mouseDown(const NSEvent& event);
@@ -69,16 +70,17 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
     virtual void mouseUp(const NSEvent& event);
     virtual void keyDown(const NSEvent& event);
     [[nodiscard]] virtual bool acceptsFirstResponder() const { return false; }
-    /// Returns whether the view gives up being first responder. Called when another view takes the focus.
-    /// Subclasses call the base.
+    /// Called when this view is about to stop being first responder. Returns true if this view agrees. An
+    /// overriding function must call this one.
     virtual bool resignFirstResponder() { return true; }
     [[nodiscard]] virtual bool isFirstResponder() const;
 
-    /// Adds the cursor rectangles again. Called when the view's size or place changes.
+    /// Called when the view's size or place has changed. All cursor rectangles were removed before this call,
+    /// so an overriding function adds its rectangles again.
     virtual void resetCursorRects();
     void addCursorRect(NSRect rect, NSCursor cursor);
-    /// Returns the cursor of the first cursor rectangle around a point in this view's coordinates. Returns
-    /// the arrow outside of all cursor rectangles.
+    /// Returns the cursor of the first cursor rectangle that contains a point in this view's coordinates.
+    /// Returns the arrow if there is no such rectangle.
     [[nodiscard]] NSCursor cursorAt(NSPoint point) const;
 
     void addTrackingArea(const std::shared_ptr<NSTrackingArea>& area);
@@ -98,25 +100,26 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     void addConstraint(const NSLayoutConstraint& constraint) override;
 
-    /// The view's present content for assistive software, or empty. This value and the tool tip are read
-    /// again after setNeedsDisplay().
+    /// The text that assistive software reads as the view's content; may be empty. After a change of this
+    /// text or of the tool tip, call setNeedsDisplay().
     std::string accessibilityValue;
     std::string toolTip;
 
-    /// Returns the Qt widget that fills this view, or nullptr. The view keeps the widget. If a window's
+    /// Returns the Qt widget that fills this view, or nullptr. The view still owns the widget. If a window's
     /// content view has a widget, the native window shows the widget, with corners cut at the view's
     /// layer().cornerRadius.
     [[nodiscard]] virtual QWidget* hostedWidget() { return nullptr; }
 
-    /// Makes a view of this view's window the one that gets the keys. With nullptr, no view gets the keys.
-    /// Does nothing outside a window.
+    /// Makes `view` the first responder of this view's window. The first responder is the view that gets the
+    /// keys. With nullptr, no view gets the keys. Does nothing outside a window.
     void makeFirstResponder(NSView* view);
 
-    /// Sets where a root view is shown from now on. nullptr means nowhere. Only for root views.
+    /// Sets the object that shows this view and its subviews. nullptr means that nothing shows them. Only for
+    /// a view without a superview.
     void setContext(ViewContext* context) { rootContext = context; }
 
   protected:
-    /// Returns where this view is shown, or nullptr outside a window.
+    /// Returns the object that shows this view, or nullptr if nothing shows it.
     [[nodiscard]] ViewContext* context() const;
 
   private:
@@ -127,7 +130,7 @@ class NSView : public LayoutItem, public std::enable_shared_from_this<NSView> {
 
     NSRect frameRect;
     NSView* parent = nullptr;
-    ViewContext* rootContext = nullptr; ///< Set for a root view only.
+    ViewContext* rootContext = nullptr; ///< Set only for a view without a superview.
     std::vector<std::shared_ptr<NSView>> children;
     double alpha = 1;
     CALayer properties;

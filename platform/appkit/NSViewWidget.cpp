@@ -29,7 +29,7 @@ void NSViewWidget::setCursor(NSCursor cursor) {
         unsetCursor();
 }
 
-/// Gives every key to the first responder, including Tab and the window's shortcuts.
+/// Gives every key to the first responder if there is one, even Tab and the window's shortcut keys.
 bool NSViewWidget::event(QEvent* event) {
     const bool hasResponder = tree.hasFirstResponder();
     if (event->type() == QEvent::ShortcutOverride && hasResponder) {
@@ -89,8 +89,8 @@ void NSViewWidget::leaveEvent(QEvent* /*event*/) {
 }
 
 void NSViewWidget::keyPressEvent(QKeyEvent* event) {
-    // Space and Return on a focused control count as a click on the control's middle. A held key is one
-    // click.
+    // Space and Return on a focused control count as a click on the control's middle. Holding the key down
+    // counts as one click.
     const bool press = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return;
     if (!press || event->modifiers() != Qt::NoModifier || event->isAutoRepeat()) {
         QWidget::keyPressEvent(event);

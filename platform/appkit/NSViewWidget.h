@@ -9,8 +9,8 @@
 namespace mirrolet::platform {
 
 /// A Qt widget that shows one tree of views and passes pointer and key events to the views. When a view
-/// becomes first responder, the widget takes the focus. The view resigns when the widget loses the focus, and
-/// after a press elsewhere in the window, even on a widget that takes no focus.
+/// becomes first responder (the view that gets the keys), the widget takes the focus. When the widget loses
+/// the focus, the view stops being first responder. The same happens after a press elsewhere in the window.
 class NSViewWidget : public QWidget, private ViewTree::Host {
   public:
     explicit NSViewWidget(std::shared_ptr<NSView> view, QWidget* parent = nullptr);

@@ -44,7 +44,9 @@ void NSWindow::center() {
 }
 
 void NSWindow::setContentView(const std::shared_ptr<NSView>& view) {
-    host.reset(); // Another kind of content may need another kind of native window.
+    // The native window is destroyed, because other content may need another kind of native window. A new one
+    // is made when the window is shown again.
+    host.reset();
     content = view;
     if (content)
         content->setFrame({{0, 0}, frameRect.size});
@@ -95,7 +97,7 @@ void NSWindow::setTitle(const std::string& title) {
         host->setTitle(title);
 }
 
-/// Calls setFrame(), because subclasses lay out their content there after every change of the frame.
+/// Calls setFrame(), because subclasses override it to lay out their content after every change of the frame.
 void NSWindow::hostMoved(NSRect frame) {
     const bool outer = std::exchange(followsHost, true);
     setFrame(frame, true);

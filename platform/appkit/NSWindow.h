@@ -23,14 +23,14 @@ inline constexpr unsigned stationary = 16;
 inline constexpr unsigned fullScreenAuxiliary = 256;
 } // namespace NSWindowCollectionBehavior
 
-/// A window of this program. Frames are in screen coordinates (y upwards from the main screen's bottom-left
-/// corner), in points, without the title bar. Main thread only. Always owned by a std::shared_ptr. A new
-/// window is hidden. Its native window exists from the first showing on.
+/// A window of this program. A window's frame is its rectangle without the title bar, in points, in screen
+/// coordinates (y upwards from the main screen's bottom-left corner). Main thread only. Always owned by a
+/// std::shared_ptr. A new window is hidden, and its native window is made when it is first shown.
 class NSWindow : public NSResponder, private HostedWindow, public std::enable_shared_from_this<NSWindow> {
   public:
     NSWindow(NSRect contentRect, unsigned styleMask);
     ~NSWindow() override;
-    /// Makes a titled window as large as the controller's view asks for.
+    /// Makes a window with a title bar. The window has the size that the controller's view asks for.
     static std::shared_ptr<NSWindow> withContentViewController(const NSViewController& controller);
     NSWindow(const NSWindow&) = delete;
     NSWindow& operator=(const NSWindow&) = delete;
@@ -45,12 +45,12 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     [[nodiscard]] const std::shared_ptr<NSView>& contentView() const final { return content; }
 
     [[nodiscard]] bool isVisible() const;
-    /// Shows the window in front of the other windows of its level. Neither gives the window the focus nor
-    /// activates the program.
+    /// Shows the window in front of the other windows of its level. Does not give the window the focus, and
+    /// does not bring the program's other windows to the front.
     void orderFrontRegardless();
     void orderOut();
     void close();
-    /// Gives the window the focus, if the window can become key.
+    /// Gives the window the focus, if canBecomeKeyWindow() returns true.
     void makeKey() final;
     void makeKeyAndOrderFront();
 
@@ -59,7 +59,7 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     void setTitle(const std::string& title);
     [[nodiscard]] const std::string& title() const final { return windowTitle; }
     [[nodiscard]] unsigned styleMask() const { return style; }
-    /// Sets the style mask. Call this before the first showing.
+    /// Sets the style mask. Call this before the window is first shown.
     void setStyleMask(unsigned mask) { style = mask; }
 
     [[nodiscard]] virtual bool canBecomeKeyWindow() const { return style & NSWindowStyleMask::titled; }
@@ -68,8 +68,8 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     bool isOpaque = true;
     NSColor backgroundColor = NSColor::white();
 
-    // The members from here to `isReleasedWhenClosed` have no effect on this desktop. They are kept for
-    // callers that use them.
+    // The members from here to `isReleasedWhenClosed` have no effect on this desktop. They exist for callers
+    // that use them.
     [[nodiscard]] virtual bool canBecomeMainWindow() const { return style & NSWindowStyleMask::titled; }
     unsigned collectionBehavior = 0;
     bool isMovableByWindowBackground = false;
@@ -77,7 +77,8 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
 
   private:
     [[nodiscard]] Look look() const override { return {style, hasShadow, isOpaque, backgroundColor}; }
-    /// Passes the native window's new frame to setFrame(), which does not move the native window again.
+    /// Called when the native window has moved. Passes the new frame to setFrame(), which then does not move
+    /// the native window again.
     void hostMoved(NSRect frame) override;
     void ensureHost();
 
@@ -87,7 +88,7 @@ class NSWindow : public NSResponder, private HostedWindow, public std::enable_sh
     std::string windowTitle;
     std::shared_ptr<NSView> content;
     std::unique_ptr<WindowHost> host;
-    bool followsHost = false; ///< True while setFrame() takes over the native window's frame.
+    bool followsHost = false; ///< True while hostMoved() calls setFrame().
 };
 
 } // namespace mirrolet::platform

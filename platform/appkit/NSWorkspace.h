@@ -10,19 +10,21 @@
 
 namespace mirrolet::platform {
 
-/// The desktop's applications: the one in front, their icons, and the one that opens a link.
+/// Finds applications of the desktop: the frontmost one, their icons, and the one that opens a link.
 class NSWorkspace {
   public:
     static NSWorkspace& shared();
 
-    /// Returns the application that has the focus. This program's panels do not count. Any thread.
+    /// Returns the application that has the focus. While one of this program's panels has the focus, returns
+    /// the application that had the focus before. Any thread.
     [[nodiscard]] std::optional<NSRunningApplication> frontmostApplication() const;
 
-    /// Opens a link with the desktop's application for such links. Returns false at once if there is no such
-    /// application. The opener reports later failures itself. Main thread.
+    /// Opens a link with the desktop's application for such links. Returns false if there is no such
+    /// application. A failure that comes later is not reported here, because another program shows it to the
+    /// user. Main thread.
     bool open(const URL& link) const;
-    /// Returns the icon of an application in one of the application folders. For any other path, returns the
-    /// icon of a plain application. Any thread.
+    /// Returns the icon of the application at a path in one of the folders of ApplicationFolders. For any
+    /// other path, returns the icon of a plain application. Any thread.
     [[nodiscard]] std::shared_ptr<NSImage> iconForFile(const std::string& path) const;
 
   private:

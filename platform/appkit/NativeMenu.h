@@ -6,16 +6,15 @@
 
 namespace mirrolet::platform {
 
-/// The two Qt menus behind one NSMenu. Both have the same entries. Qt hands the attached menu over to the
-/// status bar, which may show the menu in another process. This process can then no longer open the attached
-/// menu itself.
+/// Two Qt menus with the same entries, for one NSMenu. The status bar gets the menu `attached` and may show
+/// it in another process. From then on this process cannot open `attached`, so it opens `popup` instead.
 struct NativeMenu {
     NativeMenu() {
         attached.installEventFilter(&keyEquivalents);
         popup.installEventFilter(&keyEquivalents);
     }
 
-    KeyEquivalents keyEquivalents; ///< Outlives the two menus whose keys it takes.
+    KeyEquivalents keyEquivalents; ///< Declared first, so that it outlives the menus.
     QMenu attached;
     QMenu popup;
 };

@@ -12,7 +12,8 @@ struct NativeMenuItem {
     std::function<void()> action;
 
     void perform() {
-        const auto running = action; // The call may replace the action or destroy the item.
+        // The action is copied, because it may replace itself or destroy the item.
+        const auto running = action;
         if (running)
             running();
     }

@@ -27,7 +27,8 @@ void PointerTracking::update(const NSView& root) {
 }
 
 void PointerTracking::updateView(const NSView& view) {
-    // The loops need copies, because an owner that is told may change its areas or a view's subviews.
+    // The loops use copies, because the owner of an area may change the view's areas or subviews when it is
+    // told that the pointer has entered or left.
     const auto areas = view.trackingAreas(); // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& area : areas)
         updateArea(view, area);

@@ -9,18 +9,19 @@
 
 namespace mirrolet::platform {
 
-/// The pointer's place over one tree of views. Tells the owners of tracking areas when the pointer enters and
-/// leaves, and knows which cursor to show. Main thread.
+/// Knows where the pointer is over one tree of views. Tells the owners of tracking areas when the pointer
+/// enters or leaves an area, and chooses the cursor. Main thread.
 class PointerTracking {
   public:
-    /// Returns the pointer's place in window coordinates, or nothing while the pointer is elsewhere.
+    /// Returns the pointer's position in window coordinates, or none while the pointer is outside of the
+    /// window.
     [[nodiscard]] const std::optional<NSPoint>& pointer() const { return place; }
-    /// Notes the pointer's place without telling any owner. update() tells the owners.
+    /// Stores the pointer's position. The owners of areas are told only by update().
     void setPointer(std::optional<NSPoint> position) { place = position; }
     /// Tells the owners of the areas that the pointer has entered or left since the last call.
     void update(const NSView& root);
-    /// Notes a new area. An area that replaces an entered area of the same owner counts as entered, because
-    /// the owner has been told already.
+    /// Called for each new area. If the pointer was inside an area that the new one replaces, and the owner
+    /// is the same, the pointer counts as inside the new area. The owner is not told a second time.
     void areaAdded(const std::shared_ptr<NSTrackingArea>& area);
     [[nodiscard]] NSCursor cursor(NSView& root) const;
 

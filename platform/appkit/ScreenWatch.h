@@ -8,8 +8,8 @@ class QScreen;
 
 namespace mirrolet::platform {
 
-/// A watch that calls a function when screens have come, gone or changed. A change of monitors causes a burst
-/// of events. The function is called once, after the burst. Main thread.
+/// Calls a function after screens were added, removed or changed. Such a change causes many events in a row,
+/// but the function is called only once, after the last event. Main thread.
 class ScreenWatch {
   public:
     explicit ScreenWatch(std::function<void()> changed);
@@ -19,7 +19,7 @@ class ScreenWatch {
     void schedule();
 
     std::function<void()> changed;
-    QObject connections; ///< Ends the connections together with this object.
+    QObject connections; ///< Qt ends the signal connections when this member is destroyed.
     bool scheduled = false;
 };
 

@@ -6,7 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// A watch that turns SIGTERM, SIGINT and SIGHUP into a call on the main thread. One per process.
+/// Calls a function on the main thread when the process receives SIGTERM, SIGINT or SIGHUP. At most one such
+/// object exists in a process.
 class SignalWatcher {
   public:
     explicit SignalWatcher(std::function<void()> endRequested);

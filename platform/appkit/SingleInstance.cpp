@@ -27,7 +27,8 @@ struct SingleInstance::State {
         const auto asker = socket.accept();
         if (!asker)
             return;
-        const auto running = activate; // The call may end this program and destroy this object.
+        // The function is copied, because it may end this program and destroy this object.
+        const auto running = activate;
         running();
         InstanceSocket::answer(asker);
     }

@@ -9,9 +9,10 @@
 
 namespace mirrolet::platform {
 
-/// A claim that lets only one program run for each user and display. The claim is an address in the kernel,
-/// which the kernel removes however the process ends. No lock is left behind, and no session bus is needed.
-/// On a session bus, desktops can also reach the program by the name "app.mirrolet.Mirrolet".
+/// Lets only one process of the program run for each user and display. The running process owns an address in
+/// the kernel. The kernel removes the address however the process ends. No lock file is left behind, and no
+/// session bus is needed. If there is a session bus, desktops can also reach the program by the name
+/// "app.mirrolet.Mirrolet".
 class SingleInstance {
   public:
     using Start = InstanceSocket::Claim;
@@ -21,12 +22,14 @@ class SingleInstance {
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Claims the display. Call this once, with the value of DISPLAY. The screen in that value does not
-    /// matter. Waits for an answer no longer than `patience`.
+    /// Finds out if another process of the program runs for this display. Call this once, with the value of
+    /// DISPLAY. A screen number in that value is ignored. Waits for the other process's answer no longer than
+    /// `patience`.
     Start claim(const std::string& display,
                 std::chrono::milliseconds patience = std::chrono::milliseconds(1500));
-    /// Sets the function that is called on the main thread for each later start of the program, including
-    /// starts since the claim. Call this once, when the application object exists.
+    /// Sets the function that is called on the main thread each time that the user starts the program again.
+    /// Starts between claim() and this call are reported too. Call this once, after the application object
+    /// was made.
     void setOnActivate(std::function<void()> activate);
 
   private:

@@ -5,12 +5,13 @@
 
 namespace mirrolet::platform {
 
-/// A watch that tells whether the session bus has a place for status icons (a StatusNotifier host). Qt is not
-/// asked, because Qt would take a "not yet" for a "never". Never waits for the bus. Main thread.
+/// Reports whether there is a program on the session bus that shows status icons (a StatusNotifier host).
+/// Qt's own answer is not used, because Qt does not notice a host that starts later. Never waits for the bus.
+/// Main thread.
 class StatusNotifierHosts {
   public:
-    /// Calls `changed` on the main queue with the first answer and after each change. While the registry of
-    /// hosts exists but does not reply, there is no answer.
+    /// Calls `changed` on the main queue with the first answer and after each change. Does not call `changed`
+    /// while the registry of hosts exists but does not answer.
     explicit StatusNotifierHosts(std::function<void(bool present)> changed);
     ~StatusNotifierHosts();
     StatusNotifierHosts(const StatusNotifierHosts&) = delete;

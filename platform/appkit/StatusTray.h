@@ -13,11 +13,11 @@
 
 namespace mirrolet::platform {
 
-/// Qt's tray icon, made anew each time that a place for the icon appears.
+/// Shows Qt's tray icon whenever the desktop has a place for the icon.
 ///
-/// Qt chooses between the session bus and the X11 tray once for a process, when any part of Qt's tray is
-/// first used. So no part of Qt's tray is used before the session bus and the X11 tray have both been asked
-/// and one of the two has a place. From then on only the one that Qt chose matters.
+/// Qt uses either the session bus or the X11 tray for the whole process, and decides which one when any part
+/// of Qt's tray is first used. Therefore no part of Qt's tray is used until the session bus or the X11 tray
+/// is known to have a place. From then on the other one is ignored, because Qt has made its choice.
 class StatusTray : public std::enable_shared_from_this<StatusTray> {
   public:
     void watch();
@@ -36,7 +36,7 @@ class StatusTray : public std::enable_shared_from_this<StatusTray> {
     QString toolTip;
     std::weak_ptr<NSMenu> menu;
     bool desktopPresent = false;
-    std::optional<bool> sessionBusPresent; ///< Empty until the bus has answered.
+    std::optional<bool> sessionBusPresent; ///< Has no value until the bus has answered.
     Kind kind = Kind::undecided;
     std::unique_ptr<QSystemTrayIcon> shown;
     AnyCancellable desktopChanges;

@@ -7,13 +7,13 @@ namespace mirrolet::platform {
 class NSView;
 struct NSTrackingArea;
 
-/// The interface through which a view that is shown, and its subviews, reach what shows them. Main thread.
+/// The interface through which views reach the window or widget that shows them. Main thread.
 class ViewContext {
   public:
     virtual ~ViewContext() = default;
-    /// Called when some view has to be drawn again.
+    /// Called when a view has to be drawn again.
     virtual void viewChanged() = 0;
-    /// Called when only the picture of the image view has to be drawn again.
+    /// Called when only the picture of the source window has to be drawn again.
     virtual void pictureChanged() = 0;
     virtual void trackingAreaAdded(const std::shared_ptr<NSTrackingArea>& area) = 0;
     virtual void makeFirstResponder(NSView* view) = 0;

@@ -10,15 +10,15 @@ class ViewTree;
 /// A native window that passes pointer events to a tree of views.
 class ViewNativeWindow final : public QWindow {
   public:
-    /// Owns the native window, draws into it and places it. Is told when the window is exposed, resized or
-    /// moved.
+    /// The object that owns the native window, draws into it and places it. Its functions are called when the
+    /// window was exposed, resized or moved.
     class Owner {
       public:
         virtual ~Owner() = default;
         virtual void exposed() = 0;
         virtual void resized() = 0;
-        /// Called when the window has moved, and when a drag has ended during which moves were not taken
-        /// over.
+        /// Called when the window has moved. Also called at the end of a drag, because an owner may ignore
+        /// moves during a drag.
         virtual void relocated() = 0;
     };
 

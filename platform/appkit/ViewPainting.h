@@ -8,11 +8,11 @@ class NSView;
 
 enum class PaintedParts {
     all,
-    overlay, ///< All but the root's background and the image view's picture, because the desktop draws these.
+    overlay, ///< All except the root's background and the source window's picture.
 };
 
-/// Paints a view and its subviews. The painter's origin is the root view's top-left corner. The painter's
-/// unit is a device-independent pixel. The y axis is turned over here. Main thread.
+/// Paints a view and its subviews. The painter's origin is the root view's top-left corner, with y downwards
+/// and one unit per point. Main thread.
 void paintViews(NSView& root, QPainter& painter, PaintedParts parts);
 
 } // namespace mirrolet::platform

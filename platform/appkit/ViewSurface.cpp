@@ -40,7 +40,8 @@ void ViewSurface::contentChanged() {
 
 void ViewSurface::pictureChanged() {
     pictureDirty = true;
-    draw(); // Draws at once, because a separate turn of the event loop would cost as much as the drawing.
+    // The picture is drawn at once. A separate turn of the event loop would cost as much as the drawing.
+    draw();
 }
 
 void ViewSurface::schedule() {
@@ -56,8 +57,9 @@ void ViewSurface::schedule() {
 }
 
 void ViewSurface::draw() {
+    // A hidden window is not drawn now. When the window is shown again, an expose event draws it.
     if (!window.isExposed())
-        return; // The expose event after the next showing draws the window.
+        return;
     if (presenter)
         drawPresented();
     else if (overlayDirty || pictureDirty)

@@ -60,7 +60,8 @@ void ViewTree::mousePressed(QPointF position, QPointF onScreen) {
     auto* hit = rootView->hitTest(toWindow(position));
     if (!hit)
         return;
-    const auto held = hit->shared_from_this(); // The handler may remove the view.
+    // `held` keeps the view alive, because the handler may remove the view from the tree.
+    const auto held = hit->shared_from_this();
     pressedView = held;
     NSEvent::noteMouseLocation(onScreen);
     held->mouseDown(mouseEvent(NSEventType::leftMouseDown, position));
@@ -69,8 +70,9 @@ void ViewTree::mousePressed(QPointF position, QPointF onScreen) {
 void ViewTree::mouseMoved(QPointF position, QPointF onScreen, bool pressed) {
     tracking.setPointer(toWindow(position));
     NSEvent::noteMouseLocation(onScreen);
+    // If the mouse button is up already, its release event went to another program.
     if (!pressed)
-        pressLost(); // Another client has received the release.
+        pressLost();
     if (const auto view = pressedView.lock())
         view->mouseDragged(mouseEvent(NSEventType::leftMouseDragged, position));
     else
@@ -107,7 +109,8 @@ void ViewTree::pressLost() {
         return;
     NSEvent event;
     event.type = NSEventType::leftMouseUp;
-    event.locationInWindow = overNothing; // A button that is released outside of its bounds does not act.
+    // The position is outside of every view, so the release makes no button act.
+    event.locationInWindow = overNothing;
     view->mouseUp(event);
     updateTracking();
 }

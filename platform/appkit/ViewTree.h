@@ -16,22 +16,23 @@ namespace mirrolet::platform {
 
 class NSImageView;
 
-/// One tree of views with its pointer and key events. Positions are passed in with y downwards from the
-/// window's top-left corner, in device-independent pixels. The y axis is turned over here. Main thread.
+/// Passes pointer and key events to one tree of views. The positions that come in are in points from the
+/// window's top-left corner, with y downwards. ViewTree converts them to view coordinates, with y upwards.
+/// Main thread.
 class ViewTree final : private ViewContext {
   public:
-    /// The window or widget that hosts a tree.
+    /// The interface of the window or widget that shows a tree.
     class Host {
       public:
         virtual ~Host() = default;
-        /// Called when any part of the content has to be drawn again.
+        /// Called when the content has to be drawn again.
         virtual void contentChanged() = 0;
-        /// Called when only the picture of the image view has to be drawn again.
+        /// Called when only the picture of the source window has to be drawn again.
         virtual void pictureChanged() = 0;
         /// Sets the pointer's shape over this host.
         virtual void setCursor(NSCursor cursor) = 0;
-        /// Called when the first responder has changed. If `exists`, a view has become first responder and
-        /// the host needs the focus to get keys. Otherwise there is no first responder any more.
+        /// Called when the first responder has changed. `exists` tells whether a view is first responder now.
+        /// If so, the host needs the focus to get keys.
         virtual void firstResponderChanged(bool exists) = 0;
     };
 
@@ -45,17 +46,17 @@ class ViewTree final : private ViewContext {
     [[nodiscard]] const std::shared_ptr<NSView>& root() const { return rootView; }
 
     void paint(QPainter& painter, PaintedParts parts = PaintedParts::all) const;
-    /// Returns the visible image view that shows a window's picture, or nullptr.
+    /// Returns the visible image view that shows the picture of the source window, or nullptr.
     [[nodiscard]] NSImageView* pictureView() const;
 
-    /// Passes a press to the view at the position. Between a press and its release no view is told that the
-    /// pointer enters or leaves.
+    /// Passes a press to the view at the position. Until the mouse button is released, no view is told that
+    /// the pointer enters or leaves.
     void mousePressed(QPointF position, QPointF onScreen);
     void mouseMoved(QPointF position, QPointF onScreen, bool pressed);
     void mouseReleased(QPointF position, QPointF onScreen);
     void pointerEntered(QPointF position, QPointF onScreen);
     void pointerLeft();
-    /// Ends a press whose release will not arrive, for example because the window was hidden. The pressed
+    /// Ends a press whose release will never arrive, for example because the window was hidden. The pressed
     /// view gets a release at a position outside of every view, so the view does not act.
     void pressLost();
     /// Returns whether a press has not been released yet.
@@ -63,7 +64,7 @@ class ViewTree final : private ViewContext {
 
     /// Passes a key to the first responder. Returns false if no view took the key.
     bool keyPressed(const QKeyEvent& event);
-    /// Makes no view the first responder, unless the present first responder refuses to resign.
+    /// Takes the first-responder role from the view that has it, unless that view refuses.
     void resignFirstResponder() { makeFirstResponder(nullptr); }
     [[nodiscard]] bool hasFirstResponder() const { return !isFirstResponder(nullptr); }
 

@@ -16,8 +16,8 @@ desktop::PanelStacking stackingOf(int level) {
                                          : desktop::PanelStacking::amongNormal;
 }
 
-/// Returns the flags for a native window. The window manager does not manage a floating window, because many
-/// window managers keep managed windows below the full-screen windows of other programs.
+/// Returns the flags for a native window. A floating window bypasses the window manager, because many window
+/// managers keep their windows below the full-screen windows of other programs.
 Qt::WindowFlags windowFlags(desktop::PanelStacking stacking) {
     const Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
     return stacking == desktop::PanelStacking::floating ? flags | Qt::BypassWindowManagerHint : flags;
@@ -64,8 +64,9 @@ void ViewWindowHost::destroyNative() {
 
 void ViewWindowHost::setGeometry(const QRect& geometry) {
     window.setGeometry(geometry);
-    cutCorners(); // The shape is not left to the server's answer, because the window takes no clicks
-                  // outside of its shape.
+    // The shape is set here, because resized() sets it only after the server has reported the new size. Until
+    // then a window that has grown would keep its old shape and take no clicks in its new part.
+    cutCorners();
     surface.schedule();
 }
 
@@ -79,8 +80,8 @@ void ViewWindowHost::setLevel(int level) {
         panel.setLevel(level);
         return;
     }
-    // The window becomes managed or unmanaged by the window manager. That change confuses window managers if
-    // the window is mapped, so a new native window is made.
+    // The window manager manages windows at the normal level, but not floating windows. A shown window that
+    // changes between the two confuses window managers, so a new native window is made.
     if (!window.handle())
         return;
     const bool visible = window.isVisible();
@@ -111,7 +112,8 @@ void ViewWindowHost::hide() {
     panel.willHide();
     window.setVisible(false);
     panel.didHide();
-    tree.pressLost(); // The server sends no release to a hidden window.
+    // A hidden window is not told when the mouse button is released, so a press ends here.
+    tree.pressLost();
     tree.pointerLeft();
 }
 
@@ -153,8 +155,10 @@ void ViewWindowHost::exposed() {
     }
     if (!panel.isOpen())
         return;
+    // The window is moved back, because the window manager i3 moves a window by a title bar's height each
+    // time that the window is shown.
     if (panel.shown() && stacking == desktop::PanelStacking::amongNormal)
-        window.setGeometry(shownAt); // i3 moves a window by a title's height at each mapping.
+        window.setGeometry(shownAt);
     surface.draw();
     surface.repair();
 }
@@ -165,8 +169,9 @@ void ViewWindowHost::resized() {
     surface.draw();
 }
 
-/// Takes over the place where the window manager has put the window. Only this program moves a floating
-/// window. During a drag the server's reports are late, so the place is taken over at the release.
+/// Reports the position that the window manager has given to the window. The position of a floating window is
+/// not reported, because only this program moves the window. During a drag the server's reports are late, so
+/// the position is reported when the drag ends.
 void ViewWindowHost::relocated() {
     if (stacking == desktop::PanelStacking::amongNormal && !tree.isPressed())
         moved(window.geometry());

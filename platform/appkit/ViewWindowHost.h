@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform {
 
-/// A window host that shows a tree of views in a frameless native window.
+/// Shows a tree of views in a native window that has no title bar and no border.
 class ViewWindowHost final : public WindowHost, private ViewTree::Host, private ViewNativeWindow::Owner {
   public:
     explicit ViewWindowHost(HostedWindow& window);
@@ -31,7 +31,8 @@ class ViewWindowHost final : public WindowHost, private ViewTree::Host, private 
     void contentChanged() override;
     void pictureChanged() override;
     void setCursor(NSCursor cursor) override;
-    void firstResponderChanged(bool /*exists*/) override {} // Only the NSWindow asks for the focus.
+    // Does nothing, because only the NSWindow asks for the focus.
+    void firstResponderChanged(bool /*exists*/) override {}
 
     void exposed() override;
     void resized() override;
@@ -44,7 +45,7 @@ class ViewWindowHost final : public WindowHost, private ViewTree::Host, private 
     ViewNativeWindow window;
     ViewSurface surface;
     desktop::PanelStacking stacking;
-    QRect shownAt; ///< The geometry that was asked for at the last showing.
+    QRect shownAt; ///< The geometry that was requested at the last showing.
 };
 
 } // namespace mirrolet::platform

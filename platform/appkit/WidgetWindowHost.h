@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// A window host that shows a hosting view's Qt widget in a native window. A titled window is an ordinary
-/// window, a panel floats.
+/// Shows a hosting view's Qt widget in a native window. A window with a title bar is managed by the window
+/// manager. A window without a title bar is a floating panel.
 class WidgetWindowHost final : public WindowHost {
   public:
     explicit WidgetWindowHost(HostedWindow& window);

@@ -14,8 +14,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// The width and height that must be left of a window on a screen so that the user can still grasp the
-/// window.
+/// If less than this width or height of a window is on a screen, the user can hardly grasp the window. In
+/// points.
 constexpr int graspable = 16;
 
 bool isOnScreen(const QRect& window) {
@@ -44,9 +44,9 @@ desktop::PanelShadow shadowAt(double scale) {
 
 WindowHost::WindowHost(HostedWindow& window) : owner(window), screens([this] { screensChanged(); }) {}
 
-/// Reports the window's place again, because the origin of screen coordinates may have moved. Moves the
-/// window onto the main screen if the screen under the window is gone. A window that the user has pushed
-/// partly off the screens is not moved.
+/// Called when the screens have changed. Reports the window's position again, because the origin of screen
+/// coordinates may have moved. If too little of the window is left on any screen, moves the window onto the
+/// main screen.
 void WindowHost::screensChanged() {
     const auto main = NSScreen::main();
     if (!main)
@@ -74,7 +74,9 @@ void WindowHost::cutCorners() {
 }
 
 void WindowHost::awaitQt() {
-    (void)QCursor::pos(); // Any request that the server answers would do.
+    // QCursor::pos() waits for a reply, and the server replies only after it has processed Qt's earlier
+    // requests. Any other request with a reply would do too.
+    (void)QCursor::pos();
 }
 
 } // namespace mirrolet::platform

@@ -11,7 +11,7 @@
 
 namespace mirrolet::platform {
 
-/// The native window behind one NSWindow. This base class has what both kinds of native windows share.
+/// The native window behind one NSWindow. This base class has what ViewWindowHost and WidgetWindowHost share.
 /// Rectangles are in Qt's screen coordinates. Main thread.
 class WindowHost {
   public:
@@ -30,20 +30,20 @@ class WindowHost {
     [[nodiscard]] virtual QRect geometry() const = 0;
 
   protected:
-    /// Tells the NSWindow where the user or the desktop has put the native window.
+    /// Tells the NSWindow that the user or the desktop has moved the native window to this geometry.
     void moved(const QRect& geometry);
-    /// Returns the number of device pixels for a point.
+    /// Returns the number of device pixels per point.
     [[nodiscard]] virtual double scale() const = 0;
-    /// Opens the panel for a native window that exists.
+    /// Makes the desktop::PanelWindow of the native window, which must exist already.
     void openPanel(desktop::WindowNumber number, desktop::PanelStacking stacking);
     /// Cuts the window's corners at the radius that the content view asks for.
     void cutCorners();
-    /// Waits until the server has processed every request that Qt has sent. Qt and the platform's backend
-    /// have separate connections to the server.
+    /// Waits until the server has processed every request that Qt has sent. The backend's requests use
+    /// another connection and could otherwise overtake Qt's.
     static void awaitQt();
 
     HostedWindow& owner;
-    HostPanel panel; ///< Refers to the native window, so subclasses close the panel first.
+    HostPanel panel; ///< Subclasses close the panel before they destroy the native window.
 
   private:
     void screensChanged();

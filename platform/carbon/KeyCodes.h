@@ -5,13 +5,14 @@
 
 namespace mirrolet::platform {
 
-// Shortcuts are stored as virtual key codes (0 to 126). The keyboard sends evdev codes (an X key code minus
-// 8). Both name a place on the keyboard. A key that has no virtual code of its own gets a stable one from 257
-// on, so that any key can be recorded and registered.
+// Shortcuts are stored as virtual key codes. The keyboard sends evdev codes, and an X key code is an evdev
+// code plus 8. All of these codes stand for a place on the keyboard. Common keys have the virtual codes 0 to
+// 126. Every other key gets a fixed code from 257 on, so that any key can be part of a shortcut.
 
-/// Returns the evdev code of a key, or none if no key has the virtual code.
+/// Converts a virtual code to an evdev code. Returns none if no key has the virtual code.
 [[nodiscard]] std::optional<std::uint32_t> evdevFromVirtual(std::uint32_t virtualCode);
-/// Returns the virtual code of a key, or none for 0 and for numbers above the evdev codes.
+/// Converts an evdev code to a virtual code. Returns none for 0 and for numbers that are too large for an
+/// evdev code.
 [[nodiscard]] std::optional<std::uint32_t> virtualFromEvdev(std::uint32_t evdevCode);
 
 } // namespace mirrolet::platform

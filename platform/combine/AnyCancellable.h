@@ -5,7 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// A subscription, which is cancelled when this object is destroyed or replaced. Can be moved but not copied.
+/// Owns a subscription. The subscription is cancelled when this object is destroyed or replaced. Can be moved
+/// but not copied.
 class AnyCancellable {
   public:
     AnyCancellable() = default;

@@ -11,15 +11,17 @@ namespace mirrolet::platform {
 struct ObservableObjectPublisher::State {
     using Receiver = std::shared_ptr<const std::function<void()>>;
 
-    std::map<std::uint64_t, Receiver> subscribers; ///< Keyed by a number that grows with each subscription.
+    /// The key is a number that grows with each subscription, so subscribers are called in the order of
+    /// subscription.
+    std::map<std::uint64_t, Receiver> subscribers;
     std::uint64_t lastNumber = 0;
 };
 
 ObservableObjectPublisher::ObservableObjectPublisher() : state(std::make_shared<State>()) {}
 
 void ObservableObjectPublisher::send() {
-    // A subscriber may cancel, subscribe, or destroy this publisher. Each subscriber is therefore looked up
-    // anew by its number.
+    // While send() runs, a subscriber may cancel subscriptions, add new ones or destroy this publisher. So
+    // the state is kept alive, and each subscriber is looked up by number before the call.
     const auto kept = state;
     std::vector<std::uint64_t> numbers;
     for (const auto& [number, receiver] : kept->subscribers)
@@ -43,7 +45,8 @@ AnyCancellable ObservableObjectPublisher::sink(std::function<void()> receive) {
 }
 
 AnyCancellable ObservableObjectPublisher::sinkOn(DispatchQueue& queue, std::function<void()> receive) {
-    // A call that was posted before the cancellation must not run after it.
+    // The posted task holds the function only weakly, so the task does nothing if the subscription was
+    // cancelled meanwhile.
     auto shared = std::make_shared<const std::function<void()>>(std::move(receive));
     std::weak_ptr<const std::function<void()>> weak = shared;
     return sink([&queue, shared = std::move(shared), weak = std::move(weak)] {

@@ -18,10 +18,11 @@ class ObservableObjectPublisher {
     /// Calls every subscriber in the order of subscription. A subscriber may cancel its own or other
     /// subscriptions during the call.
     void send();
-    /// Calls `receive` at once for each announcement, until the result is destroyed or cancelled.
+    /// Calls `receive` during each send(), until the result is destroyed or cancelled. The object has not
+    /// changed yet during the call.
     [[nodiscard]] AnyCancellable sink(std::function<void()> receive);
-    /// Posts a call of `receive` to the queue for each announcement, until the result is destroyed or
-    /// cancelled. The call runs on a later turn, so `receive` sees the object after the change.
+    /// At each send(), posts a task that calls `receive`, until the result is destroyed or cancelled. The
+    /// queue runs the task after the change, so `receive` sees the changed object.
     [[nodiscard]] AnyCancellable sinkOn(DispatchQueue& queue, std::function<void()> receive);
 
   private:

@@ -11,8 +11,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Logs a failed capture, except two failures. A window that is gone is the usual end of a mirror, and a lost
-/// server is reported by the backend itself.
+/// Logs why a capture failed. A window that is gone is the usual end of a mirror, so it is not logged. The
+/// backend itself logs the other failures that are missing here.
 void logUnexpected(desktop::CaptureFailure failure, CGWindowID window) {
     const auto log = [window](const char* reason) {
         NSLog("Window " + std::to_string(window) + " cannot be mirrored: " + reason);

@@ -2,10 +2,11 @@
 
 namespace mirrolet::platform {
 
-/// Returns whether this program may read the windows of others. On a desktop that asks for no permission,
-/// returns whether the desktop's server is able to give their pictures. Any thread.
+/// Returns true if this program can capture the windows of other programs. This desktop asks for no
+/// permission, so the answer depends on what the window server supports. Any thread.
 bool CGPreflightScreenCaptureAccess();
-/// Returns the same as CGPreflightScreenCaptureAccess(), because this desktop has nothing to ask the user.
+/// Returns the same as CGPreflightScreenCaptureAccess(), because this desktop asks the user for no
+/// permission.
 bool CGRequestScreenCaptureAccess();
 
 } // namespace mirrolet::platform

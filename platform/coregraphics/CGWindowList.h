@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform {
 
-/// The window server's number of a window.
+/// The number that the window server has given to a window.
 using CGWindowID = std::uint32_t;
 using CGWindowListOption = std::uint32_t;
 
@@ -16,23 +16,29 @@ inline constexpr CGWindowID kCGNullWindowID = 0;
 inline constexpr CGWindowListOption kCGWindowListOptionOnScreenOnly = 1;
 inline constexpr CGWindowListOption kCGWindowListExcludeDesktopElements = 16;
 
-// Keys of one window's dictionary.
-inline constexpr const char* kCGWindowNumber = "kCGWindowNumber";       ///< Unsigned 32-bit.
-inline constexpr const char* kCGWindowLayer = "kCGWindowLayer";         ///< Integer, 0 for ordinary windows.
-inline constexpr const char* kCGWindowBounds = "kCGWindowBounds";       ///< Dictionary of a rectangle.
-inline constexpr const char* kCGWindowOwnerPID = "kCGWindowOwnerPID";   ///< Integer.
-inline constexpr const char* kCGWindowOwnerName = "kCGWindowOwnerName"; ///< String.
-inline constexpr const char* kCGWindowName = "kCGWindowName";           ///< String; missing without a title.
+// The keys of the dictionary that describes one window.
+/// The value is an unsigned 32-bit integer.
+inline constexpr const char* kCGWindowNumber = "kCGWindowNumber";
+/// The value is an integer, which is 0 for an ordinary window.
+inline constexpr const char* kCGWindowLayer = "kCGWindowLayer";
+/// The value is the dictionary of a rectangle.
+inline constexpr const char* kCGWindowBounds = "kCGWindowBounds";
+/// The value is an integer, the ID of the process that owns the window.
+inline constexpr const char* kCGWindowOwnerPID = "kCGWindowOwnerPID";
+/// The value is a string, the name of the application that owns the window.
+inline constexpr const char* kCGWindowOwnerName = "kCGWindowOwnerName";
+/// The value is a string. The key is missing if the window has no title.
+inline constexpr const char* kCGWindowName = "kCGWindowName";
 
-/// Returns an array with one dictionary for each window on screen, front to back, without desktops and docks.
-/// Bounds are in points, from the top-left of the desktop. Returns none if the list cannot be read. Also
-/// returns none for other options than on-screen windows without desktop elements, relative to no window. Any
-/// thread.
+/// Returns an array with one dictionary for each window on screen, from front to back, without docks and
+/// without the desktop's own background window. Bounds are in points from the desktop's top-left corner.
+/// `options` must combine the two option constants above, and `relativeToWindow` must be kCGNullWindowID.
+/// Returns none for other arguments, or if the list cannot be read. Any thread.
 std::optional<PropertyList> CGWindowListCopyWindowInfo(CGWindowListOption options,
                                                        CGWindowID relativeToWindow);
 
 /// Reads a rectangle from a dictionary of the numbers "X", "Y", "Width" and "Height". Returns none if one of
-/// them is missing or is not a number.
+/// the four is missing or is not a number.
 std::optional<CGRect> CGRectMakeWithDictionaryRepresentation(const PropertyList& dictionary);
 PropertyList CGRectCreateDictionaryRepresentation(const CGRect& rect);
 

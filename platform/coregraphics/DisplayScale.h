@@ -4,8 +4,8 @@
 
 namespace mirrolet::platform {
 
-/// Device pixels per point, one value for the whole process. The application object sets it at start; until
-/// then it is 1. Any thread.
+/// Holds the number of device pixels per point, which is the same for the whole process. NSApplication sets
+/// the number at start; before that the number is 1. Any thread.
 class DisplayScale {
   public:
     [[nodiscard]] static double current() { return value.load(std::memory_order_relaxed); }

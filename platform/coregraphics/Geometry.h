@@ -4,9 +4,9 @@ namespace mirrolet::platform {
 
 using CGFloat = double;
 
-/// A point in points (device-independent pixels). The coordinate space is the caller's: AppKit screen and
-/// view coordinates grow upwards from the bottom-left, window-list coordinates grow downwards from the
-/// top-left.
+/// A position, measured in points (device-independent pixels). The caller chooses the coordinate space.
+/// AppKit's screen and view coordinates grow upwards from the bottom-left corner. Window-list coordinates
+/// grow downwards from the top-left corner.
 struct CGPoint {
     CGFloat x = 0;
     CGFloat y = 0;

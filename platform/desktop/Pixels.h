@@ -5,14 +5,15 @@
 
 namespace mirrolet::platform::desktop {
 
-/// A size. All lengths here are in device pixels. The origin is top-left, and y grows downwards. A rectangle
-/// on the desktop is in root-window coordinates.
+/// A size in device pixels.
 struct PixelSize {
     int width = 0;
     int height = 0;
     friend bool operator==(const PixelSize&, const PixelSize&) = default;
 };
 
+/// A rectangle in device pixels. The origin is at the top left, and y grows downwards. A rectangle on the
+/// desktop is in root-window coordinates.
 struct PixelRect {
     int x = 0;
     int y = 0;
@@ -21,8 +22,8 @@ struct PixelRect {
     friend bool operator==(const PixelRect&, const PixelRect&) = default;
 };
 
-/// Pixels in memory: premultiplied ARGB, 32 bits each in native byte order, rows top to bottom without
-/// padding.
+/// An image in memory. Each pixel is premultiplied ARGB in 32 bits of native byte order. The rows are stored
+/// from top to bottom without padding.
 struct Bitmap {
     PixelSize size;
     std::vector<std::uint32_t> pixels;

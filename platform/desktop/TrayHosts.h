@@ -6,14 +6,15 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The place where the desktop itself takes status icons (an X11 system tray), beside any that the session
-/// bus offers.
+/// Tells whether the desktop has a tray host, which is a program that shows status icons in an X11 system
+/// tray. Tray hosts on the session bus do not count.
 class TrayHosts {
   public:
     virtual ~TrayHosts() = default;
-    /// Returns whether there is a tray host now, without asking the server. Any thread.
+    /// Returns whether a tray host runs now, without asking the server. May be called on any thread.
     [[nodiscard]] virtual bool present() = 0;
-    /// Calls `changed` after each change, on the backend's own thread, until the result is destroyed.
+    /// Calls `changed` each time that a tray host has appeared or disappeared, on the backend's own thread.
+    /// The calls end when the returned object is destroyed.
     [[nodiscard]] virtual AnyCancellable subscribe(std::function<void(bool present)> changed) = 0;
 };
 

@@ -9,17 +9,17 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The window server's number of a window. 0 is no window.
+/// The number that the window server gave to a window. 0 stands for no window.
 using WindowNumber = std::uint32_t;
 
-/// One window on screen, as the list gives it.
+/// Describes one window of the window list.
 struct WindowRow {
     WindowNumber number = 0;
-    PixelRect bounds; ///< In root coordinates, without an invisible client-side shadow.
-    /// 0 for ordinary windows, above 0 for keep-above, notification and similar windows, below 0 for
-    /// keep-below.
+    PixelRect bounds; ///< In root-window coordinates, without a shadow that the client draws.
+    /// The layer is 0 for ordinary windows. It is above 0 for windows that are kept above others, such as
+    /// notifications, and below 0 for windows that are kept below others.
     int layer = 0;
-    std::int32_t ownerPid = 0;        ///< The application number (see Applications), not always a kernel PID.
+    std::int32_t ownerPid = 0;        ///< The owner's number, as in Application::pid.
     std::string ownerName;            ///< UTF-8.
     std::optional<std::string> title; ///< UTF-8; none if the window has no title.
 };
@@ -27,10 +27,10 @@ struct WindowRow {
 class WindowList {
   public:
     virtual ~WindowList() = default;
-    /// Returns the windows of every application that the user sees or could see by moving others, front to
-    /// back. Docks and desktops are left out. A mirrored window counts as on screen also while the window
-    /// manager keeps it on another workspace. It counts while it is minimized too, if its image stays live.
-    /// None if the list cannot be read. Any thread.
+    /// Returns the windows of all applications that are on screen, front to back. Obscured windows are
+    /// included. Docks and the desktop's background windows are left out. A mirrored window also counts as on
+    /// screen while it is on another workspace, and while it is minimized but still draws. Returns none if
+    /// the list cannot be read. May be called on any thread.
     virtual std::optional<std::vector<WindowRow>> onScreenWindows() = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The width of the strip at each edge of a monitor that the desktop keeps for itself. In device pixels.
+/// The widths, in device pixels, of the strips that docks reserve at the four edges of a monitor.
 struct ReservedEdges {
     int left = 0;
     int top = 0;
@@ -13,12 +13,12 @@ struct ReservedEdges {
     friend bool operator==(const ReservedEdges&, const ReservedEdges&) = default;
 };
 
-/// Tells which room docks and the desktop's own panels keep for themselves.
+/// Tells how much of a monitor docks reserve for themselves.
 class WorkArea {
   public:
     virtual ~WorkArea() = default;
-    /// Returns the edges that are reserved now on a monitor at this place of the root window. Main thread;
-    /// waits for the server.
+    /// Returns the strips that are reserved now. `monitor` is the rectangle of a monitor in the root window.
+    /// Waits for the server. Must be called on the main thread.
     [[nodiscard]] virtual ReservedEdges reserved(PixelRect monitor) = 0;
 };
 

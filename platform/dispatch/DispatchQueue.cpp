@@ -8,8 +8,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Asks the source for its executor at each call, because a test may put another source in place while the
-/// main queue lives as long as the process.
+/// The executor of the main queue. Asks ExecutorSource for the real executor at each call, because the main
+/// queue lives as long as the process and a test may replace the ExecutorSource meanwhile.
 class CurrentMainExecutor final : public dispatch::Executor {
   public:
     void post(dispatch::Task task) override { actual()->post(std::move(task)); }

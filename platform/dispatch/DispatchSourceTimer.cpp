@@ -12,8 +12,8 @@ namespace mirrolet::platform {
 using dispatch::Executor;
 
 namespace {
-// The least interval in seconds. Intervals come from a file that people edit, and a shorter one would use the
-// whole processor.
+// The shortest interval in seconds. Intervals come from a file that people edit, and a shorter interval would
+// use the whole processor.
 constexpr double shortestInterval = 0.01;
 } // namespace
 
@@ -23,14 +23,18 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
     void start() {
         const MutexLock lock(stateMutex);
         const auto target = executor.lock();
+        // The timer does not start if its queue is gone, or if the timer was cancelled, runs already or has
+        // no interval.
         if (!target || cancelled || pending != 0 || interval <= interval.zero())
-            return; // Never scheduled, already running, or without a queue.
+            return;
         begin = target->now();
         arm(*target, begin);
     }
 
     void cancel() {
-        std::shared_ptr<const std::function<void()>> dropped; // Released after the lock.
+        // The handler is destroyed after the mutex is unlocked, because its destructor may run any code, even
+        // code that locks the mutex.
+        std::shared_ptr<const std::function<void()>> dropped;
         Executor::TimerNumber number = 0;
         {
             const MutexLock lock(stateMutex);
@@ -43,7 +47,7 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
     }
 
     Mutex stateMutex;
-    std::weak_ptr<Executor> executor; ///< Weak, because the executor's tasks own this state.
+    std::weak_ptr<Executor> executor; ///< Weak, because the executor's tasks already own this state.
     std::shared_ptr<const std::function<void()>> handler MIRROLET_GUARDED_BY(stateMutex);
     Executor::Clock::duration interval MIRROLET_GUARDED_BY(stateMutex){};
     Executor::TimePoint begin MIRROLET_GUARDED_BY(stateMutex);
@@ -59,7 +63,8 @@ struct DispatchSourceTimer::State : std::enable_shared_from_this<State> {
         const auto target = executor.lock();
         if (!target)
             return;
-        // This firing stands for all deadlines up to now. The next firing is at the first deadline after now.
+        // The handler runs once, even if several deadlines have passed. The timer fires next at the first
+        // deadline after `now`.
         const auto now = target->now();
         if (const auto current = currentHandler())
             (*current)();

@@ -11,7 +11,7 @@ namespace mirrolet::platform::dispatch {
 
 namespace {
 
-// In seconds. The limit keeps deadlines far from the end of a 64-bit count of nanoseconds.
+// The longest span in seconds. With this limit, a deadline always fits in a 64-bit number of nanoseconds.
 constexpr double longestSpan = 1e9;
 
 class ThreadSource final : public ExecutorSource {

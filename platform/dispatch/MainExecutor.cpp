@@ -44,7 +44,9 @@ class MainExecutor::Receiver final : public QObject {
     }
 
     void cancel(TimerNumber number) {
-        Task dropped; // Released after the lock, because a task's destructor may run any code.
+        // The task is destroyed after the mutex is unlocked, because its destructor may run any code, even
+        // code that locks the mutex.
+        Task dropped;
         MutexLock lock(taskMutex);
         dropped = tasks.takeOut(number);
         auto event = armFromAnyThread();
@@ -61,14 +63,14 @@ class MainExecutor::Receiver final : public QObject {
     }
 
   private:
-    // Returns the type of the event. Locks as wakingEvent() does when it makes the event, because the thread
-    // sanitizer cannot see the lock with which Qt hands the event over.
+    // Returns the type of the event. The mutex is locked only for the thread sanitizer, which does not see
+    // Qt's own lock. The sanitizer would report a data race with the thread that made the event.
     QEvent::Type typeOf(const QEvent& event) {
         const MutexLock lock(taskMutex);
         return event.type();
     }
 
-    // Returns an event that wakes the main thread; nullptr if one is already on its way.
+    // Returns an event that wakes the main thread, or nullptr if such an event is already on its way.
     std::unique_ptr<QEvent> wakingEvent() MIRROLET_REQUIRES(taskMutex) {
         return std::exchange(awake, true) ? nullptr : std::make_unique<QEvent>(QEvent::User);
     }
@@ -80,8 +82,10 @@ class MainExecutor::Receiver final : public QObject {
             QCoreApplication::postEvent(this, event.release());
     }
 
-    // Arms the timer if this is the main thread, and otherwise posts a task that does so. Returns the event
-    // that has to be sent for that task, or nullptr.
+    // Sets the timer to the first deadline. Only the main thread may use the timer, so on another thread this
+    // function adds a task that sets the timer. The returned event wakes the main thread. The caller sends it
+    // after unlocking the mutex. Returns nullptr on the main thread, or if such an event is already on its
+    // way.
     std::unique_ptr<QEvent> armFromAnyThread() MIRROLET_REQUIRES(taskMutex) {
         if (QThread::currentThread() == thread()) {
             arm();
@@ -101,7 +105,8 @@ class MainExecutor::Receiver final : public QObject {
             return;
         }
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now()).count();
-        // A wait beyond the range of the Qt timer ends early, finds no task due and is followed by another.
+        // A wait that is too long for the Qt timer is shortened. At the end of the shortened wait no task is
+        // due yet, so runDue() only sets the timer again.
         const auto bounded = std::clamp<std::int64_t>(wait, 0, std::numeric_limits<int>::max());
         timer.start(static_cast<int>(bounded));
     }
@@ -111,7 +116,8 @@ class MainExecutor::Receiver final : public QObject {
         MutexLock lock(taskMutex);
         awake = false;
         const auto count = tasks.postedCount();
-        // A task may open an event loop, which needs an event to run the tasks behind that task.
+        // A task may open a nested event loop. The event that is sent here makes that loop run the tasks that
+        // are still waiting.
         if (count > 1) {
             auto event = wakingEvent();
             lock.unlock();
@@ -120,10 +126,14 @@ class MainExecutor::Receiver final : public QObject {
         }
         for (std::size_t done = 0; done < count; ++done) {
             auto task = tasks.takePosted();
+            // No task is left if an earlier task opened a nested event loop, because that loop has run the
+            // others.
             if (!task)
-                return; // An event loop inside a task has run the others.
+                return;
             lock.unlock();
-            std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
+            // The task is run and destroyed while the mutex is unlocked, because the task may post other
+            // tasks, which locks the mutex.
+            std::exchange(task, nullptr)();
             lock.lock();
         }
     }
@@ -132,9 +142,12 @@ class MainExecutor::Receiver final : public QObject {
         MutexLock lock(taskMutex);
         const auto now = Clock::now();
         while (auto task = tasks.takeDue(now)) {
-            arm(); // For an event loop that the task may open.
+            // The task may open a nested event loop, which needs the timer for the next deadline.
+            arm();
             lock.unlock();
-            std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
+            // The task is run and destroyed while the mutex is unlocked, because the task may post other
+            // tasks, which locks the mutex.
+            std::exchange(task, nullptr)();
             lock.lock();
         }
         arm();

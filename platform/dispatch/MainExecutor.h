@@ -6,9 +6,9 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// Runs its tasks on the application's event loop. A burst of posts wakes the loop once. A task that opens a
-/// loop of its own (a modal alert) does not hold up the tasks after it. Tasks that a task posts run on a
-/// later turn.
+/// Runs its tasks on the application's event loop. Several posts in a row wake the loop once. A task that
+/// opens a nested event loop (a modal alert) does not hold up the tasks after it. A task that is posted by
+/// another task runs on a later turn.
 class MainExecutor final : public Executor {
   public:
     MainExecutor();

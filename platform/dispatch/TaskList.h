@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// The tasks that an executor still has to run. The owner locks the list for each call.
+/// The tasks that an executor still has to run. The owner locks a mutex for each call.
 class TaskList {
   public:
     void push(Task task) { posted.push_back(std::move(task)); }
@@ -20,21 +20,22 @@ class TaskList {
         return lastNumber;
     }
 
-    /// Takes a timed task out; nullptr if no task has this number. The caller releases the task after the
-    /// lock, because a task's destructor may run any code.
+    /// Removes and returns the timed task with this number, or returns nullptr if there is none. The caller
+    /// destroys the task after unlocking the mutex, because a task's destructor may run any code, even code
+    /// that locks the mutex.
     Task takeOut(Executor::TimerNumber number) {
         return take(std::find_if(timed.begin(), timed.end(),
                                  [number](const Timed& one) { return one.number == number; }));
     }
 
-    /// Takes out the timed task that is due first; nullptr if none is due. A due task runs before the posted
-    /// ones, but only once for a deadline, so that posted tasks are not starved.
+    /// Removes and returns the timed task with the earliest deadline. Returns nullptr if no deadline has
+    /// passed.
     Task takeDue(Executor::TimePoint now) {
         const auto next = first();
         return next != timed.end() && next->deadline <= now ? take(next) : nullptr;
     }
 
-    /// Takes out the task that was posted first; nullptr if there is none.
+    /// Removes and returns the task that was posted first, or returns nullptr if there is none.
     Task takePosted() {
         if (posted.empty())
             return nullptr;
@@ -57,8 +58,8 @@ class TaskList {
     };
     using Place = std::vector<Timed>::iterator;
 
-    /// Returns the timed task with the first deadline. If several have this deadline, returns the one that
-    /// was pushed first.
+    /// Returns the timed task with the earliest deadline. If several tasks have this deadline, returns the
+    /// task that was pushed first.
     Place first() {
         return std::min_element(timed.begin(), timed.end(), [](const Timed& one, const Timed& other) {
             return std::pair(one.deadline, one.number) < std::pair(other.deadline, other.number);
@@ -74,7 +75,7 @@ class TaskList {
     }
 
     std::deque<Task> posted;
-    std::vector<Timed> timed; ///< Unsorted, because a queue has only one or two.
+    std::vector<Timed> timed; ///< Unsorted, because a queue has only one or two timed tasks.
     Executor::TimerNumber lastNumber = 0;
 };
 

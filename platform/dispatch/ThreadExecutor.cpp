@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t longestThreadName = 15;
 
-/// Counts the tasks of all threads that were posted, or taken at their deadline, and have not ended yet.
+/// Counts the tasks of all threads that have not ended yet. A timed task counts only from its deadline on.
 class OpenTasks {
   public:
     void add() { ++count; }
@@ -34,11 +34,13 @@ class OpenTasks {
 
   private:
     std::atomic<std::size_t> count = 0;
-    Mutex waitMutex; ///< Held while the waiting thread looks at the count and goes to sleep.
+    /// remove() locks this mutex too. Otherwise remove() could notify after awaitNone() has checked the count
+    /// but before awaitNone() sleeps, and the notification would be lost.
+    Mutex waitMutex;
     ConditionVariable noneLeft;
 };
 
-/// Never destroyed, because a detached thread may end later than the program's static objects.
+/// The object is never destroyed, because a detached thread may end later than the program's static objects.
 OpenTasks& openTasks() {
     static auto& tasks = *new OpenTasks;
     return tasks;
@@ -50,15 +52,15 @@ std::string threadName(const std::string& label) {
 
 } // namespace
 
-/// Waits on a semaphore, because a condition variable would cost a system call on each tick of a timer. After
-/// a wait that times out, a condition variable locks its mutex as if the mutex were contended.
+/// The state that an executor shares with its thread. The thread waits on a semaphore, because a condition
+/// variable would cost one more system call at each tick of a timer.
 struct ThreadExecutor::State {
     State() { sem_init(&signal, 0, 0); }
     ~State() { sem_destroy(&signal); }
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    /// Waits for the next task and returns it; returns nullptr after the stop.
+    /// Waits for the next task and returns it. Returns nullptr once the executor is shut down.
     Task next() {
         while (true) {
             std::optional<Executor::TimePoint> deadline;
@@ -76,7 +78,8 @@ struct ThreadExecutor::State {
         }
     }
 
-    /// Wakes the thread. If a wait has just timed out, the thread looks for tasks twice.
+    /// Wakes the thread if it waits. If the wait has just timed out, the thread's next wait ends at once, and
+    /// the thread looks for tasks once more than needed. This is harmless.
     void wake() MIRROLET_REQUIRES(taskMutex) {
         if (std::exchange(waiting, false))
             sem_post(&signal);
@@ -87,8 +90,8 @@ struct ThreadExecutor::State {
     bool stopped MIRROLET_GUARDED_BY(taskMutex) = false;
 
   private:
-    /// Takes the next task out. A timed task counts as open from now on, so that whoever cancels the task
-    /// either stops it or can wait for it.
+    /// Removes and returns the next task, or returns nullptr if there is none. openTasks() counts a timed
+    /// task from here on, so that awaitTasks() waits for the task.
     Task takeNext() MIRROLET_REQUIRES(taskMutex) {
         auto due = tasks.takeDue(Clock::now());
         if (!due)
@@ -97,7 +100,8 @@ struct ThreadExecutor::State {
         return due;
     }
 
-    /// Waits until a post or the deadline. Ends early if a signal handler interrupts the thread.
+    /// Waits until wake() is called or the deadline has come. Ends early if a signal handler interrupts the
+    /// thread.
     void wait(const std::optional<Executor::TimePoint>& deadline) {
         if (!deadline) {
             sem_wait(&signal);
@@ -127,7 +131,8 @@ ThreadExecutor::~ThreadExecutor() {
 
 void ThreadExecutor::run(const std::shared_ptr<State>& state) {
     while (auto task = state->next()) {
-        std::exchange(task, nullptr)(); // Runs the task and releases it, together with what it owns.
+        // The task is destroyed right after its run, together with everything that it owns.
+        std::exchange(task, nullptr)();
         openTasks().remove(1);
     }
 }
@@ -137,7 +142,9 @@ bool ThreadExecutor::awaitTasks(Clock::duration atMost) {
 }
 
 void ThreadExecutor::post(Task task) {
-    const auto kept = state; // The posted task may destroy this executor before the lock is released.
+    // `kept` keeps the mutex alive, because the posted task may run and destroy this executor before the
+    // unlocking of the mutex has finished.
+    const auto kept = state;
     const MutexLock lock(kept->taskMutex);
     if (kept->stopped)
         return;
@@ -173,7 +180,8 @@ void ThreadExecutor::shutDown() {
         state->wake();
     }
     openTasks().remove(dropped.postedCount());
-    // A task of this queue may hold the last owner of the queue. The thread then ends after that task.
+    // A task of this queue may destroy the queue. A thread cannot wait for itself, so it is detached and ends
+    // after that task.
     if (thread.get_id() == std::this_thread::get_id())
         thread.detach();
     else

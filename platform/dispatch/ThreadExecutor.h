@@ -21,9 +21,8 @@ class ThreadExecutor final : public Executor {
     void shutDown() override;
 
     /// Waits until every task that was posted to any thread has ended; returns false if some still run after
-    /// `atMost`. Timed tasks count once their deadline has come. Meant for the end of the program, because a
-    /// task can be the last owner of its queue, and then no destructor waits for that task. Must not be
-    /// called by a task.
+    /// `atMost`. Timed tasks count once their deadline has come. Called at the end of the program, because no
+    /// destructor waits for a task that destroys its own queue. Must not be called by a task.
     static bool awaitTasks(Clock::duration atMost);
 
   private:

@@ -9,22 +9,24 @@
 
 namespace mirrolet::platform {
 
-/// The folders of applications, under the names that the application rooms use. Each is a flat folder of
-/// `ID.app`, one for each desktop entry with the file ID `ID`. The real folders behind each name:
-/// - "/Applications": the folders of XDG_DATA_DIRS except the system's own;
-/// - "/System/Applications": the folder of /usr/share; its "Utilities" is empty;
-/// - "Applications" in the home folder: the folder of XDG_DATA_HOME.
-/// If several real folders hold an entry of the same ID, only the first on the path is listed.
+/// Translates the folder names that the application rooms use into the real folders of desktop entries. An
+/// entry with the file ID `ID` appears as `ID.app` directly in one of these folders:
+/// - "/Applications" has the entries of XDG_DATA_DIRS, except those of /usr/share;
+/// - "/System/Applications" has the entries of /usr/share;
+/// - "/System/Applications/Utilities" is always empty;
+/// - "Applications" in the home folder has the entries of XDG_DATA_HOME.
+/// If several real folders have an entry with the same ID, only one of these entries is listed: the entry in
+/// XDG_DATA_HOME if there is one, otherwise the entry in the first folder of XDG_DATA_DIRS that has one.
 class ApplicationFolders {
   public:
-    /// Reads the real folders from the environment as it is now.
+    /// Reads the environment variables. Later changes of the variables have no effect.
     ApplicationFolders();
 
-    /// Returns the content of a folder; none if the folder is not an application folder. Any thread; reads
-    /// the disk.
-    [[nodiscard]] std::optional<std::vector<URL>> contents(const URL& folder) const;
-    /// Returns the desktop entry behind an application; none if the application is not listed. Any thread;
+    /// Returns the content of a folder. Returns none if the folder is not one of those above. Any thread;
     /// reads the disk.
+    [[nodiscard]] std::optional<std::vector<URL>> contents(const URL& folder) const;
+    /// Returns the desktop entry of an application. Returns none if the application is not listed. Any
+    /// thread; reads the disk.
     [[nodiscard]] std::optional<DesktopEntryFile> entryOf(const URL& application) const;
 
   private:

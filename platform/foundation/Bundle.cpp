@@ -14,7 +14,7 @@ GLibPointer<GDesktopAppInfo> readEntry(const std::string& path) {
     if (!content || content->empty() ||
         !g_key_file_load_from_data(keys.get(), content->data(), content->size(), G_KEY_FILE_NONE, nullptr))
         return nullptr;
-    // The result is nullptr if the entry is no application, or if its program is not installed.
+    // The result is nullptr if the entry is not an application, or if its program is not installed.
     return GLibPointer<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(keys.get()));
 }
 

@@ -17,8 +17,8 @@ namespace mirrolet::platform {
 
 namespace {
 
-// The limit is far above what is found in practice, and low enough that a runaway folder does not delay
-// anyone for long.
+// The limits are far above what a real machine has. They keep huge folders and files from delaying the
+// program for long.
 constexpr std::size_t mostEntries = 20000;
 constexpr std::size_t mostBytesOfEntry = 1 << 20;
 constexpr int deepestFolder = 8;
@@ -44,7 +44,8 @@ bool isHidden(const std::string& name) {
 
 using Entering = std::function<void(const std::string& folder)>;
 
-/// Walks over the folders once.
+/// Walks through folders and their subfolders and collects the desktop entries. Enters each folder only once,
+/// even if symbolic links lead to it again.
 class Walk {
   public:
     Walk(std::vector<DesktopEntryFile>& found, const Entering& entering) : found(found), entering(entering) {}
@@ -65,8 +66,8 @@ class Walk {
                entered.emplace(status.st_dev, status.st_ino).second;
     }
 
-    /// Returns the items of a folder, sorted, so that the choice between two alike entries does not depend on
-    /// the file system.
+    /// Returns the items of a folder, sorted by name. The first of two entries with the same ID is used, and
+    /// without sorting the file system would decide which one is first.
     static std::vector<std::filesystem::directory_entry> itemsIn(const std::string& folder) {
         std::vector<std::filesystem::directory_entry> items;
         std::error_code error;
@@ -101,7 +102,8 @@ class Walk {
     std::set<std::string> ids;
 };
 
-/// Finds the path of an ID. Tries folders too, because a dash in an ID may stand for a slash.
+/// Returns the path of the entry with this ID below the folder. Looks into subfolders too, because a dash in
+/// an ID may stand for a slash.
 std::optional<std::string> pathBelow(const std::string& folder, const std::string& id, int depth = 0) {
     const std::string here = folder + '/' + id + std::string(suffix);
     struct stat status {};
@@ -123,7 +125,7 @@ std::optional<std::string> pathBelow(const std::string& folder, const std::strin
 std::vector<std::string> userApplicationFolders() {
     const std::string own = environment("XDG_DATA_HOME");
     const std::string system = environment("XDG_DATA_DIRS");
-    // Relative paths are ignored, because they are not valid in these variables.
+    // Relative paths are ignored, because they are not valid in XDG_DATA_HOME and XDG_DATA_DIRS.
     std::string list = (own.starts_with('/') ? own : std::string(g_get_home_dir()) + "/.local/share") + ':' +
                        (system.empty() ? "/usr/local/share:/usr/share" : system) + ':';
     std::vector<std::string> folders;

@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform {
 
-/// Releases what GLib has allocated, each type with the function that GLib names for the type. A type without
-/// an overload here does not compile; add the overload.
+/// Frees an object of GLib with the function that GLib provides for the object's type. A new type needs a new
+/// overload here; without one the code does not compile.
 struct GLibRelease {
     void operator()(char* text) const { g_free(text); }
     void operator()(char** list) const { g_strfreev(list); }
@@ -22,7 +22,7 @@ struct GLibRelease {
     void operator()(GDesktopAppInfo* application) const { g_object_unref(application); }
 };
 
-/// Owns something that GLib has allocated.
+/// Owns an object that GLib has allocated.
 template <typename T> using GLibPointer = std::unique_ptr<T, GLibRelease>;
 
 } // namespace mirrolet::platform

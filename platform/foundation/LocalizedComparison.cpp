@@ -7,9 +7,9 @@
 namespace mirrolet::platform {
 
 ComparisonResult localizedCaseInsensitiveCompare(const std::string& first, const std::string& second) {
-    // Each thread has its own collator, because making one is slow and threads may not share one. A user who
-    // has set no language has the "C" locale, which would sort by code points and not put "Älter" beside
-    // "alt".
+    // Each thread has its own collator, because making one is slow and threads may not share one. If the user
+    // has set no language, English is used. Qt would use the "C" locale, which sorts by code points and does
+    // not put "Älter" beside "alt".
     thread_local const QCollator collator = [] {
         QCollator made(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
         made.setCaseSensitivity(Qt::CaseInsensitive);

@@ -5,7 +5,8 @@
 namespace mirrolet::platform {
 namespace {
 
-/// Gives letters that can be written as one character or as two the same form.
+/// Returns the text in Unicode's composed form, in which "é" is always one character. Text may also write "é"
+/// as "e" and an accent.
 QString composed(const std::string& text) {
     return QString::fromStdString(text).normalized(QString::NormalizationForm_C);
 }

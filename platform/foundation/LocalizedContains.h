@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// Returns whether the text (UTF-8) contains the part, ignoring case. Any thread.
+/// Returns true if the text contains the part, ignoring case. Both are UTF-8. Any thread.
 [[nodiscard]] bool localizedCaseInsensitiveContains(const std::string& text, const std::string& part);
 
 } // namespace mirrolet::platform

@@ -4,8 +4,8 @@
 
 namespace mirrolet::platform {
 
-/// Returns UTF-8 text in lower case, by the rules of Unicode rather than of a language. Broken bytes become
-/// U+FFFD. Any thread.
+/// Returns UTF-8 text in lower case, by Unicode's rules, which do not depend on the user's language. Invalid
+/// bytes become U+FFFD. Any thread.
 [[nodiscard]] std::string lowercased(const std::string& text);
 
 } // namespace mirrolet::platform

@@ -12,22 +12,23 @@
 #define MIRROLET_THREAD_ATTRIBUTE(attribute)
 #endif
 
-/// The member may be used only while the mutex is locked.
+/// Marks a member that may be used only while the mutex is locked.
 #define MIRROLET_GUARDED_BY(mutex) MIRROLET_THREAD_ATTRIBUTE(guarded_by(mutex))
-/// The callers of the function have locked the mutex.
+/// Marks a function whose callers must have locked these mutexes.
 #define MIRROLET_REQUIRES(...) MIRROLET_THREAD_ATTRIBUTE(requires_capability(__VA_ARGS__))
-/// The callers of the function have not locked the mutex, because the function or what it calls locks it.
+/// Marks a function whose callers must not have locked these mutexes, because the function locks them.
 #define MIRROLET_EXCLUDES(...) MIRROLET_THREAD_ATTRIBUTE(locks_excluded(__VA_ARGS__))
-/// The order in which two mutexes are locked, written at one of them.
+/// Marks a mutex that a thread has to lock before the other mutex, if the thread locks both.
 #define MIRROLET_ACQUIRED_BEFORE(...) MIRROLET_THREAD_ATTRIBUTE(acquired_before(__VA_ARGS__))
 #define MIRROLET_ACQUIRED_AFTER(...) MIRROLET_THREAD_ATTRIBUTE(acquired_after(__VA_ARGS__))
 
-/// The function uses guarded members without their mutex. A comment there says why no other thread can.
+/// Marks a function that uses guarded members without their mutex. A comment at the function says why that is
+/// safe.
 #define MIRROLET_UNCHECKED MIRROLET_THREAD_ATTRIBUTE(no_thread_safety_analysis)
 
 namespace mirrolet::platform {
 
-/// A mutex of the standard library that Clang's check knows.
+/// A mutex of the standard library with the attributes that Clang checks.
 template <class StandardMutex> class MIRROLET_THREAD_ATTRIBUTE(capability("mutex")) CheckedMutex {
   public:
     void lock() MIRROLET_THREAD_ATTRIBUTE(acquire_capability()) { mutex.lock(); }
@@ -42,7 +43,7 @@ template <class StandardMutex> class MIRROLET_THREAD_ATTRIBUTE(capability("mutex
 using Mutex = CheckedMutex<std::mutex>;
 using RecursiveMutex = CheckedMutex<std::recursive_mutex>;
 
-/// Keeps a mutex locked for a scope. The scope may unlock the mutex and lock it again.
+/// Keeps a mutex locked until the end of a scope. The mutex can be unlocked and locked again meanwhile.
 template <class AnyMutex> class MIRROLET_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
   public:
     explicit MutexLock(AnyMutex& mutex) MIRROLET_THREAD_ATTRIBUTE(acquire_capability(mutex)) : guard(mutex) {}
@@ -64,15 +65,16 @@ class ConditionVariable {
   public:
     void notifyAll() { changed.notify_all(); }
 
-    /// Waits until `isTrue` returns true, and returns false if that takes longer than `atMost`. The check is
-    /// off inside this function, because the check cannot see that the wait unlocks the mutex and locks it
-    /// again.
+    /// Waits until `isTrue` returns true, or until `atMost` has passed. Returns the last result of `isTrue`.
+    /// Clang's check is off inside this function, because the check does not see that waiting unlocks the
+    /// mutex and locks it again.
     template <class Duration, class Predicate>
     bool waitFor(Mutex& mutex, Duration atMost, Predicate isTrue)
         MIRROLET_REQUIRES(mutex) MIRROLET_UNCHECKED {
         std::unique_lock guard(mutex.mutex, std::adopt_lock);
         const bool became = changed.wait_for(guard, atMost, isTrue);
-        guard.release(); // The caller unlocks the mutex.
+        // release() leaves the mutex locked, because the caller unlocks the mutex.
+        guard.release();
         return became;
     }
 

@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// Why something failed.
+/// Describes why an operation failed.
 struct NSError {
     std::string localizedDescription; ///< One or two sentences for the user.
 };

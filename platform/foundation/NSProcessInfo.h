@@ -5,7 +5,7 @@
 
 namespace mirrolet::platform {
 
-/// This process. Any thread.
+/// Describes this process. Any thread.
 class NSProcessInfo {
   public:
     static NSProcessInfo processInfo() { return {}; }

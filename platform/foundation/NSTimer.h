@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform {
 
-/// A one-shot timer on the main run loop. The run loop owns the timer too, so the timer keeps running after
-/// its last other owner has released it. invalidate() stops the timer. Main thread only.
+/// A one-shot timer on the main run loop. The run loop keeps the timer alive, so the timer fires even if
+/// nobody else owns it any more. invalidate() stops the timer. Main thread only.
 class NSTimer {
   public:
     static std::shared_ptr<NSTimer> scheduledTimer(double seconds, std::function<void()> block);

@@ -28,16 +28,16 @@ class PropertyList {
     PropertyList(Array value) : value(std::move(value)) {}
     PropertyList(Dictionary value) : value(std::move(value)) {}
 
-    // The conversions are strict. Each returns no value if the stored value does not fit.
-    /// Returns a boolean, or a number that is exactly 0 or 1.
+    // The conversions are strict. A value that does not fit gives none.
+    /// Converts a boolean, or a number that is exactly 0 or 1.
     [[nodiscard]] std::optional<bool> asBool() const;
-    /// Returns a whole number in range; never converts a string or a boolean.
+    /// Converts a whole number that fits the type. Never converts a string or a boolean.
     [[nodiscard]] std::optional<std::int32_t> asInt32() const;
     [[nodiscard]] std::optional<std::uint32_t> asUInt32() const;
-    /// Returns any finite number; never converts a string or a boolean.
+    /// Converts any finite number. Never converts a string or a boolean.
     [[nodiscard]] std::optional<double> asDouble() const;
-    // The pointers are valid as long as this value is unchanged. They are nullptr for a value of another
-    // type.
+    // These functions return nullptr if the value has another type. The pointers are valid until this value
+    // changes.
     [[nodiscard]] const std::string* asString() const { return std::get_if<std::string>(&value); }
     [[nodiscard]] const Array* asArray() const { return std::get_if<Array>(&value); }
     [[nodiscard]] const Dictionary* asDictionary() const { return std::get_if<Dictionary>(&value); }

@@ -19,7 +19,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-// In bytes. The files that the program writes are a thousand times smaller.
+// The size limit in bytes. The files that the program writes are a thousand times smaller.
 constexpr off_t largestFile = off_t{4} * 1024 * 1024;
 
 QString text(const std::string& utf8) {
@@ -71,7 +71,7 @@ PropertyList::Array fromJson(const QJsonArray& array) {
 }
 
 PropertyList numberFromJson(const QJsonValue& json) {
-    // A variant tells integers and doubles apart; the JSON value itself calls both a double.
+    // QVariant distinguishes integers from doubles. QJsonValue reports both as doubles.
     const auto variant = json.toVariant();
     if (variant.typeId() == QMetaType::LongLong)
         return std::int64_t{variant.toLongLong()};
@@ -97,8 +97,8 @@ PropertyList fromJson(const QJsonValue& json) {
 
 class FileDescriptor {
   public:
-    // The flags keep open() from waiting for a writer of a FIFO, and from making a terminal the controlling
-    // terminal.
+    // O_NONBLOCK keeps open() from waiting for a writer of a FIFO. O_NOCTTY keeps a terminal from becoming
+    // the controlling terminal.
     explicit FileDescriptor(const std::string& path)
         : number(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
     FileDescriptor(const FileDescriptor&) = delete;
@@ -114,7 +114,7 @@ PropertyListFile::Content broken(std::string problem) {
     return {.values = {}, .problem = std::move(problem)};
 }
 
-/// Reads the whole file; none if reading fails or the file grows meanwhile.
+/// Reads the whole file. Returns none if reading fails, or if the file grows beyond the limit meanwhile.
 std::optional<std::string> readAll(int file) {
     std::string bytes(static_cast<std::size_t>(largestFile) + 1, '\0');
     std::size_t length = 0;
@@ -164,7 +164,8 @@ std::string PropertyListFile::write(const std::string& path, const PropertyList:
     const auto bytes = QJsonDocument(toJson(values)).toJson();
     QDir().mkpath(QFileInfo(text(path)).absolutePath());
     QSaveFile file(text(path));
-    // Without the flush, commit() would not notice a full disk and put an empty file in place.
+    // flush() fails if the disk is full. Without this call, commit() would not notice that and would replace
+    // the old file by an empty one.
     const bool written = file.open(QIODevice::WriteOnly) &&
                          file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
                          file.write(bytes) == bytes.size() && file.flush() && file.commit();

@@ -34,7 +34,7 @@ std::optional<std::string> readUpTo(int file, std::size_t most) {
 } // namespace
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t most) {
-    // O_NONBLOCK is set, because opening a FIFO would otherwise wait for its writer.
+    // Without O_NONBLOCK, opening a FIFO would wait for its writer.
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (file < 0)
         return std::nullopt;

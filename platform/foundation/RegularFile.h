@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// The content of a regular file. None for anything else (a FIFO would block for ever), for a file that
-/// cannot be read, and for a file of more than `most` bytes.
+/// Returns the content of a regular file. Returns none for anything else, because reading a FIFO might block
+/// for ever. Also returns none for a file that cannot be read or has more than `most` bytes.
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t most);
 
 } // namespace mirrolet::platform

@@ -16,14 +16,16 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr guint firstPause = 1; ///< In seconds. Each try doubles the pause.
+/// The pause before the next try to connect, in seconds. The pause doubles after each failed try.
+constexpr guint firstPause = 1;
 constexpr guint longestPause = 32;
 constexpr auto asClient = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
 
 using Connection = GLibPointer<GDBusConnection>;
 
-/// Returns the connection that was opened; nullptr on failure, or if the connection has closed again already.
+/// Returns the connection that was opened. Returns nullptr if opening failed, or if the connection has closed
+/// again already.
 Connection opened(GAsyncResult* result) {
     Connection connection(g_dbus_connection_new_for_address_finish(result, nullptr));
     if (connection && g_dbus_connection_is_closed(connection.get()))
@@ -33,7 +35,7 @@ Connection opened(GAsyncResult* result) {
 
 } // namespace
 
-// All members are used on the bus's thread only, except those that the mutex guards.
+// Only the thread of the session bus uses the members, except the members that `stateMutex` guards.
 struct SessionBus::State {
     GMainContext* context = g_main_context_new();
     const char* address = nullptr; ///< nullptr if there is no bus.
@@ -43,7 +45,7 @@ struct SessionBus::State {
 
     Mutex stateMutex;
     ConditionVariable answered;
-    bool known MIRROLET_GUARDED_BY(stateMutex) = false; ///< Set by the bus's thread.
+    bool known MIRROLET_GUARDED_BY(stateMutex) = false; ///< True once it is known whether there is a bus.
     std::vector<std::function<void()>> posted MIRROLET_GUARDED_BY(stateMutex);
 
     void post(std::function<void()> task);
@@ -59,7 +61,8 @@ struct SessionBus::State {
     static State* from(gpointer data) { return static_cast<State*>(data); }
 };
 
-/// Hands the task over under a mutex of this class, because sanitizers do not see the mutex of GLib.
+/// Posts the task to the bus's thread. The task is handed over while `stateMutex` is locked, because the
+/// thread sanitizer does not see GLib's own mutex and would report a data race.
 void SessionBus::State::post(std::function<void()> task) {
     {
         const MutexLock lock(stateMutex);
@@ -95,7 +98,8 @@ void SessionBus::State::beginAt(const char* place) {
         begin(nullptr);
 }
 
-/// Takes only the first answer. A bus that answers after it was given up is not used.
+/// Starts with the first connection, or with nullptr if there is no bus. Only the first call has an effect,
+/// so a bus that answers after shieldQt() has given up is not used.
 void SessionBus::State::begin(Connection first) {
     {
         const MutexLock lock(stateMutex);
@@ -112,7 +116,8 @@ bool SessionBus::State::isKnown() {
 }
 
 void SessionBus::State::use(Connection next) {
-    // The previous connection is kept until the followers have ended their work on it.
+    // The previous connection is kept until each task of `followers` has run, because a task may still use
+    // that connection.
     const auto before = std::exchange(connection, std::move(next));
     if (connection)
         g_signal_connect(connection.get(), "closed",
@@ -148,7 +153,8 @@ void SessionBus::State::connectedAgain(GObject*, GAsyncResult* result, gpointer 
 }
 
 SessionBus& SessionBus::shared() {
-    static auto* bus = new SessionBus; // Never destroyed, because its thread may be at work when statics end.
+    // Never destroyed, because its thread may still run when static objects are destroyed.
+    static auto* bus = new SessionBus;
     return *bus;
 }
 
@@ -158,7 +164,8 @@ SessionBus::SessionBus() : state(new State) {
         g_main_context_push_thread_default(state->context);
         g_main_loop_run(g_main_loop_new(state->context, FALSE));
     }).detach();
-    // If no address is set, this call may start a program and wait for it.
+    // This call runs on a thread of its own, because it may take long. If no address is set, the call may
+    // start a program and wait for it.
     std::thread([state = state] {
         const char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
         state->post([state, address] { state->beginAt(address); });
@@ -186,9 +193,10 @@ void SessionBus::shieldQt() {
             return;
     }
     NSLog("Mirrolet: the session bus does not answer; going on without it");
-    // Qt goes on without the bus. The rest of the program does the same, even if the bus answers later.
+    // From here on Qt works without the bus. The rest of the program does the same, even if the bus answers
+    // later.
     state->post([state = state] { state->begin(nullptr); });
-    // Nobody listens at this address. Without any address Qt would start a bus.
+    // Nobody listens at this address, so Qt fails at once. If the variable were unset, Qt would start a bus.
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null", 1);
 }
 

@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform {
 
-/// The session bus, on a thread of its own, so that neither the bus nor a program on the bus can hold this
-/// program up. There is one per process, started on first use and never ended.
+/// The session bus. It has a thread of its own, so that neither the bus nor a program on the bus can block
+/// this program. A process has one SessionBus, which is made on first use and never destroyed.
 class SessionBus {
   public:
     using Task = std::function<void(GDBusConnection* connection)>;
@@ -16,23 +16,23 @@ class SessionBus {
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
 
-    /// Runs the task on the bus's thread, whose thread-default GLib context is the bus's. The task runs as
-    /// soon as there is a connection, or with nullptr once it is known that there is no bus. A bus that
-    /// refuses the first connection, or that shieldQt() has given up, counts as no bus. A lost connection is
-    /// made again as soon as the bus is back, and the task runs again with each new connection. The previous
-    /// connection can still be used during that call. The task is kept for the rest of the process. Any
-    /// thread.
+    /// Calls `task` with the connection, on the bus's thread, as soon as there is a connection. If the first
+    /// connection fails or shieldQt() has given up, there is no bus, and `task` is called once with nullptr.
+    /// After a connection was lost, a new one is made as soon as the bus is back. `task` is then called again
+    /// with the new connection, and may still use the previous one during that call. The bus's GLib context
+    /// is the thread-default context during the calls. `task` is never destroyed. Any thread.
     void follow(Task task);
-    /// Runs the task on the bus's thread, after the tasks passed before. Any thread.
+    /// Calls `task` on the bus's thread, after the tasks that were passed before. Any thread.
     void run(std::function<void()> task);
-    /// Keeps Qt from waiting for a bus that hangs. If the bus hangs, logs one line, and lets Qt and the
-    /// program go on as if there were no bus. To be called before the application object is made.
+    /// Keeps Qt from waiting for a bus that does not answer. Waits less than a second for the bus. If the bus
+    /// has not answered by then, logs one line and makes Qt and the program work without a bus. Call this
+    /// before the QApplication is made.
     void shieldQt();
 
   private:
     struct State;
     SessionBus();
-    State* state; ///< Lives as long as the process, because its thread does.
+    State* state; ///< Never destroyed, because the bus's thread uses it until the process ends.
 };
 
 } // namespace mirrolet::platform

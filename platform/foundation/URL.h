@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform {
 
-/// A link, or a file by its path. A plain value.
+/// A link, or the path of a file. A plain value.
 class URL {
   public:
     /// Makes a link from its text, such as "https://example.org". The text is not checked.
@@ -16,8 +16,8 @@ class URL {
     /// Returns the path of a file; empty for a link.
     [[nodiscard]] std::string path() const { return file ? text : std::string(); }
     [[nodiscard]] std::string lastPathComponent() const;
-    /// Returns the letters after the last dot of the last component, in their original case. Empty if there
-    /// is no dot, or if the only dot is the one that makes a file hidden.
+    /// Returns what follows the last dot of the file name, in its original case. Returns an empty string if
+    /// there is no dot, or if the only dot is the first character of a hidden file's name.
     [[nodiscard]] std::string pathExtension() const;
     [[nodiscard]] URL deletingPathExtension() const;
     [[nodiscard]] URL deletingLastPathComponent() const;

@@ -18,7 +18,7 @@ namespace mirrolet::platform {
 
 namespace {
 
-constexpr double writeDelay = 0.3; // Seconds after the last change.
+constexpr double writeDelay = 0.3; // In seconds, counted from the last change.
 
 std::string timeStamp() {
     const auto now = std::time(nullptr);
@@ -28,7 +28,7 @@ std::string timeStamp() {
     return {buffer, std::strftime(buffer, sizeof buffer, "%Y%m%d-%H%M%S", &local)};
 }
 
-/// Renames the file to an unused name and returns that name; returns an empty string on failure.
+/// Renames the file to an unused name and returns that name. Returns an empty string on failure.
 std::string setAside(const std::string& path) {
     const auto stem = path + ".broken-" + timeStamp();
     for (int attempt = 1; attempt <= 100; ++attempt) {
@@ -84,7 +84,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 
     Mutex valuesMutex;
     PropertyList::Dictionary values MIRROLET_GUARDED_BY(valuesMutex);
-    /// Made by the first change, because a program that only reads needs no thread.
+    /// The first change makes the queue, because a program that only reads needs no thread.
     std::unique_ptr<DispatchQueue> queue MIRROLET_GUARDED_BY(valuesMutex);
 
   private:
@@ -100,7 +100,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
             });
     }
 
-    // Logs a failure once. Each later change tries again, silently.
+    // Logs only the first of several failures in a row. Each later change tries again to write the file.
     void report(const std::string& problem) MIRROLET_REQUIRES(fileMutex) MIRROLET_EXCLUDES(valuesMutex) {
         if (problem.empty()) {
             failing = false;
@@ -116,7 +116,7 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
     }
 
     const std::string path;
-    /// Held while the file is written, so that two threads do not write at once.
+    /// Locked while the file is written, so that two threads do not write at once.
     Mutex fileMutex MIRROLET_ACQUIRED_BEFORE(valuesMutex);
     dispatch::Executor::TimerNumber pendingWrite MIRROLET_GUARDED_BY(valuesMutex) = 0;
     bool dirty MIRROLET_GUARDED_BY(valuesMutex) = false;
@@ -125,8 +125,8 @@ struct UserDefaults::State : std::enable_shared_from_this<State> {
 };
 
 UserDefaults& UserDefaults::standard() {
-    // Never destroyed, because other objects that live as long as the process write to the defaults. The
-    // program flushes them at exit.
+    // Never destroyed, because other objects that live as long as the process use the defaults. The program
+    // calls flush() at exit.
     static auto& defaults = *new UserDefaults(userConfigFolder() + "/mirrolet/defaults.json");
     return defaults;
 }

@@ -86,7 +86,7 @@ bool AutostartEntry::isOn() const {
     const auto keys = readKeys(path);
     if (!keys || isSwitchedOff(keys.get()))
         return false;
-    // GIO refuses an entry that is not an application, or whose program is not installed.
+    // GIO returns nullptr for an entry that is not an application, or whose program is not installed.
     const GLibPointer<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(keys.get()));
     return info && g_app_info_get_executable(G_APP_INFO(info.get())) &&
            g_desktop_app_info_get_show_in(info.get(), nullptr);
@@ -116,7 +116,7 @@ std::optional<NSError> AutostartEntry::write(const std::string& program, bool on
     if (!g_key_file_has_key(file, group, G_KEY_FILE_DESKTOP_KEY_NAME, nullptr))
         g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_NAME, "Mirrolet");
     g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_EXEC, quoted(program).c_str());
-    // A desktop ignores the entry once the program is no longer installed.
+    // With the key TryExec, a desktop ignores the entry once the program is no longer installed.
     g_key_file_set_string(file, group, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, program.c_str());
     g_key_file_set_boolean(file, group, G_KEY_FILE_DESKTOP_KEY_HIDDEN, !on);
     g_key_file_set_boolean(file, group, enabledKey, on);

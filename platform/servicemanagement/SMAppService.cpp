@@ -14,12 +14,14 @@ namespace mirrolet::platform {
 namespace {
 
 std::string runningProgram() {
-    // The path inside an image that mounts itself is gone after the session. The image's own path stays.
+    // A program in an AppImage runs from a temporary path, which is gone once the program has ended. The path
+    // of the AppImage itself stays valid.
     if (const char* image = std::getenv("APPIMAGE"); image && *image == '/')
         return image;
     std::error_code error;
     std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
-    constexpr std::string_view deleted = " (deleted)"; // Added once an upgrade has replaced the file.
+    // The kernel appends this text to the path after an upgrade has replaced the file.
+    constexpr std::string_view deleted = " (deleted)";
     if (path.ends_with(deleted))
         path.resize(path.size() - deleted.size());
     return path;

@@ -29,7 +29,7 @@ AlertPresenter::AlertPresenter(QWidget& widget, std::string title, Message messa
 void AlertPresenter::update() {
     const auto text = message.get();
     if (dialog) {
-        // A new message takes the place of the one that is shown.
+        // A new message replaces the message that is shown.
         dialog->disconnect(this);
         dialog->close();
     }

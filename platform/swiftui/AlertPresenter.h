@@ -11,7 +11,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Keeps an alert in front of a widget's window while there is a message.
+/// Shows an alert in front of a widget's window as long as there is a message.
 class AlertPresenter : public QObject {
   public:
     using Message = Binding<std::optional<std::string>>;

@@ -7,8 +7,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A function that observes something. It calls the given closure after each change, until the result is
-/// cancelled.
+/// A function that starts an observation. It takes a closure and calls the closure after each change. It
+/// returns an object that ends the observation when cancelled.
 using Observation = std::function<AnyCancellable(std::function<void()>)>;
 
 /// A two-way connection to a value that somebody else owns. Main thread only.

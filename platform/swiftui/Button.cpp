@@ -10,7 +10,7 @@ namespace {
 
 void bindKey(QPushButton& button, Qt::Key key) {
     auto* shortcut =
-        new QShortcut(QKeySequence(key), &button); // Owned by the button. Works in its whole window.
+        new QShortcut(QKeySequence(key), &button); // Owned by the button. Works in the whole window.
     shortcut->setAutoRepeat(false);
     QObject::connect(shortcut, &QShortcut::activated, &button, [&button] { button.click(); });
 }

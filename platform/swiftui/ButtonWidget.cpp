@@ -12,8 +12,7 @@ namespace {
 
 constexpr double cornerRadius = 7;
 
-/// Returns the font of a label. The size follows the desktop's font, up to the size at which two buttons
-/// still fit beside one another in a prompt.
+/// Returns the font of a button's label. The label of a prominent button is bolder than others.
 QFont labelFont(ButtonStyle style) {
     QFont font = resolvedFont(Font::body);
     if (style == ButtonStyle::borderedProminent)

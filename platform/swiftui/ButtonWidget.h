@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A push button in the look of the declarative views.
+/// A push button that paints itself in the colours of Theme.
 class ButtonWidget : public QPushButton {
   public:
     ButtonWidget(const QString& label, ButtonStyle style);

@@ -7,10 +7,10 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Lays items out below one another. In the centred layout each item has its ideal width, and the column of
-/// items stands in the middle. In the layout from the top each item takes the full width. Items that want to
-/// grow share the spare height. If the height does not suffice, items shrink down to their minimum. Items of
-/// low precedence shrink first, and upper items before lower ones.
+/// Lays items out below one another. With Placement::centred, each item has its ideal width and the column
+/// stands in the middle. With Placement::fromTop, each item takes the full width. Items that can grow share
+/// the spare height. If the height does not suffice, items shrink down to their minimum. Items of low
+/// precedence shrink first. Among items of equal precedence, the upper ones shrink first.
 class ColumnLayout : public QLayout {
   public:
     enum class Placement { centred, fromTop };
@@ -18,8 +18,8 @@ class ColumnLayout : public QLayout {
     explicit ColumnLayout(double spacing, Placement placement = Placement::centred);
     ~ColumnLayout() override;
 
-    /// Sets the precedence of a widget. If the height does not suffice, widgets of lower precedence shrink
-    /// first. The default is 0.
+    /// Sets the precedence of a widget. If the height does not suffice, the widgets with the lowest
+    /// precedence shrink first. The default is 0.
     static void setPrecedence(QWidget& widget, int precedence);
 
     void addItem(QLayoutItem* item) override;

@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Decides whether a focused control shows its ring: only if a key brought the focus there, because after a
-/// click the user knows where the focus is.
+/// Decides whether a focused control shows a focus ring. The ring is shown only if a key brought the focus
+/// there, because after a click the user knows where the focus is.
 class FocusVisibility {
   public:
     void focusIn(const QFocusEvent& event) {

@@ -16,7 +16,7 @@ inline void whenChanged(QWidget& widget, const Observation& changes, const std::
             if (guard)
                 action();
         }));
-    // The connection ends with the widget, and the subscription ends with the connection.
+    // The subscription is cancelled when the widget is destroyed.
     QObject::connect(&widget, &QObject::destroyed, [subscription] { subscription->cancel(); });
 }
 

@@ -27,7 +27,8 @@ class GroupWidget : public QWidget {
     void addRow(QWidget* content) {
         auto* row = new QWidget;
         auto* inner = new QVBoxLayout(row);
-        // A paragraph needs more padding than a control, because a control has some of its own.
+        // A paragraph of text needs more padding than a control, because a control has some padding of its
+        // own.
         const int padding = dynamic_cast<TextWidget*>(content) ? 2 * rowPadding : rowPadding;
         inner->setContentsMargins(rowInset, padding, rowInset, padding);
         inner->addWidget(content);

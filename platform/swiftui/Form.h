@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A group of a form's rows, with or without a header above it.
+/// A group of rows in a Form, with or without a header above the group.
 class Section : public Modifiable<Section> {
   public:
     explicit Section(std::vector<View> rows) : content(std::move(rows)) {}

@@ -13,8 +13,8 @@ class NSImage;
 
 namespace mirrolet::platform::swiftui {
 
-/// A scrolled list of check boxes, each with a picture and a label. Only the rows on screen cost
-/// anything, so a list may hold thousands.
+/// A scrolled list of check boxes, each with a picture and a label. Rows that are not on screen cost nothing,
+/// so a list may hold thousands.
 class List : public Modifiable<List> {
   public:
     struct Row {
@@ -23,7 +23,8 @@ class List : public Modifiable<List> {
         std::shared_ptr<NSImage> image;
     };
     struct Content {
-        std::function<std::vector<Row>()> rows; ///< Called again after each change of `rowChanges`.
+        /// Called at first, and after each change that `rowChanges` reports.
+        std::function<std::vector<Row>()> rows;
         std::vector<Observation> rowChanges;
         std::function<bool(const std::string& id)> isOn;
         std::function<void(const std::string& id, bool isOn)> setOn;

@@ -35,7 +35,7 @@ class ListDelegate : public QStyledItemDelegate {
 
     QListView& view;
     int imageSide;
-    std::unordered_map<std::string, QPixmap> images; ///< Keyed by row identifier.
+    std::unordered_map<std::string, QPixmap> images; ///< The key is the identifier of a row.
     mutable std::deque<QPersistentModelIndex> wanted;
     mutable QTimer loader;
 };

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// The rows of a List as Qt's list view asks for them.
+/// Gives the rows of a List to Qt's list view.
 class ListModel : public QAbstractListModel {
   public:
     ListModel(QObject* parent, List::Content content);

@@ -8,7 +8,7 @@ namespace mirrolet::platform::swiftui {
 
 ListWidget::ListWidget() {
     setFrameShape(QFrame::NoFrame);
-    setUniformItemSizes(true); // Saves measuring each of a thousand rows.
+    setUniformItemSizes(true); // Qt then measures one row instead of thousands.
     setSelectionMode(QAbstractItemView::NoSelection);
     setMouseTracking(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -22,9 +22,10 @@ ListWidget::ListWidget() {
 
 void ListWidget::focusInEvent(QFocusEvent* event) {
     QListView::focusInEvent(event);
+    // The arrow keys need a current row to start from.
     if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() && model() &&
         model()->rowCount() > 0)
-        setCurrentIndex(model()->index(0, 0)); // The arrow keys need a row to start from.
+        setCurrentIndex(model()->index(0, 0));
 }
 
 } // namespace mirrolet::platform::swiftui

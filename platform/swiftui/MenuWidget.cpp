@@ -42,7 +42,8 @@ void MenuWidget::focusInEvent(QFocusEvent* event) {
 }
 
 void MenuWidget::wheelEvent(QWheelEvent* event) {
-    event->ignore(); // The wheel scrolls the form, and must not change the menu that lies under the pointer.
+    // The wheel is meant to scroll the form. It must not change a menu that happens to lie under the pointer.
+    event->ignore();
 }
 
 void MenuWidget::paintEvent(QPaintEvent* /*event*/) {

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A pop-up menu of choices in the look of the declarative views.
+/// A pop-up menu of choices that paints itself in the colours of Theme.
 class MenuWidget : public QComboBox {
   public:
     MenuWidget();

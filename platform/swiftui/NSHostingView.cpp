@@ -10,8 +10,9 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// Gives the focus to the root itself when its window first shows. The first control does not get the focus,
-/// because a stray Space must not press a button that nobody chose. Tab moves on from the root.
+/// Gives the focus to the root widget when its window is first shown. Qt would give the focus to the first
+/// button, and the Space key, pressed by accident, would then press that button. Tab moves from the root to
+/// the first control.
 class InitialFocus : public QObject {
   public:
     explicit InitialFocus(QWidget& root) : QObject(&root), root(root) { root.installEventFilter(this); }
@@ -46,7 +47,7 @@ NSHostingView::NSHostingView(const swiftui::View& rootView) : root(std::make_uni
 NSHostingView::~NSHostingView() {
     if (!root->widget)
         return;
-    // One of the view's own controls may have caused this call, and is then still on the stack.
+    // The widget is deleted later, because the code of one of its controls may be running now.
     root->widget->hide();
     root->widget->setParent(nullptr);
     root->widget->deleteLater();

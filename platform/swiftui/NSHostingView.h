@@ -7,9 +7,9 @@
 
 namespace mirrolet::platform {
 
-/// A window's content view that shows a declarative view. The widgets are built once, in the constructor, and
-/// the view description is not needed afterwards. A root view with a rounded background lends its corner
-/// radius to this view's layer.
+/// A window's content view that shows a declarative view. The constructor builds the widgets, and the view
+/// description is not needed afterwards. If the root view has a rounded background, this view's layer gets
+/// the same corner radius.
 class NSHostingView : public NSView {
   public:
     explicit NSHostingView(const swiftui::View& rootView);

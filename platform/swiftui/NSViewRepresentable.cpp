@@ -10,7 +10,7 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 
-/// A widget that adds the focus ring and the name for assistive software.
+/// Shows an NSView. Adds the focus ring and the description for assistive software.
 class RepresentedWidget : public NSViewWidget {
   public:
     explicit RepresentedWidget(const std::shared_ptr<NSView>& view) : NSViewWidget(view), represented(view) {
@@ -40,8 +40,8 @@ class RepresentedWidget : public NSViewWidget {
     }
 
   private:
-    /// Sets the accessible description to the view's value, because Qt has no text value of a button. Setting
-    /// the description tells assistive software of a change, even if there is none.
+    /// Sets the accessible description to the view's value, because Qt has no text value for a button. An
+    /// unchanged description is not set again, because setting it notifies assistive software each time.
     void describe() {
         setToolTip(QString::fromStdString(represented->toolTip));
         const auto value = QString::fromStdString(represented->accessibilityValue);
@@ -53,8 +53,8 @@ class RepresentedWidget : public NSViewWidget {
     FocusVisibility focusVisibility;
 };
 
-/// Tells assistive software that the widget is a button. By default Qt calls the widget a filler, which
-/// screen readers pass over.
+/// Tells assistive software that the widget is a button. By default Qt calls the widget a filler, and screen
+/// readers skip fillers.
 QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* object) {
     auto* widget = dynamic_cast<RepresentedWidget*>(object);
     return widget ? new QAccessibleWidget(widget, QAccessible::Button) : nullptr;
@@ -63,7 +63,8 @@ QAccessibleInterface* accessibleButton(const QString& /*className*/, QObject* ob
 } // namespace
 
 QWidget* representedWidget(const RepresentedView& represented) {
-    QAccessible::installFactory(accessibleButton); // Does nothing from the second call on.
+    // Only the first call has an effect.
+    QAccessible::installFactory(accessibleButton);
     auto* widget = new RepresentedWidget(represented.view);
     const auto refresh = [view = represented.view, update = represented.update] { update(*view); };
     refresh();

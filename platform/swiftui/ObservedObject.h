@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A reference to an observable object that outlives every view. The object announces a change before making
-/// the change, so views read the object on a later turn of the main loop.
+/// Refers to an observable object, which must outlive every view. The object announces a change before making
+/// the change, so views read the changed object on a later turn of the main loop.
 template <class Object> class ObservedObject {
   public:
     explicit ObservedObject(Object& observed) : object(&observed) {}

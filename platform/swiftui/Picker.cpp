@@ -24,7 +24,8 @@ QWidget* menuPicker(const PickerContent& content) {
     return menu;
 }
 
-/// Checks the button of a choice. Tab goes to the checked button, and the arrow keys move on from there.
+/// Selects the button with this index. Tab reaches only the selected button, and the arrow keys move on from
+/// there.
 void choose(const QButtonGroup& buttons, int id) {
     buttons.button(id)->setChecked(true);
     for (auto* button : buttons.buttons())

@@ -13,7 +13,7 @@ namespace mirrolet::platform::swiftui {
 
 enum class PickerStyle { menu, radioGroup };
 
-/// The parts of a picker, whatever the type of its values.
+/// The parts of a Picker that do not depend on the type of its values.
 struct PickerContent {
     std::string label;
     PickerStyle style = PickerStyle::menu;
@@ -25,8 +25,8 @@ struct PickerContent {
 
 View pickerView(PickerContent content);
 
-/// A control that chooses one out of a few values. If the bound value is not among the choices, no choice is
-/// shown as chosen. The value stays until the user chooses.
+/// A control that chooses one of a few values. If the bound value is not among the choices, no choice is
+/// shown as chosen, and the value stays until the user chooses.
 template <class Value> class Picker : public Modifiable<Picker<Value>> {
   public:
     Picker(std::string label, Binding<Value> selection, std::vector<std::pair<std::string, Value>> choices)

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int spokes = 12;
 
-/// A wheel that turns only while it is visible.
+/// A turning wheel. The animation runs only while the wheel is visible.
 class SpinnerWidget : public QProgressBar {
   public:
     SpinnerWidget() {

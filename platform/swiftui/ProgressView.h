@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A turning wheel over its label, for work of unknown length.
+/// A turning wheel above its label, which is shown during work of unknown length.
 class ProgressView : public Modifiable<ProgressView> {
   public:
     explicit ProgressView(std::string label) : title(std::move(label)) {}

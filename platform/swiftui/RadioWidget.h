@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A radio button in the look of the declarative views.
+/// A radio button that paints itself in the colours of Theme.
 class RadioWidget : public QRadioButton {
   public:
     explicit RadioWidget(const QString& label);

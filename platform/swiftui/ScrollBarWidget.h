@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A slim vertical scroll bar: only its thumb is drawn.
+/// A slim vertical scroll bar. Only the part that the user drags is drawn.
 class ScrollBarWidget : public QScrollBar {
   public:
     ScrollBarWidget();

@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A column of views, centred.
+/// A column of views, each of them centred.
 class VStack : public Modifiable<VStack> {
   public:
     VStack(double spacing, std::vector<View> content) : gap(spacing), children(std::move(content)) {}
@@ -17,7 +17,7 @@ class VStack : public Modifiable<VStack> {
     std::vector<View> children;
 };
 
-/// A row of views, vertically centred. In a form the first view takes the spare room.
+/// A row of views, each of them vertically centred. In a form the first view takes the spare width.
 class HStack : public Modifiable<HStack> {
   public:
     HStack(double spacing, std::vector<View> content) : gap(spacing), children(std::move(content)) {}

@@ -8,8 +8,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A value that a view owns. Copies of the view share the value. The value lives as long as one of the
-/// copies, or a widget that was built from one. Observers are told right after each change. Main thread only.
+/// A value that a view owns. Copies of the view share the value. The value exists as long as a copy exists,
+/// or a widget that was built from a copy. Observers are called right after each change. Main thread only.
 template <class Value> class State {
     struct Cell {
         Value value;
@@ -17,7 +17,8 @@ template <class Value> class State {
     };
 
   public:
-    /// Refers to the same value without keeping the value alive, for results that arrive later.
+    /// Refers to the value without keeping the value alive. Used for results that may arrive after the view
+    /// is gone.
     class Weak {
       public:
         explicit Weak(const std::shared_ptr<Cell>& cell) : cell(cell) {}
@@ -34,7 +35,7 @@ template <class Value> class State {
     explicit State(Value initial) : cell(std::make_shared<Cell>(Cell{std::move(initial), {}})) {}
 
     [[nodiscard]] const Value& get() const { return cell->value; }
-    /// Sets the value. Setting the same value again is no change.
+    /// Sets the value. Setting an equal value does not call the observers.
     void set(Value value) const { assign(*cell, std::move(value)); }
     [[nodiscard]] Weak weak() const { return Weak(cell); }
 
@@ -52,7 +53,8 @@ template <class Value> class State {
         if (cell.value == value)
             return;
         cell.value = std::move(value);
-        auto publisher = cell.didChange; // An observer may destroy the view, and with it the cell.
+        // The copy is needed because an observer may destroy the view, and with the view the cell.
+        auto publisher = cell.didChange;
         publisher.send();
     }
 

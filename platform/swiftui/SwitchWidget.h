@@ -6,7 +6,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A check box in the shape of a switch.
+/// A check box that paints itself as a switch.
 class SwitchWidget : public QCheckBox {
   public:
     SwitchWidget();

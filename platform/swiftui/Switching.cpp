@@ -10,7 +10,8 @@ namespace {
 void replaceContent(QWidget& place, QWidget* content) {
     QLayout& layout = *place.layout();
     if (QLayoutItem* old = layout.takeAt(0)) {
-        // A control of the old content may have caused the exchange, and is then still on the stack.
+        // Only the layout item is deleted at once. The widget is deleted on a later turn of the event loop,
+        // because one of its controls may be running its own code now.
         old->widget()->hide();
         old->widget()->deleteLater();
         delete old;

@@ -9,16 +9,16 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Returns the content to show next, or none if the present content stays.
+/// A function that returns the content to show next, or none if the shown content stays.
 using NextContent = std::function<std::optional<View>()>;
 
-/// Makes a view that can replace its content. Each widget built from the view calls `makeSource` once. After
-/// each change the widget calls the function that `makeSource` returned, and shows the content that this
-/// function returns, if any.
+/// Makes a view that can replace its content. Each widget that is built from the view calls `makeSource` once
+/// and so gets its own NextContent. The widget calls its NextContent at first and after each change, and
+/// shows the returned content, if any.
 View switchingView(Observation changes, std::function<NextContent()> makeSource);
 
-/// A view whose content depends on a value. The content is built anew only when the value becomes another
-/// one.
+/// A view whose content depends on a value. The content is built again only if the new value differs from the
+/// old one.
 template <class Key> class Switching : public Modifiable<Switching<Key>> {
   public:
     Switching(Observation changes, std::function<Key()> key, std::function<View(Key)> content)

@@ -7,7 +7,8 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A group of pages of which one is shown. Each page is chosen by a tab with a symbol and a label.
+/// A group of pages, one of which is shown. Each page has a tab with a symbol and a label. A click on the tab
+/// shows the page.
 class TabView : public Modifiable<TabView> {
   public:
     struct Tab {

@@ -12,8 +12,8 @@ enum class ForegroundStyle { primary, secondary };
 enum class TextAlignment { leading, center };
 
 /// Plain text, never interpreted as markup. If there is too little room, the text first gets a little
-/// smaller. Then the parts marked as elidable lose their middle. Only then does the text shrink further. In
-/// this order all that the text says stays readable as long as possible.
+/// smaller. Then each part that elidable() has marked is shortened in the middle. Only then does the text
+/// shrink further. This order keeps the text readable for as long as possible.
 class Text : public Modifiable<Text> {
   public:
     struct Run {
@@ -26,11 +26,11 @@ class Text : public Modifiable<Text> {
     [[nodiscard]] Text font(Font value) const;
     [[nodiscard]] Text foregroundStyle(ForegroundStyle value) const;
     [[nodiscard]] Text multilineTextAlignment(TextAlignment value) const;
-    /// Gives this text's ideal height precedence over that of its neighbours.
+    /// Keeps this text at its ideal height, so that its neighbours shrink first.
     [[nodiscard]] Text fixedVertically() const;
-    /// Allows the middle of this text to be left out.
+    /// Allows the text to be shortened in the middle if there is too little room.
     [[nodiscard]] Text elidable() const;
-    /// Appends a text; the result has the look of the left one.
+    /// Appends a text. The result has the font, the colour and the alignment of `left`.
     friend Text operator+(Text left, const Text& right);
 
     [[nodiscard]] View body() const;

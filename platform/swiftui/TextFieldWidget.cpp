@@ -11,7 +11,7 @@
 namespace mirrolet::platform::swiftui {
 
 TextFieldWidget::TextFieldWidget() {
-    setFrame(false); // The frame is drawn by this class.
+    setFrame(false); // This class draws the frame itself.
     setTextMargins(8, 0, 8, 0);
     setClearButtonEnabled(true);
     QPalette transparent = palette();
@@ -20,8 +20,8 @@ TextFieldWidget::TextFieldWidget() {
     adoptPlaceholderColor();
 }
 
-/// Sets the colour of the placeholder, because not every desktop's palette has one. Qt's default is black,
-/// even on dark fields.
+/// Sets the colour of the placeholder text. Some desktops' palettes lack this colour, and Qt would then use
+/// black even on a dark field.
 void TextFieldWidget::adoptPlaceholderColor() {
     const QColor wanted = withAlpha(Theme(*this).label, 0.55);
     QPalette own = palette();

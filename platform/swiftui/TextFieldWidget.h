@@ -4,7 +4,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A line to type into, in the look of the declarative views.
+/// A line to type into, which paints itself in the colours of Theme.
 class TextFieldWidget : public QLineEdit {
   public:
     TextFieldWidget();

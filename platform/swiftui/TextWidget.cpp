@@ -14,8 +14,8 @@
 namespace mirrolet::platform::swiftui {
 namespace {
 
-/// The number of characters to which a longer piece is shortened. A name from another program may be longer
-/// than anybody reads.
+/// The largest number of characters of a part that Text::elidable() has marked. A longer part is shortened,
+/// because a name from another program may be longer than anybody would read.
 constexpr qsizetype longestPiece = 400;
 constexpr int mildPercent = 92;
 constexpr int smallestPercent = 50;
@@ -26,7 +26,7 @@ QString middleElided(const QString& text, qsizetype kept) {
         return text;
     qsizetype head = (kept + 1) / 2;
     qsizetype tail = kept - head;
-    // The cut never falls between the two halves of one character.
+    // A character may consist of two code units. The cut must not fall between the two.
     if (head > 0 && text.at(head - 1).isHighSurrogate())
         --head;
     if (tail > 0 && text.at(text.size() - tail).isLowSurrogate())
@@ -34,8 +34,8 @@ QString middleElided(const QString& text, qsizetype kept) {
     return text.first(head).trimmed() + QChar(0x2026) + text.last(tail).trimmed();
 }
 
-/// Makes a text from another program fit to be shown. Control characters and line breaks become spaces,
-/// because they must not break the lines here.
+/// Replaces control characters and line breaks by spaces. A text from another program must not add line
+/// breaks to the layout.
 QString displayable(const std::string& text) {
     QString result = QString::fromStdString(text);
     for (QChar& character : result) {
@@ -77,7 +77,7 @@ QFont TextWidget::scaledFont(double scale) const {
 
 namespace {
 
-/// Breaks the text into lines below one another from y = 0, and returns their total height.
+/// Places the lines of the text below one another from y = 0, and returns their total height.
 double layOut(QTextLayout& layout, double width, TextAlignment alignment) {
     QTextOption option(alignment == TextAlignment::center ? Qt::AlignHCenter : Qt::AlignLeft);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

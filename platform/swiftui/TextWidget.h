@@ -11,7 +11,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// Shows a Text. QLabel's text() returns the whole text, even if only a part is drawn.
+/// Shows a Text. QLabel's text() returns the whole text, even if only a part fits and is drawn.
 class TextWidget : public QLabel {
   public:
     TextWidget(const std::vector<Text::Run>& runs, Font font, ForegroundStyle style, TextAlignment alignment);
@@ -31,7 +31,7 @@ class TextWidget : public QLabel {
         QString text;
         bool elidable;
     };
-    /// The text with its elidable parts shortened to a number of characters, at a share of the full size.
+    /// The text as it is drawn: its elidable parts may be shortened, and its font is scaled.
     struct Fit {
         QString text;
         double scale = 1;
@@ -49,7 +49,7 @@ class TextWidget : public QLabel {
     Font role;
     ForegroundStyle style;
     TextAlignment textAlignment;
-    std::optional<Fit> fit; ///< Fits the present size and font; none until it is first needed.
+    std::optional<Fit> fit; ///< The text for the present size and font. Empty until it is needed.
 };
 
 } // namespace mirrolet::platform::swiftui

@@ -11,7 +11,8 @@ View Toggle::body() const {
         auto* control = new SwitchWidget;
         follow(*control, toggle.value.changes(),
                [control, value = toggle.value] { control->setChecked(value.get()); });
-        // Uses toggled() instead of clicked(), because assistive software toggles without a click.
+        // The signal toggled() is used and not clicked(), because assistive software toggles the control
+        // without a click.
         QObject::connect(control, &QCheckBox::toggled, control, [value = toggle.value](bool isOn) {
             if (value.get() != isOn)
                 value.set(isOn);

@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::swiftui {
 
-/// A switch with its label.
+/// A switch with a label.
 class Toggle : public Modifiable<Toggle> {
   public:
     Toggle(std::string label, Binding<bool> isOn) : title(std::move(label)), value(std::move(isOn)) {}

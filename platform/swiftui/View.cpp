@@ -18,7 +18,7 @@ int pixels(double points) {
     return static_cast<int>(std::lround(points));
 }
 
-/// Puts the content into the container, with a column layout of its own, and returns the container.
+/// Gives the container a column layout with the content as its only item, and returns the container.
 QWidget* wrapped(QWidget* container, QWidget* content) {
     auto* layout = new ColumnLayout(0);
     container->setLayout(layout);
@@ -26,7 +26,7 @@ QWidget* wrapped(QWidget* container, QWidget* content) {
     return container;
 }
 
-/// Puts the content into the container, gives the content all the room, and returns the container.
+/// Makes the content fill the container except for the margins, and returns the container.
 QWidget* stretched(QWidget* container, QWidget* content, QMargins margins) {
     auto* layout = new QVBoxLayout(container);
     layout->setContentsMargins(margins);
@@ -34,7 +34,7 @@ QWidget* stretched(QWidget* container, QWidget* content, QMargins margins) {
     return container;
 }
 
-/// An event filter that reports when a widget comes on screen.
+/// An event filter that calls a function when a widget comes on screen.
 class AppearanceFilter : public QObject {
   public:
     AppearanceFilter(QWidget* watched, std::function<void()> appeared)

@@ -11,22 +11,22 @@ class QWidget;
 
 namespace mirrolet::platform::swiftui {
 
-/// The surroundings that a view is built for. A container may ask its content for a different look.
+/// Tells a view where it is placed, because some views look different in a form.
 struct BuildContext {
-    bool inForm = false; ///< True in a form: the label is at the left, the control at the right.
+    bool inForm = false; ///< True in a form, whose rows have the label at the left.
 };
 
 enum class Material { ultraThin };
 
-/// The description of a piece of user interface, as a value. Building the view makes a widget once. From then
-/// on the widget follows the bindings that the description names. Main thread only.
+/// A description of a piece of user interface. A plain value. Building the view makes a widget. From then on
+/// the widget follows the bindings of the description. Main thread only.
 class View {
   public:
-    /// Makes the widget without a parent. The caller gives the widget a parent or deletes it.
+    /// Makes the widget without a parent. The caller gives the widget a parent or deletes the widget.
     using Builder = std::function<QWidget*(const BuildContext&)>;
 
     explicit View(Builder builder) : builder(std::move(builder)) {}
-    /// Makes a view from any value with a body().
+    /// Makes a view from any value that has a body() function.
     template <class Value>
     requires requires(const Value& value) { {value.body()}; }
     View(const Value& value) : View(View::erased(value.body())) {}
@@ -40,17 +40,16 @@ class View {
     [[nodiscard]] View minHeight(double height) const;
     /// Makes the view as wide as there is room and centres the content in it.
     [[nodiscard]] View fullWidth() const;
-    /// Fills a rounded rectangle with continuous corners behind the content and draws a hairline around it.
+    /// Draws a filled rounded rectangle behind the content, and a hairline around the rectangle.
     [[nodiscard]] View background(Material material, double cornerRadius) const;
-    /// Sets the name for assistive software.
+    /// Sets the name that assistive software reads.
     [[nodiscard]] View accessibilityLabel(std::string label) const;
     /// Runs the action after each change of the observed object, while the view exists.
     [[nodiscard]] View onChange(Observation changes, std::function<void()> action) const;
     /// Shows a message with an "OK" button in front of the view's window while `message` is not empty.
     /// Dismissing the alert clears the message.
     [[nodiscard]] View alert(std::string title, Binding<std::optional<std::string>> message) const;
-    /// Runs the action each time the view comes on screen (not when its window is restored from the task
-    /// list).
+    /// Runs the action each time that the view comes on screen. Restoring a minimised window does not count.
     [[nodiscard]] View task(std::function<void()> action) const;
 
   private:
@@ -60,7 +59,7 @@ class View {
     Builder builder;
 };
 
-/// A base class that gives a view value the modifiers of View.
+/// A base class that gives the modifier functions of View to a value with a body() function.
 template <class Self> class Modifiable {
   public:
     [[nodiscard]] View padding(double points) const { return view().padding(points); }

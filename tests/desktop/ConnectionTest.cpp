@@ -32,7 +32,7 @@ class ConnectionTest : public testing::Test {
         connection->start();
     }
 
-    /// Waits until the event thread has handled every event and error up to now.
+    /// Waits until the event thread has handled all events and errors that the X server has sent so far.
     void awaitEvents() {
         const int before = changesSeen;
         xcb_change_property(connection->xcb(), XCB_PROP_MODE_APPEND, connection->ownWindow(),
@@ -41,8 +41,8 @@ class ConnectionTest : public testing::Test {
         require("an event arrives", [&] { return changesSeen > before; });
     }
 
-    /// Runs the action and returns the log lines that it causes. Outside of this function each log
-    /// line would fail the test.
+    /// Runs the action and returns the log lines that it causes. Outside this function a log line fails the
+    /// test.
     std::vector<std::string> loggedAfter(const std::function<void()>& action) {
         testing::TestPartResultArray failures;
         {
@@ -68,7 +68,7 @@ class ConnectionTest : public testing::Test {
 };
 
 TEST_F(ConnectionTest, OnlyItsOwnEndEndsTheEventThread) {
-    awaitEvents(); // The window exists on the server from here on.
+    awaitEvents(); // Waits until the X server has made the connection's window.
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
@@ -107,7 +107,8 @@ TEST_F(ConnectionTest, AnAnnouncementHoldsForItsScopeAndItsErrorsOnly) {
             const ExpectErrors damageGone(*connection, {XError::damage});
             xcb_damage_subtract(connection->xcb(), noWindow, XCB_NONE, XCB_NONE);
         }
-        awaitEvents(); // The outer scope still holds after an event.
+        // The errors that `gone` names must stay expected even after the event thread has handled an event.
+        awaitEvents();
         mapNoWindow();
     });
     EXPECT_THAT(inScopes, IsEmpty());

@@ -1,4 +1,4 @@
-// Kills 10000 windows by default. To kill another number of windows:
+// The test destroys 10000 windows by default. A run by hand can set another number:
 // MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='DyingSourceTest*'
 
 #include "tests/desktop/MirrorParts.h"
@@ -17,8 +17,8 @@ namespace {
 
 using platform::desktop::PixelRect;
 
-/// A test in which a client's windows appear, change and die between any two requests of capture and
-/// presenter.
+/// Tests the capture and the presenter. Source windows change and are destroyed between any two X requests
+/// that the capture and the presenter send.
 class DyingSourceTest : public testing::Test, protected MirrorParts {
   protected:
     DyingSourceTest() {
@@ -28,21 +28,23 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         presenter->resize({100, 100}, 10);
     }
 
-    /// Closes the connection first, because the gate must outlive its client.
+    /// Closes the backend's connection first, because the destructor of `gate` waits until its client has
+    /// gone.
     ~DyingSourceTest() override {
         presenter.reset();
         capture.reset();
         connection.reset();
     }
 
-    /// Changes the window after some requests, and destroys it after some more.
+    /// Lets some requests of the capture and the presenter pass, and then changes the window. Lets some more
+    /// requests pass, and then destroys the window.
     void killSoon(xcb_window_t window) {
         dead = false;
         gate.after(below(requests), [this, window] {
             const bool seen = change(window);
             if (seen)
                 gate.after(below(requests / 4), [this, window] { destroy(window); });
-            else // A window out of sight causes no more requests.
+            else // The gate would wait in vain: nothing is sent about an unmapped window.
                 destroy(window);
         });
     }
@@ -53,7 +55,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         dead = true;
     }
 
-    /// Changes the window at random. Returns false if the window is no longer on the screen.
+    /// Changes the window at random. Returns false if the window is then unmapped.
     bool change(xcb_window_t window) {
         if (below(3) == 0)
             configure(killer, window, XCB_CONFIG_WINDOW_WIDTH, {100 + below(100)});
@@ -68,8 +70,8 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         return mapping != 1;
     }
 
-    /// Puts the window above or below `cover`. Capture redirects a window below `cover`, because the window
-    /// is obscured there.
+    /// Puts the window above or below the window `cover`. Below `cover` the window is obscured, so the
+    /// capture redirects it.
     void restackAtCover(XClient& own, xcb_window_t window) {
         configure(own, window, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                   {cover, below(2) == 0 ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW});
@@ -80,12 +82,12 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         xcb_configure_window(own.xcb(), window, what, values.data());
     }
 
-    /// Returns a random number less than `end`. The numbers are the same in each run. The gate's thread calls
-    /// this only while the test waits for a window's death.
+    /// Returns a random number below `end`. The numbers are the same in each run. Two threads share `chance`,
+    /// but the gate's thread calls this function only while the test's thread waits for the death of a
+    /// window.
     std::uint32_t below(std::uint32_t end) { return static_cast<std::uint32_t>(chance()) % end; }
 
-    /// Mirrors the window until the window is gone. There is no pause, because the picture changes all the
-    /// time.
+    /// Changes and mirrors the window again and again, without a pause, until the window is gone.
     void mirrorUntilGone(xcb_window_t window) {
         const PixelRect part{0, 0, 100, 100};
         const auto end = std::chrono::steady_clock::now() + patience;
@@ -102,10 +104,10 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         }
     }
 
-    /// As many requests as begin a mirror and show its first pictures.
+    /// The start of a mirror and its first frames need about this many X requests.
     static constexpr std::uint32_t requests = 60;
 
-    std::mt19937 chance{7}; // NOLINT: the fixed seed makes each run the same.
+    std::mt19937 chance{7}; // NOLINT: a fixed seed makes all runs the same.
     XClient killer{server};
     const xcb_window_t cover = makeWindow({0, 0, 60, 60});
     RequestGate gate{server};

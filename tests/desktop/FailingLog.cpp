@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform {
 
-/// Replaces the platform layer's log. An error of the X server that no request has announced fails the test.
+/// Replaces NSLog(). A log line about an X error that the X11 backend did not expect fails the test.
 void NSLog(std::string_view message) {
     std::cerr << std::string(message) + '\n';
     if (message.starts_with("X11: unexpected"))

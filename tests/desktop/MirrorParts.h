@@ -18,7 +18,7 @@ namespace mirrolet::harness {
 namespace x11 = platform::desktop::x11;
 using Image = std::shared_ptr<const platform::desktop::WindowImage>;
 
-/// Capture and presenter without the rest of the program, on a server of their own.
+/// Runs only the capture and the presenter of Mirrolet, on an X server of their own.
 struct MirrorParts {
     explicit MirrorParts(const XServer::Options& options = {}) : server(options) {
         connect(server.display());
@@ -34,7 +34,7 @@ struct MirrorParts {
         connection->start();
     }
 
-    /// Makes a viewable window that no window manager decorates.
+    /// Makes a viewable window. Window managers do not decorate it, because it is override-redirect.
     xcb_window_t makeWindow(platform::desktop::PixelRect box, std::uint8_t depth = 24) {
         const auto window = xcb_generate_id(client.xcb());
         const auto colormap = xcb_generate_id(client.xcb());
@@ -51,19 +51,19 @@ struct MirrorParts {
         return window;
     }
 
-    /// Waits until the server has handled all requests of the parts.
+    /// Waits until the X server has handled all requests of the capture and the presenter.
     void sync() const {
         const Reply<xcb_get_input_focus_reply_t> reply(
             xcb_get_input_focus_reply(connection->xcb(), xcb_get_input_focus(connection->xcb()), nullptr));
     }
 
-    /// Returns the resources that the parts hold on the server.
+    /// Returns how many resources of each kind the capture and the presenter hold on the X server.
     std::map<std::string, long> resources() {
         sync();
         return resourcesOf(client, connection->ownWindow());
     }
 
-    /// Returns the window's pixels, with alpha if the window has an alpha channel.
+    /// Returns the window's pixels. The pixels have alpha if the window has an alpha channel.
     Picture pixelsOf(xcb_window_t window, platform::desktop::PixelRect part) {
         sync();
         const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
@@ -77,7 +77,8 @@ struct MirrorParts {
         const auto* pixels = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply.get()));
         Picture picture{
             part.width, part.height, {pixels, pixels + static_cast<std::size_t>(part.width) * part.height}};
-        if (reply->depth == 24) // The fourth byte may hold anything.
+        // In a window of depth 24 the fourth byte of a pixel is unused and may hold anything.
+        if (reply->depth == 24)
             for (auto& pixel : picture.pixels)
                 pixel &= 0xffffff;
         return picture;

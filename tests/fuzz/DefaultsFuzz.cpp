@@ -1,5 +1,5 @@
-// Reads the settings from the bytes of a defaults file and writes the values back to a file. People edit
-// such files.
+// Fuzzes the settings file. Users edit this file, so it may contain anything. Reads values from the input,
+// writes the values to a file, reads that file, and makes the settings from it.
 
 #include "platform/foundation/PropertyListFile.h"
 #include "platform/foundation/UserDefaults.h"
@@ -34,7 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto values = PropertyListFile::parse(fuzz::textOf(data, size));
     if (!values)
         return 0;
-    // Every value that was read can be written, and is read again as the same value.
+    // Expects that all values from the input can be written to a file, and that none is missing when the file
+    // is read again.
     expect(PropertyListFile::write(filePath(), *values).empty());
     const auto again = PropertyListFile::read(filePath());
     expect(again.problem.empty() && again.values.size() == values->size());

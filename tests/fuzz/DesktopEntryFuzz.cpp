@@ -1,5 +1,5 @@
-// Finds the desktop entry of a window from an entry file, what the kernel knows about the process and the
-// names in the window's properties.
+// Fuzzes the search for the application that owns a window. The input contains two desktop entry files, the
+// names in the window's properties, and what /proc tells about the window's process.
 
 #include "platform/desktop/applications/ApplicationResolver.h"
 #include "tests/fuzz/Fuzz.h"
@@ -10,7 +10,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace mirrolet::platform::desktop;
-    // Each text ends at a byte 0xFF, which does not occur in UTF-8.
+    // The input contains several texts. Each text ends at a byte 0xFF, which does not occur in UTF-8.
     auto rest = mirrolet::fuzz::textOf(data, size);
     const auto next = [&rest] {
         const auto end = rest.find('\xFF');

@@ -16,7 +16,7 @@ inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// A fuzzer's input, which is read from the start. Beyond the end byte() returns 0.
+/// Reads a fuzzer's input from start to end. After the end byte() returns 0.
 class Bytes {
   public:
     explicit Bytes(std::string_view bytes) : rest(bytes) {}
@@ -25,7 +25,7 @@ class Bytes {
 
     std::uint8_t byte() { return atEnd() ? std::uint8_t{0} : static_cast<std::uint8_t>(take(1).front()); }
 
-    /// Takes the next `count` bytes, or fewer if fewer are left.
+    /// Returns the next `count` bytes, or all bytes that are left if these are fewer.
     std::string_view take(std::size_t count) {
         const auto taken = rest.substr(0, count);
         rest.remove_prefix(taken.size());

@@ -1,4 +1,4 @@
-// Registers the shortcuts of a defaults file, with presses at any time, and reads the hot-key events.
+// Fuzzes the hot keys. Registers, unregisters, suspends and presses them in the order that the input chooses.
 
 #include "hotkeys/HotkeyManager.h"
 #include "platform/carbon/CarbonEvents.h"
@@ -15,7 +15,7 @@ using namespace mirrolet;
 using namespace mirrolet::platform;
 using fuzz::expect;
 
-/// Reads a number from the input. Most numbers are small, because key codes are small.
+/// Reads a number from the input. Most results are small, because real key codes are small.
 std::uint32_t numberFrom(fuzz::Bytes& input) {
     const std::uint32_t first = input.byte();
     if (first < 250)

@@ -1,4 +1,5 @@
-// Replaces the log, because nearly every input of a fuzzer would write a line to the system log.
+// Replaces NSLog() by a function that does nothing. Otherwise nearly every input of a fuzzer would write a
+// line to the system log.
 
 #include "platform/foundation/NSLog.h"
 

@@ -1,4 +1,5 @@
-// Makes a row of the window list from the properties of a window, which any client may write.
+// Fuzzes the code that describes a window for the window list. The code reads the window's properties, and
+// any client can write anything into them.
 
 #include "platform/desktop/x11/windows/WindowDescription.h"
 #include "platform/desktop/x11/windows/WindowText.h"
@@ -25,8 +26,9 @@ Atoms atomsOfNoServer() {
     return atoms;
 }
 
-/// Makes the properties from the input. Each property has one byte for type, format and whether the value
-/// was cut, and one byte for the length.
+/// Makes window properties from a fuzzer's input. Each property begins with two bytes. The first byte chooses
+/// the property's type, its format and whether its value was cut off. The second byte is the length of the
+/// value.
 class Input : public mirrolet::fuzz::Bytes {
   public:
     using Bytes::Bytes;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t ownPid = 77;
 
-/// A test that writes its own application entries and /proc folder.
+/// Tests the registry with desktop entries and a /proc folder that the test writes.
 class ApplicationRegistryTest : public testing::Test {
   protected:
     void startProcess(std::int32_t pid, int startTime) {

@@ -9,7 +9,7 @@ using desktop::CaptureFailure;
 
 class CGImageTest : public DesktopTest {
   protected:
-    /// Asks for an image of the window, expects to get none, and returns what is logged.
+    /// Tries to make an image of the window, and expects that this fails. Returns what is logged meanwhile.
     static std::string logOf(desktop::WindowNumber window) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, window,

@@ -13,13 +13,15 @@
 
 namespace mirrolet {
 
-/// A test with a scripted desktop, a clock of its own, and the settings of a first start. The steps in
-/// `atEnd` run before the desktop is checked for misuse. A test releases its objects in these steps.
+/// Installs a scripted desktop, a clock that only the test advances, and the settings of a first start. After
+/// the test, runs the steps in `atEnd`, which release the test's objects. Then expects that the desktop was
+/// not misused.
 class DesktopTest : public testing::Test {
   protected:
     DesktopTest() {
         platform::FollowDesktopHotKeys();
-        auto& store = SettingsStore::shared(); // The store is the same for all tests.
+        // All tests share one store, so each test sets its values.
+        auto& store = SettingsStore::shared();
         store.setMonitoringScope(MonitoringScope::specificApps);
         store.setSelectedAppIdentifiers({"net.whatsapp.WhatsApp"});
         store.setPollInterval(2);

@@ -19,7 +19,8 @@ class FrameDeliveryTest : public DesktopTest {
     }
 
     void draw(std::uint32_t colour) { desktop.capture().setPicture(callWindow, {400, 200}, colour); }
-    /// Posts the window's current image `count` times. Returns the colours that reach the main thread.
+    /// Posts the current image of the window `count` times. Returns the colours of the images that reach the
+    /// main thread.
     std::vector<std::uint32_t> deliveredAfterPosts(int count) {
         delivered.clear();
         for (int post = 0; post < count; ++post)

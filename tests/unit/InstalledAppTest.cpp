@@ -23,7 +23,7 @@ namespace {
 using harness::Sandbox;
 using platform::FileManager;
 
-/// A test with its own home and system folders, which the scan reads instead of the machine's folders.
+/// Makes folders for a user and for the system, which the scan reads instead of the machine's folders.
 class InstalledAppTest : public testing::Test {
   protected:
     InstalledAppTest() {
@@ -44,7 +44,7 @@ class InstalledAppTest : public testing::Test {
         return sandbox.write(file, "[Desktop Entry]\nType=Application\nExec=true\n" + keys);
     }
 
-    /// Returns "identifier=name" of each application, in order.
+    /// Scans the applications. Returns "identifier=name" for each application, in the order of the result.
     static std::vector<std::string> scan() {
         std::vector<std::string> apps;
         for (const auto& app : InstalledApp::scanInstalledApplications())

@@ -27,7 +27,7 @@ TEST(ObservableObjectPublisherTest, CallsSubscribersInOrderUntilTheyCancel) {
     AnyCancellable third;
     third = publisher.sink([&] {
         calls.emplace_back("third");
-        third.cancel(); // Cancelled while its own function runs.
+        third.cancel(); // Cancels the subscription while its function runs.
         calls.emplace_back("third goes on");
     });
     publisher.send();

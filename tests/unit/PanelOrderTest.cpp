@@ -14,8 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 
-// Each window is a letter. M is a mirror, P is a prompt, and m and p are the shadows of M and P. A stacking
-// order is a word, from bottom to top.
+// In these tests a letter stands for a window. M is a mirror, P is a prompt, and m and p are their shadows. A
+// word stands for a stacking order, from bottom to top.
 constexpr int mirrorLevel = 3;
 constexpr int promptLevel = 8;
 
@@ -23,7 +23,8 @@ PanelOrder::Windows windows(const std::string& word) {
     return {word.begin(), word.end()};
 }
 
-/// Returns the stacking order after the moves, followed by the number of moves.
+/// Makes the moves that `panels` requests for the windows in `order`. Returns the new order, followed by the
+/// number of moves.
 std::string afterMoves(const PanelOrder& panels, std::string order, WindowNumber opponent) {
     const auto moves = panels.moves(windows(order), opponent ? std::optional(opponent) : std::nullopt);
     for (const auto& [window, place, sibling] : moves) {
@@ -42,17 +43,17 @@ TEST(PanelOrderTest, PutsPanelsAboveTheOpponentByLevelWithTheFewestMoves) {
     struct Row {
         const char* order;
         const char* above;
-        char opponent; // 0 if none of the windows above counts.
+        char opponent; // The window that the panels have to get above, or 0 for none.
         const char* after;
     };
     for (const Row& row : {
              Row{"abMP", "", 0, "abMP0"},
              Row{"aMPb", "b", 'b', "abMP2"},
              Row{"aMbP", "b", 'b', "abMP1"},
-             Row{"MPab", "ab", 'a', "aMPb2"}, // b is a menu, not an opponent, and stays above.
+             Row{"MPab", "ab", 'a', "aMPb2"}, // b is a menu and may stay above.
              Row{"aPM", "", 0, "aMP1"},
              Row{"PaMb", "ab", 'b', "abMP2"},
-             Row{"aPb", "b", 'b', "abP1"}, // The mirror's native window is gone.
+             Row{"aPb", "b", 'b', "abP1"}, // The window M is gone.
              Row{"ab", "", 0, "ab0"},
          }) {
         EXPECT_EQ(panels.windowsAbove(windows(row.order)), windows(row.above)) << row.order;

@@ -55,7 +55,7 @@ TEST_F(PiPControllerTest, TheCloseButtonStopsItWithoutAWord) {
     panel->closeButtonTapped();
     EXPECT_FALSE(controller->isRunning());
     EXPECT_EQ(controller->panel, nullptr);
-    EXPECT_TRUE(panel->isVisible()); // The panel closes on the next turn.
+    EXPECT_TRUE(panel->isVisible()); // The panel closes when the main queue runs next.
     time.run();
     EXPECT_FALSE(panel->isVisible());
     const int captures = desktop.capture().captures(callWindow);
@@ -68,7 +68,8 @@ TEST_F(PiPControllerTest, WhatIsOnItsWayWhenItStopsChangesNothing) {
     for (const bool fails : {false, true}) {
         if (fails)
             desktop.capture().destroyWindow(callWindow);
-        controller->start(); // The first tick is due. Its result arrives after the stop.
+        // The first tick runs after start(). Its result arrives after stop().
+        controller->start();
         const auto panel = controller->panel;
         DispatchQueue::main().async([this] { controller->stop(); });
         time.run();

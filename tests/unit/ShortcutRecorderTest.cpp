@@ -14,7 +14,7 @@
 
 static int beeps = 0;
 
-// Stands in for Qt's own beep, because the offscreen platform makes no sound.
+// Replaces QApplication::beep() by a function that counts, because Qt's offscreen platform makes no sound.
 void QApplication::beep() {
     ++beeps;
 }
@@ -37,7 +37,8 @@ class ShortcutRecorderTest : public DesktopTest {
     }
 
     static void click(QWidget& on) { QTest::mouseClick(&on, Qt::LeftButton); }
-    /// Sends a key by its place (evdev code), with its meaning in the layout.
+    /// Sends a key press to the focused widget. `evdevCode` says where the key is on the keyboard, and `key`
+    /// says what the key means in the keyboard's layout.
     static void press(std::uint32_t evdevCode, int key, Qt::KeyboardModifiers modifiers,
                       bool repeated = false) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers, evdevCode + 8, 0, 0, QString(), repeated);
@@ -184,7 +185,7 @@ TEST_F(ShortcutRecorderTest, IsNamedInTheWordsOfThisKeyboard) {
     view->setCurrentShortcut({35, 2304});
     EXPECT_EQ(view->toolTip, "Super+Alt+З");
     view->setCurrentShortcut({49, 4608});
-    EXPECT_EQ(view->accessibilityValue, "Ctrl+Shift+Space"); // The layout has no label for this key.
+    EXPECT_EQ(view->accessibilityValue, "Ctrl+Shift+Space"); // The fake layout has no label for Space.
     view->setCurrentShortcut({35, 6912});
     EXPECT_EQ(view->toolTip, "Super+Ctrl+Alt+Shift+З");
 }

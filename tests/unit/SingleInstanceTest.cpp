@@ -17,7 +17,8 @@ using namespace std::chrono_literals;
 
 class SingleInstanceTest : public testing::Test {
   protected:
-    /// Starts a second instance, in another thread because the first instance answers on this one.
+    /// Starts a second instance. This needs another thread, because the first instance answers on the test's
+    /// thread.
     Start startAgain(const std::string& where) {
         auto started = std::async(std::launch::async, [&] { return SingleInstance().claim(where, 10s); });
         while (started.wait_for(1ms) != std::future_status::ready)
@@ -25,7 +26,7 @@ class SingleInstanceTest : public testing::Test {
         return started.get();
     }
 
-    /// A display number that no display and no other test run uses.
+    /// The process number keeps this display name apart from real displays and from other test runs.
     const std::string display = ":test-" + std::to_string(getpid());
     int activations = 0;
 };

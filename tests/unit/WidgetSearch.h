@@ -9,7 +9,8 @@
 
 namespace mirrolet {
 
-/// Returns the widget of this type and accessible name. The test fails unless there is exactly one.
+/// Returns the only widget of this type that has this accessible name. Throws, and so fails the test, if
+/// there is no such widget or more than one.
 template <class Widget> Widget& named(QWidget& root, const std::string& name) {
     Widget* result = nullptr;
     int found = 0;
@@ -26,7 +27,7 @@ template <class Widget> Widget& named(QWidget& root, const std::string& name) {
     return *result;
 }
 
-/// Shows a widget as the active window, so that it takes keys.
+/// Shows a widget as the active window, so that the widget receives keys.
 inline void showActive(QWidget& widget) {
     widget.show();
     widget.activateWindow();

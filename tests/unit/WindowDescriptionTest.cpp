@@ -35,7 +35,7 @@ struct Title {
     const char* what;
     Property netName;
     Property name;
-    const char* expected; ///< nullptr for no title.
+    const char* expected; ///< The title that is found, or nullptr for none.
 };
 
 TEST(WindowDescriptionTest, ReadsTitlesInEveryEncoding) {

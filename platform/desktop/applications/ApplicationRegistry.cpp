@@ -8,7 +8,7 @@ namespace mirrolet::platform::desktop {
 
 namespace {
 
-/// The highest process number that any Linux kernel can be set to give.
+/// The highest PID that any Linux kernel can be configured to give.
 constexpr std::int32_t highestPid = 4194304;
 
 } // namespace
@@ -86,7 +86,8 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
     if (process.facts)
         return process;
     const auto startTime = processes.startTime(owner.pid).value_or(0);
-    // If the start differs, the process has ended, and the kernel has given its number to another process.
+    // If the start time differs, the old process has ended, and the kernel has given its PID to another
+    // process.
     if (!added && process.startTime != startTime)
         process = {};
     process.startTime = startTime;
@@ -96,7 +97,7 @@ ApplicationRegistry::Process& ApplicationRegistry::processOf(const WindowOwner& 
 std::int32_t ApplicationRegistry::numberFor(const Process& process, std::int32_t pid) {
     if (pid != 0 && process.applications.empty())
         return pid;
-    // A number is used again only after two thousand million applications.
+    // Each number is given again only after this many other numbers.
     constexpr std::uint32_t most = 2'000'000'000;
     return highestPid + 1 + static_cast<std::int32_t>(numbersGiven++ % most);
 }

@@ -17,19 +17,21 @@
 
 namespace mirrolet::platform::desktop {
 
-/// Knows the application of each window, and gives each application a number that stays while its process
-/// lives. A window's application is remembered while the window is listed, so that no process has to be read
-/// on an unchanged desktop. Any thread.
+/// Knows the application of each window, and gives each application a number that stays the same while the
+/// process of the application lives. Remembers a window's application until the window leaves the list of
+/// windows on screen, so that facts about processes are read only after this list has changed. May be used by
+/// any thread.
 class ApplicationRegistry {
   public:
-    /// The windows of process `ownPid` are one application, whose number is `ownPid`.
+    /// All windows of the process `ownPid` belong to one application, whose number is `ownPid`.
     ApplicationRegistry(std::int32_t ownPid, ProcFolder processes, DesktopEntryIndex entryIndex)
         : ownPid(ownPid), processes(std::move(processes)), index(std::move(entryIndex)) {}
 
-    /// Returns the application of each of the windows, in their order. If the list is `complete`, windows
-    /// that are not in the list are no longer on screen and are forgotten.
+    /// Returns the application of each window, in the order of the windows. `complete` tells that the list
+    /// holds all windows on screen. All other windows are then forgotten.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows, bool complete);
-    /// Returns the application of this number. None once no window of it is listed and its process has ended.
+    /// Returns the application with this number. Returns none if the application has no listed window and its
+    /// process has ended.
     std::optional<Application> running(std::int32_t number);
 
   private:
@@ -43,7 +45,8 @@ class ApplicationRegistry {
         std::vector<Numbered> applications;
         std::optional<ProcessFacts> facts; ///< Set only during a call of applicationsOf().
     };
-    /// (pid, 0), or (0, client) for a client whose process is unknown.
+    /// Identifies a process by (PID, 0). If the PID is unknown, identifies the process by (0, client), where
+    /// `client` is the number that the display server gave to the process as its client.
     using ProcessKey = std::pair<std::int32_t, std::uint32_t>;
     struct Known {
         WindowOwner owner;
@@ -68,7 +71,8 @@ class ApplicationRegistry {
     std::unordered_map<WindowNumber, Known> windowsKnown MIRROLET_GUARDED_BY(registryMutex);
     std::map<ProcessKey, Process> processesKnown MIRROLET_GUARDED_BY(registryMutex);
     std::uint32_t numbersGiven MIRROLET_GUARDED_BY(registryMutex) = 0;
-    /// Set if a window was added since forgetUnlisted() last forgot processes.
+    /// Makes forgetUnlisted() look for processes that have ended. Set when a window was added, and when all
+    /// windows were forgotten.
     bool changed MIRROLET_GUARDED_BY(registryMutex) = false;
 };
 

@@ -22,7 +22,7 @@ bool sameText(std::string_view one, std::string_view other) {
     return !one.empty() && asciiLowercase(one) == asciiLowercase(other);
 }
 
-/// Decodes a name of systemd, which writes a byte that its names cannot hold as \xNN.
+/// Decodes a name from systemd. In such names, \xNN stands for a byte that is not allowed.
 std::string unescaped(std::string_view name) {
     std::string text;
     while (!name.empty()) {
@@ -40,7 +40,7 @@ std::string unescaped(std::string_view name) {
     return text;
 }
 
-/// Calls `visit` with each folder of each control group path, until `visit` returns true.
+/// Calls `visit` with each folder name in the control group paths, until `visit` returns true.
 template <typename Visit> void eachGroupName(std::string_view cgroup, Visit visit) {
     while (!cgroup.empty()) {
         const auto end = cgroup.find_first_of("/\n");
@@ -61,15 +61,16 @@ std::string_view variable(std::string_view environment, std::string_view nameAnd
     return {};
 }
 
-/// Looks for the entry of one window, with the most reliable sign first.
+/// Finds the desktop entry of one window. Facts about the process are tried before the names of the window,
+/// because a client can write any names.
 class Search {
   public:
     Search(const WindowClass& window, const ProcessFacts& process, const DesktopEntries& entries)
         : window(window), process(process), entries(entries) {}
 
     const DesktopEntry* run() const {
-        // The window's own name is tried before the facts about its process, because a browser runs all its
-        // web applications in one process. The sandbox or launcher of that process belongs to the application
+        // A web application is an exception. It is found by the window's names, because a browser runs all
+        // its web applications in one process. The facts about that process describe only the application
         // that was started first.
         if (const auto* entry = webApplication())
             return entry;
@@ -88,13 +89,15 @@ class Search {
         List found;
         for (const auto& name : {window.instance, window.name}) {
             append(found, entries.withStartupWmClass(name));
-            // Some browsers write "crx__" with two underscores.
+            // The class of a web application's window is "crx_" followed by the web application's identifier.
+            // Some browsers write two underscores.
             if (name.starts_with(chromium))
                 append(found, entries.withWebApplicationId(withoutUnderscores(name.substr(chromium.size()))));
         }
         std::erase_if(found, [](const auto* entry) { return !entry->isWebApplication; });
         return best(found, [this](const DesktopEntry& entry) {
-            // The same web application can be installed in two browsers.
+            // Two browsers can have installed the same web application. The entry of this window's browser is
+            // preferred. The program of that entry begins with the window's class.
             return asciiLowercase(entry.program).starts_with(asciiLowercase(window.name));
         });
     }
@@ -103,8 +106,10 @@ class Search {
         return text.substr(std::min(text.find_first_not_of('_'), text.size()));
     }
 
-    /// Finds the entry that the window's name fits, because an application can have several entries. An
-    /// office suite has one for each of its parts, for example.
+    /// Returns the entry of one application. An application can have several entries, such as one for each
+    /// program of an office suite. The ID of each entry is `id`, or begins with `id` and the separator. An
+    /// entry whose StartupWMClass is one of the window's names is preferred. Without such an entry, returns
+    /// the one whose ID is `id`.
     const DesktopEntry* inFamily(const std::string& id, char separator) const {
         const auto family = entries.family(id, separator);
         for (const auto& name : {window.name, window.instance}) {
@@ -117,8 +122,9 @@ class Search {
     }
 
     const DesktopEntry* inSnap(const SnapApplication& snap) const {
-        // A program that was started from within an unconfined snap, such as from the terminal of an editor,
-        // stays in the snap's control group.
+        // Any program that a snap starts stays in the snap's control group, for example a program that was
+        // started in an editor's terminal. The window's names are therefore tried first if the program's own
+        // file is in no snap.
         const bool foreign =
             !process.executable.empty() && process.executable.find("/snap/") == std::string::npos;
         if (foreign) {
@@ -136,8 +142,9 @@ class Search {
         return family.size() == 1 ? family.front() : nullptr;
     }
 
-    /// Child processes inherit the launcher's note in the environment, so the note counts only for the
-    /// process that it names.
+    /// Finds the entry from which the process was launched. The launcher writes the entry's file and the PID
+    /// of the process into the environment. Child processes inherit the environment, so the file counts only
+    /// if the PID is that of this process.
     const DesktopEntry* launched() const {
         const auto file = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE=");
         const auto pid = variable(process.environment, "GIO_LAUNCHED_DESKTOP_FILE_PID=");
@@ -147,8 +154,8 @@ class Search {
         return entry && contradicted(*entry) ? nullptr : entry;
     }
 
-    /// Returns whether the window contradicts the entry. A browser that was started for a web application
-    /// opens ordinary windows too.
+    /// Returns whether the window fits another entry and not this one. For example, a browser that was
+    /// started for a web application opens ordinary windows too.
     bool contradicted(const DesktopEntry& entry) const {
         if (entry.startupWmClass.empty() || sameText(entry.startupWmClass, window.name) ||
             sameText(entry.startupWmClass, window.instance))
@@ -190,14 +197,15 @@ class Search {
         });
     }
 
-    /// Returns whether the process can belong to the entry. A process whose executable can be read runs
-    /// outside of any sandbox, so the entry of a sandboxed copy does not fit.
+    /// Returns whether the process can belong to the entry. If the executable can be read, the process is in
+    /// no sandbox. The entry of a sandboxed application does not fit then.
     bool mayRunHere(const DesktopEntry& entry) const {
         return entry.sandbox == Sandbox::none || process.executable.empty();
     }
 
-    /// Returns the best of several entries that fit. An entry that menus show goes before a hidden one, such
-    /// as a handler of links. Among those, a preferred entry goes first, then the earlier one.
+    /// Returns the best of several entries that fit. Entries that menus show come before hidden ones, such as
+    /// handlers of links. Among equals, an entry for which `preferred` returns true comes first, then the
+    /// earlier entry.
     template <typename Preferred> static const DesktopEntry* best(const List& list, Preferred preferred) {
         const auto rank = [&](const DesktopEntry* entry) {
             return (entry->shown ? 2 : 0) + (preferred(*entry) ? 1 : 0);
@@ -218,8 +226,8 @@ class Search {
 } // namespace
 
 std::string flatpakOf(const ProcessFacts& process) {
-    // The file is not parsed as a whole, because a process can put any file there. Only the first
-    // "name=" of the application's group counts.
+    // Only the first "name=" of the group [Application] counts. The file is not parsed as a whole, because a
+    // process can put any file there.
     const std::string_view info = process.flatpakInfo;
     const auto groupStart = info.find("[Application]\n");
     const auto group = groupStart == std::string_view::npos ? std::string_view() : info.substr(groupStart);
@@ -247,8 +255,8 @@ SnapApplication snapOf(const ProcessFacts& process) {
         constexpr std::string_view prefix = "snap.";
         if (!name.starts_with(prefix))
             return false;
-        // The names are snap.NAME.APP.service, snap.NAME.APP.UUID.scope, and in newer versions
-        // snap.NAME.APP-UUID.scope.
+        // The control group of a snap is named snap.NAME.APP.service, snap.NAME.APP.UUID.scope, or in newer
+        // versions snap.NAME.APP-UUID.scope.
         name.remove_prefix(prefix.size());
         const auto dot = name.find('.');
         const auto rest = dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);

@@ -66,8 +66,8 @@ std::string commandName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// Returns whether a program starts whatever its arguments name, so that its own name does not identify the
-/// application. The name may end in a version, as in "python3.11".
+/// Returns whether a program only runs what its arguments name, as an interpreter does. The name of such a
+/// program does not identify the application. The name may end in a version, as in "python3.11".
 bool runsAnything(const std::string& program) {
     static constexpr std::array<std::string_view, 28> names = {
         "env",    "sh",        "bash",   "dash",     "zsh",        "python", "perl",

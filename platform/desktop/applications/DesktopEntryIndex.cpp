@@ -23,7 +23,8 @@ bool DesktopEntryIndex::refresh() {
     if (current && !changed())
         return false;
     auto fresh = std::make_unique<DesktopEntries>();
-    // The time is noted before the folder is read, so that a change meanwhile is seen by the next refresh.
+    // The time is noted before the folder is read, so that the next refresh() sees a change that happens
+    // during the reading.
     std::vector<Stamp> noted;
     const auto files = desktopEntryFiles(folders, [&noted](const std::string& folder) {
         noted.push_back({folder, modificationTime(folder)});

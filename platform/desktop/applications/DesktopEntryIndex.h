@@ -15,13 +15,13 @@ namespace mirrolet::platform::desktop {
 class DesktopEntryIndex {
   public:
     /// The folders are in order of precedence. Of two entries with the same file ID the first one counts,
-    /// even if that entry only says that it is hidden.
+    /// even if that entry is marked as hidden.
     explicit DesktopEntryIndex(std::vector<std::string> folders) : folders(std::move(folders)) {}
 
-    /// Returns the entries that refresh() has read last.
+    /// Returns the entries that were read last. Reads the entries if that has not been done yet.
     const DesktopEntries& entries();
-    /// Reads the entries again if one of the folders has changed. Returns true if so. Pointers to the old
-    /// entries are invalid then.
+    /// Reads the entries again if one of the folders has changed. Returns true if the entries were read.
+    /// Pointers to the old entries are then invalid.
     bool refresh();
 
   private:
@@ -34,7 +34,7 @@ class DesktopEntryIndex {
     static std::int64_t modificationTime(const std::string& folder);
 
     std::vector<std::string> folders;
-    std::vector<Stamp> stamps; ///< One for each folder and each folder below it.
+    std::vector<Stamp> stamps; ///< One for each of the folders and of the folders inside them.
     std::unique_ptr<DesktopEntries> current;
 };
 

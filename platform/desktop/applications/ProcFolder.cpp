@@ -16,9 +16,9 @@ constexpr std::size_t mostBytes = 1 << 20;
 } // namespace
 
 std::optional<std::uint64_t> startTimeIn(std::string_view stat) {
-    // Field 2 of `stat` is the process name in parentheses. The name can itself hold spaces and parentheses,
-    // so fields are counted from the last closing parenthesis, behind which field 3 begins. The start time is
-    // field 22.
+    // Field 2 of `stat` is the process name in parentheses. The name can itself contain spaces and
+    // parentheses, so fields are counted from the last closing parenthesis. Field 3 begins behind that
+    // parenthesis. The start time is field 22.
     const auto nameEnd = stat.rfind(')');
     if (nameEnd == std::string_view::npos)
         return std::nullopt;

@@ -9,7 +9,7 @@
 namespace mirrolet::platform::desktop {
 
 /// The facts about a process that help to find its application. A fact that may not be read is empty, for
-/// example if the process is another user's.
+/// example if the process belongs to another user.
 struct ProcessFacts {
     std::int32_t pid = 0;    ///< 0 for a client on another machine.
     std::string name;        ///< The kernel's name of the process, cut to 15 bytes.
@@ -22,7 +22,7 @@ struct ProcessFacts {
 /// Returns the start of a process in ticks since boot, from the text of its `stat` file.
 std::optional<std::uint64_t> startTimeIn(std::string_view stat);
 
-/// Reads processes from /proc. Stateless; any thread.
+/// Reads processes from /proc. May be used by any thread.
 class ProcFolder {
   public:
     explicit ProcFolder(std::string folder = "/proc") : folder(std::move(folder)) {}

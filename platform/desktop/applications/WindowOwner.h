@@ -7,8 +7,9 @@
 
 namespace mirrolet::platform::desktop {
 
-/// The names that a window gives its application. The client writes these names, so they are used only if
-/// nothing more reliable is known.
+/// The names that a window's client gives to its application. A client can write any names here. To find a
+/// window's application, facts about the client's process are therefore tried before these names. A web
+/// application is found by these names first, because a browser runs several web applications in one process.
 struct WindowClass {
     std::string instance;         ///< First part of WM_CLASS.
     std::string name;             ///< Second part of WM_CLASS, the class.
@@ -16,11 +17,11 @@ struct WindowClass {
     friend bool operator==(const WindowClass&, const WindowClass&) = default;
 };
 
-/// The client and process that a window belongs to, as far as the display server tells, and the window's
-/// names.
+/// Tells which client and process a window belongs to, as far as known, and which names the client gives to
+/// its application.
 struct WindowOwner {
     WindowNumber window = 0;
-    std::uint32_t client = 0; ///< The display server's number of the client. 0 if the server has none.
+    std::uint32_t client = 0; ///< The number that the display server gave to the client. 0 if unknown.
     std::int32_t pid = 0;     ///< 0 if unknown, as for a client on another machine.
     WindowClass windowClass;
     friend bool operator==(const WindowOwner&, const WindowOwner&) = default;

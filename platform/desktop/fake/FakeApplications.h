@@ -7,13 +7,13 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// Knows the applications that a test puts in, and counts the look-ups. Any thread.
+/// Knows the applications that a test adds, and counts the look-ups. May be used by any thread.
 class FakeApplications final : public Applications {
   public:
     void add(Application application);
-    /// Sets the application in front. Its number need not be that of an application that was added.
+    /// Sets the frontmost application. The application need not have been added.
     void setFrontmost(std::optional<std::int32_t> pid);
-    /// Returns how often this application was asked for.
+    /// Returns how often running() was called with this number.
     [[nodiscard]] int lookUps(std::int32_t pid) const;
 
     std::optional<Application> frontmost() override;

@@ -14,11 +14,13 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The desktop as a test scripts it. Records and misuses outlive the desktop if somebody still holds them.
+/// A desktop that a test scripts and examines. A record from presenters() or panelWindows() outlives the
+/// desktop if the test still holds it.
 class FakeDesktop final : public Desktop {
   public:
     FakeDesktop() = default;
-    /// Makes a fake desktop the desktop of the process. It lives until another desktop, or nullptr, is set.
+    /// Makes a FakeDesktop and sets it as the desktop of the process. The object lives until
+    /// Desktop::setCurrent() is called again.
     static FakeDesktop& install();
 
     FakeWindowList& windowList() override { return theWindowList; }
@@ -29,11 +31,13 @@ class FakeDesktop final : public Desktop {
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override;
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override;
 
-    /// Returns the records of every presenter (or panel window) made so far, in the order of their making.
+    /// Returns a record for each presenter that was made so far, in order.
     [[nodiscard]] const auto& presenters() const { return presenterRecords; }
+    /// Returns a record for each panel window that was made so far, in order.
     [[nodiscard]] const auto& panelWindows() const { return panelRecords; }
-    /// Returns the forbidden calls that were made; a test expects none. The list is complete once all
-    /// presenters and panel windows are destroyed.
+    /// Returns a description of each function call that broke a rule of the interface. Also describes what is
+    /// still held: grabs of hot keys, their suspension, and window images. A test expects an empty list. The
+    /// list is complete once all presenters and panel windows are destroyed.
     [[nodiscard]] std::vector<std::string> misuses() const;
 
   private:

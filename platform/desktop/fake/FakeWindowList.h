@@ -5,10 +5,10 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// Gives the windows that a test puts in, and counts the reads. Any thread.
+/// Gives the windows that a test sets, and counts the reads. May be used by any thread.
 class FakeWindowList final : public WindowList {
   public:
-    /// Sets the windows, front to back. None makes the list unreadable.
+    /// Sets the windows, front to back. Pass no value to make the list unreadable.
     void setWindows(std::optional<std::vector<WindowRow>> windows);
     [[nodiscard]] int reads() const;
 

@@ -9,7 +9,8 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The calls that the real desktop would not allow. Shared by the parts of one fake. Any thread.
+/// Collects descriptions of function calls that a real desktop would not allow. All parts of one FakeDesktop
+/// share this object. May be used by any thread.
 class Misuses {
   public:
     void add(std::string what) {

@@ -5,10 +5,11 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The system tray of the screen. A tray is present while the tray's selection has an owner.
+/// Tells whether a system tray runs. A system tray owns the selection _NET_SYSTEM_TRAY_S<screen> while it
+/// runs.
 class X11TrayHosts final : public TrayHosts {
   public:
-    /// Must be made before the connection starts. The connection must outlive the subscriptions.
+    /// Must be called before X11Connection::start(). The connection must outlive all subscriptions.
     explicit X11TrayHosts(X11Connection& connection) : watcher(connection, connection.atoms().systemTray) {}
 
     bool present() override { return watcher.owned(); }

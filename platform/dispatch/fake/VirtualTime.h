@@ -21,12 +21,13 @@ class VirtualTime final : public ExecutorSource {
     VirtualTime(const VirtualTime&) = delete;
     VirtualTime& operator=(const VirtualTime&) = delete;
 
-    /// Moves the clock on, and runs the tasks that fall due on the way, including those that they post.
+    /// Moves the clock forward. Runs the tasks that become due meanwhile, including tasks that those tasks
+    /// post.
     void advance(double seconds);
     /// Runs the tasks that are posted or due now.
     void run() { advance(0); }
-    /// Returns the label of the queue whose task is running ("main" for the main queue). Empty outside of a
-    /// task.
+    /// Returns the label of the queue whose task is running ("main" for the main queue). Returns an empty
+    /// string outside of a task.
     [[nodiscard]] const std::string& runningQueue() const;
     /// Returns how often a queue of this label was made.
     [[nodiscard]] int queuesMade(const std::string& label) const;

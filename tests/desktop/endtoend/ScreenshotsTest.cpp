@@ -20,10 +20,12 @@ void PrintTo(const Look& look, std::ostream* out) {
     *out << look.name;
 }
 
-/// Makes the pictures of the pages, for scripts/screenshots. Fails if a step does not happen.
+/// Takes the screenshots for README.md and docs/ when scripts/screenshots runs this test. Fails if a step
+/// does not happen.
 class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:
-    static constexpr int manyEntries = 6000; ///< So many that the scan can be seen.
+    /// A scan of this many applications takes long enough for a screenshot of the scan.
+    static constexpr int manyEntries = 6000;
 
     DISABLED_ScreenshotsTest() : SettingsSteps({.width = 2560, .height = 1600}) {
         environment["QT_SCALE_FACTOR"] = std::to_string(GetParam().scale);
@@ -37,7 +39,7 @@ class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParam
             addApplication(names[index], index);
     }
 
-    /// Writes the settings of a desktop with dark colours, as Qt reads them.
+    /// Writes dark colours into the file from which Qt reads the colours of the desktop.
     void makeDark() {
         environment["XDG_CURRENT_DESKTOP"] = "KDE";
         environment["KDE_SESSION_VERSION"] = "5";

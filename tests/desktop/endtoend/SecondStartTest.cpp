@@ -12,7 +12,7 @@ class SecondStartTest : public EndToEndTest {
   protected:
     using Bus = const SessionBus*;
 
-    /// Starts the program. Returns when another start can find it.
+    /// Starts the program. Returns when a second start of the program can find it.
     std::unique_ptr<Program> startOn(const XServer& screen, Bus bus) {
         auto started = std::make_unique<Program>(&screen, bus, Program::Options{.home = home});
         XClient onScreen(screen);

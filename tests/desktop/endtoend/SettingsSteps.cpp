@@ -23,7 +23,8 @@ SettingsSteps::SettingsSteps(const XServer::Options& screen)
 }
 
 void SettingsSteps::openSettings(const std::string& defaults) {
-    environment["XDG_DATA_DIRS"] = home->folder() / "none"; // Hides the machine's own applications.
+    // Hides the applications that are installed on the machine.
+    environment["XDG_DATA_DIRS"] = home->folder() / "none";
     program = std::make_unique<Program>(
         &server, &bus,
         Program::Options{.defaults = "{" + defaults + "}", .environment = environment, .home = home});
@@ -69,7 +70,7 @@ SettingsSteps::Element SettingsSteps::find(const std::string& role, const std::s
 }
 
 void SettingsSteps::click(const Element& element) {
-    // Assistive software gets boxes in Qt's units, so the click is scaled to pixels.
+    // Assistive software gets places in pixels before scaling, but the pointer needs pixels after scaling.
     const auto found = environment.find("QT_SCALE_FACTOR");
     const int scale = found == environment.end() ? 1 : std::stoi(found->second);
     pointer.click((element.box.x + element.box.width / 2) * scale,

@@ -49,7 +49,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& strings) {
     return pointers;
 }
 
-/// Runs in the child between fork and exec. Makes only calls that are safe there.
+/// Runs in the child process between fork() and exec(), so it makes only async-signal-safe calls.
 struct Launch {
     int input, output, error, keptDescriptor, failure;
     pid_t parent;
@@ -58,7 +58,8 @@ struct Launch {
 
     [[noreturn]] void run() const {
         setpgid(0, 0);
-        // The parent may already be gone when the request is made.
+        // Asks the kernel to kill the child when the parent ends. The parent may have ended before this call,
+        // so the child then checks that its parent is still the same process.
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (getppid() != parent)
             _exit(127);

@@ -11,19 +11,20 @@
 
 namespace mirrolet::harness {
 
-/// One process that the test started. The destructor ends the process and its children. The process and its
-/// children also end when the test program ends, however that happens. Only the thread that made an object
-/// may use it.
+/// Starts and owns one process. The destructor ends the process and its children. The process and its
+/// children also end when the test program ends, even if the test program crashes. Only the thread that made
+/// a ChildProcess may use it.
 class ChildProcess {
   public:
     struct Options {
-        std::vector<std::string> command = {}; ///< The program, looked up on PATH, and its arguments.
-        Environment environment = {};          ///< The whole environment. None is inherited.
-        /// Gets standard error, and standard output unless that is piped. The default is to drop both.
+        std::vector<std::string> command = {}; ///< The program's name, looked up on PATH, and its arguments.
+        Environment environment = {};          ///< The process inherits no other variables.
+        /// The file that receives standard error, and also standard output unless `pipeOutput` is set.
+        /// Without a file the output is discarded.
         std::filesystem::path log = {};
-        bool pipeInput = false;  ///< Is needed for write().
-        bool pipeOutput = false; ///< Is needed for lines().
-        int keptDescriptor = -1; ///< Stays open in the child, with the same number.
+        bool pipeInput = false;  ///< Must be set if the test calls write().
+        bool pipeOutput = false; ///< Must be set if the test calls lines().
+        int keptDescriptor = -1; ///< A descriptor that stays open in the process, or -1.
     };
 
     /// Throws HarnessError if the program cannot be started.
@@ -36,12 +37,13 @@ class ChildProcess {
     [[nodiscard]] bool running();
     void signal(int number) const;
     void write(const std::string& text) const;
-    /// Returns the whole lines on standard output until now.
+    /// Returns all complete lines that the process has written to standard output so far.
     const std::vector<std::string>& lines();
-    /// Returns the exit status as in a shell, which is 128 plus the signal's number after a signal. Returns
-    /// nothing if the process still runs after the wait.
+    /// Returns the exit status as a shell shows it. After a signal the status is 128 plus the signal's
+    /// number. Returns nothing if the process still runs when the deadline passes.
     std::optional<int> waitForExit(std::chrono::milliseconds deadline = patience);
-    /// Asks the process to end, then kills the rest of its process group. A second call does nothing.
+    /// Asks the process to end, waits for its end, and kills the processes that are left in its process
+    /// group. A second call does nothing.
     void stop();
 
   private:

@@ -9,12 +9,12 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// A tray that shows status icons (trayer, by XEmbed). The constructor waits until it owns the tray
-/// selection.
+/// Runs trayer, a tray that shows status icons through the XEmbed protocol. The constructor waits until
+/// trayer owns the tray selection.
 class TrayHost {
   public:
     explicit TrayHost(const XServer& server);
-    /// Kills the process without letting it clean up.
+    /// Kills trayer without letting it clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:
@@ -22,12 +22,12 @@ class TrayHost {
     std::unique_ptr<ChildProcess> process;
 };
 
-/// A compositing manager (picom, without shadows and fading). The constructor waits until it owns the
-/// compositing selection. The destructor ends it.
+/// Runs picom, a compositing manager, without shadows and fading. The constructor waits until picom owns the
+/// compositing selection. The destructor ends picom.
 class Picom {
   public:
     explicit Picom(const XServer& server);
-    /// Kills the process without letting it clean up.
+    /// Kills picom without letting it clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:

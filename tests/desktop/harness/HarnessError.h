@@ -4,8 +4,8 @@
 
 namespace mirrolet::harness {
 
-/// A fault of the test machine, such as a missing program or a server that did not start. The test fails with
-/// this message.
+/// Reports a fault of the test machine, such as a missing program or a server that did not start. The
+/// exception fails the test and shows the message.
 class HarnessError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

@@ -7,9 +7,9 @@
 
 namespace mirrolet::harness {
 
-/// Returns the milliseconds that the threads of a process have run up to now, without threads that have
-/// ended. Reads the scheduler's own count, because the ticks of /proc/PID/stat would miss a thread that
-/// sleeps before the tick.
+/// Returns how many milliseconds of processor time the running threads of a process have used so far. Leaves
+/// out threads that have ended. Reads the nanoseconds that the scheduler counts, because the steps of 10 ms
+/// in /proc/PID/stat are too coarse.
 inline double processorTime(pid_t process) {
     double nanoseconds = 0;
     std::error_code gone;
@@ -22,8 +22,8 @@ inline double processorTime(pid_t process) {
     return nanoseconds / 1e6;
 }
 
-/// Returns how often the threads of a process have gone to sleep up to now, which is how often they were
-/// woken.
+/// Returns how often the running threads of a process have been woken so far. Counts how often they have gone
+/// to sleep, which is the same number.
 inline double wakeUps(pid_t process) {
     double count = 0;
     std::error_code gone;
@@ -37,7 +37,7 @@ inline double wakeUps(pid_t process) {
     return count;
 }
 
-/// Returns the peak resident memory of a process, in MB of 1024 kB.
+/// Returns the highest resident memory that a process has had so far, in MB of 1024 kB.
 inline double peakMemory(pid_t process) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     for (std::string word; status >> word;)

@@ -34,7 +34,8 @@ int connectTo(const XServer& server) {
     return own;
 }
 
-/// Appends the bytes that have arrived. Returns false at the end of the stream.
+/// Reads the bytes that have arrived at the descriptor `from`, and appends them to `bytes`. Returns false at
+/// the end of the stream.
 bool readSome(int from, std::string& bytes) {
     std::array<char, 65536> block{};
     const ssize_t count = read(from, block.data(), block.size());
@@ -62,7 +63,8 @@ std::size_t padded(std::size_t length) {
 
 } // namespace
 
-/// Listens on a local TCP port that the kernel chooses, because a display's name cannot contain a path.
+/// Listens on a local TCP port instead of a Unix socket in the test's folder, because a display name such as
+/// "127.0.0.1:5" can name a port but no path. The kernel chooses the port.
 RequestGate::RequestGate(const XServer& xServer) : listener(makeSocket(AF_INET)), server(connectTo(xServer)) {
     sockaddr_in own{};
     own.sin_family = AF_INET;
@@ -117,10 +119,10 @@ void RequestGate::passRequests() {
     }
 }
 
-/// Returns the size of the first waiting request in bytes, or 0 if too few bytes have arrived to know the
-/// size.
+/// Returns the size in bytes of the first request in `waiting`. Returns 0 if the bytes that state the size
+/// have not arrived yet.
 std::size_t RequestGate::firstLength() const {
-    if (!greeted) // The greeting includes the name and the data of an authorization.
+    if (!greeted) // The connection setup has two texts of variable length.
         return waiting.size() < 12 ? 0
                                    : 12 + padded(numberAt<std::uint16_t>(waiting, 6)) +
                                          padded(numberAt<std::uint16_t>(waiting, 8));

@@ -10,8 +10,8 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// A gate between one client and the server. It passes the client's requests on one by one, so that a test
-/// can act between any two of them. The client must end before the gate is destroyed.
+/// Passes the X requests of one client on to the X server, one by one, so that a test can act between any two
+/// of them. The client must end before the gate is destroyed.
 class RequestGate {
   public:
     explicit RequestGate(const XServer& xServer);
@@ -21,8 +21,8 @@ class RequestGate {
 
     /// Returns the display name that the client must use.
     [[nodiscard]] const std::string& display() const { return name; }
-    /// Runs the action once on the gate's thread, after that many more requests have passed and before the
-    /// next one passes. The action may call after() again.
+    /// Passes `requests` more requests on, and then runs `action` before the next request. The action runs
+    /// once, on the gate's thread. The action may call after() again.
     void after(unsigned requests, std::function<void()> action);
 
   private:
@@ -34,7 +34,8 @@ class RequestGate {
     std::string name;
     int listener;
     int server;
-    std::string waiting; ///< The client's bytes that do not make up a whole request yet.
+    /// Bytes from the client that the gate has not passed on yet. The last request may be incomplete.
+    std::string waiting;
     bool greeted = false;
     std::mutex actionMutex; ///< Guards `left` and `next`.
     unsigned left = 0;

@@ -18,7 +18,8 @@ void inherit(Environment& environment, const char* name) {
 } // namespace
 
 Sandbox::Sandbox() {
-    // Directly in /tmp, because the path of a socket may have at most 107 bytes.
+    // The folder is directly in /tmp, so that its path is short. Programs make Unix sockets in the folder,
+    // and the path of a Unix socket may have at most 107 bytes.
     std::string pattern = "/tmp/mirrolet-test-XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr)
         throw HarnessError("cannot make a temporary folder in /tmp");
@@ -43,7 +44,7 @@ Environment Sandbox::environment() const {
         {"XDG_DATA_DIRS", "/usr/local/share:/usr/share"},
         {"LANG", "C.UTF-8"},
         {"XDG_RUNTIME_DIR", root / "runtime"},
-        // Qt would look for the accessibility bus on the session bus, which costs every start a second.
+        // Keeps Qt from searching for the accessibility bus, which would slow each start down by a second.
         {"NO_AT_BRIDGE", "1"},
     };
     for (const char* name : {"PATH", "USER", "ASAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS", "UBSAN_OPTIONS"})

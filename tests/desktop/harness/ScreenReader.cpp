@@ -8,7 +8,7 @@ namespace mirrolet::harness {
 
 namespace {
 
-constexpr auto launcher = "/usr/libexec/at-spi-bus-launcher"; // Never on PATH.
+constexpr auto launcher = "/usr/libexec/at-spi-bus-launcher"; // The folder /usr/libexec is not on PATH.
 
 ScreenReader::Element elementIn(const std::string& line) {
     std::vector<std::string> fields;
@@ -50,7 +50,8 @@ ScreenReader::ScreenReader(const SessionBus& bus) : bus(bus) {
 
 std::vector<ScreenReader::Element> ScreenReader::read(pid_t program) const {
     ChildProcess reader(reading(bus, sandbox, program));
-    // Reads the lines while the reader runs, because a long list would fill the pipe.
+    // Reads lines while the program still runs. Otherwise a long list would fill the pipe, and the program
+    // would wait forever.
     waitUntil([&] {
         const bool ended = !reader.running();
         reader.lines();

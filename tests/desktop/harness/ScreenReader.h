@@ -10,16 +10,16 @@
 
 namespace mirrolet::harness {
 
-/// A screen reader on the accessibility bus of a session bus. It finds a program there if the program was
-/// started with `environment()`.
+/// Reads the controls of a program as assistive software does, through the accessibility bus of a session
+/// bus. The program must have been started with the variables of `environment()`.
 class ScreenReader {
   public:
     struct Element {
-        std::string role;  ///< "check box", "combo box", ...
-        std::string name;  ///< For a combo box the chosen entry.
-        std::string label; ///< The name of the object that labels this one.
+        std::string role;  ///< The kind of control, such as "check box" or "combo box".
+        std::string name;  ///< The accessible name. For a combo box, the chosen entry.
+        std::string label; ///< The name of the label that belongs to this control.
         std::string description;
-        Box box; ///< In pixels of the root window.
+        Box box; ///< The control's place, in pixels before scaling by QT_SCALE_FACTOR.
         std::string text;
         bool focused = false;
         bool focusable = false;
@@ -33,7 +33,7 @@ class ScreenReader {
     explicit ScreenReader(const SessionBus& bus);
 
     static Environment environment() { return {{"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"}}; }
-    /// Returns all objects that the program shows now, in the order of the accessibility tree.
+    /// Returns all controls that the program shows now, in the order of the accessibility tree.
     [[nodiscard]] std::vector<Element> read(pid_t program) const;
 
   private:

@@ -8,14 +8,15 @@
 
 namespace mirrolet::harness {
 
-/// The test's own session bus. It starts services only for the window managers that need them.
+/// Runs a D-Bus session bus for the test. With Services::installed, the bus starts the machine's D-Bus
+/// services when a client asks for them, because some window managers need them.
 class SessionBus {
   public:
     enum class Services { none, installed };
 
     explicit SessionBus(Services services = Services::none, const Environment& more = {});
 
-    /// Kills the bus. All its clients lose their connection at once.
+    /// Kills the bus. All clients of the bus lose their connection at once.
     void kill() const { process->signal(SIGKILL); }
     /// Starts a new bus at the same address.
     void restart();

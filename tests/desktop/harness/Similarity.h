@@ -4,11 +4,12 @@
 
 namespace mirrolet::harness {
 
-/// Scales the picture down perfectly. Each pixel is the mean of the area that it replaces.
+/// Scales the picture down. Each pixel of the result is the exact mean of the area of `picture` that the
+/// pixel covers.
 Picture areaAverage(const Picture& picture, int width, int height);
 
-/// Returns the structural similarity (SSIM) of the brightness of two pictures of one size. The result is the
-/// mean over all windows of 8 × 8 pixels, and 1 for equal pictures.
+/// Returns the structural similarity (SSIM) of the brightness of two pictures. The pictures must have the
+/// same size. The result is the mean over all squares of 8 × 8 pixels. For equal pictures the result is 1.
 double similarity(const Picture& a, const Picture& b);
 
 } // namespace mirrolet::harness

@@ -8,15 +8,16 @@
 
 namespace mirrolet::harness {
 
-/// A place for status icons on the session bus. At first there is only a registry. setPresent() adds a host.
+/// Runs a tray that shows status icons through the session bus. At first there is only the registry, to which
+/// programs announce their icons. setPresent(true) adds the host, which displays the icons.
 class StatusHost {
   public:
     explicit StatusHost(const SessionBus& bus);
 
     void setPresent(bool present) const { process->write(present ? "host 1\n" : "host 0\n"); }
-    /// Clicks the latest icon with the left button.
+    /// Clicks the newest icon with the left button.
     void click() const { process->write("click\n"); }
-    /// Returns how many icons have appeared and not disappeared.
+    /// Returns the number of icons that are in the tray now.
     [[nodiscard]] int icons() const;
     [[nodiscard]] const ChildProcess& child() const { return *process; }
 

@@ -9,7 +9,7 @@ namespace mirrolet::harness {
 
 namespace {
 
-constexpr int charWidth = 6; // In the font "fixed".
+constexpr int charWidth = 6; // The width of a character in the font "fixed".
 constexpr int lineHeight = 14;
 constexpr int ascent = 11;
 
@@ -33,7 +33,7 @@ void drawTextPage(XClient& client, xcb_drawable_t drawable, int width, int heigh
     xcb_create_gc(xcb, context, drawable, XCB_GC_FOREGROUND | XCB_GC_BACKGROUND | XCB_GC_FONT, values.data());
     const xcb_rectangle_t all{0, 0, static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height)};
     xcb_poly_fill_rectangle(xcb, drawable, context, 1, &all);
-    std::mt19937 random(1); // NOLINT: the page has to be the same every time.
+    std::mt19937 random(1); // NOLINT: a fixed seed makes the same page every time.
     for (int y = 2; y < height; y += lineHeight)
         for (int x = 4; x < width && random() % 16 != 0;) {
             const auto text = word(random);

@@ -6,7 +6,8 @@
 
 namespace mirrolet::harness {
 
-/// Sends the requests of a pager or a task list to the window manager.
+/// Asks the window manager to change windows or to switch desktops, as a task list or a desktop switcher
+/// does.
 class WindowCommands {
   public:
     explicit WindowCommands(XClient& client) : client(client) {}
@@ -17,9 +18,9 @@ class WindowCommands {
     void addState(xcb_window_t window, const std::string& state);
     void setDesktopCount(std::uint32_t count);
     void switchToDesktop(std::uint32_t index);
-    /// Waits until the window manager has handled all earlier requests. Creates a window and asks for another
-    /// place for it, because only the window manager moves the window, and does so in the order of the
-    /// requests. Throws HarnessError if the window is not moved.
+    /// Waits until the window manager has handled all earlier requests. Makes a window of its own and asks
+    /// for another place for that window. The window manager handles requests in order, so all earlier
+    /// requests are done when the window has moved. Throws HarnessError if the window does not move.
     void awaitManager();
 
   private:

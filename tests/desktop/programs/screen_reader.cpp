@@ -1,6 +1,6 @@
-// Reads once what a program tells assistive software. Prints a line for each accessible object that is
-// showing, in the order of the tree. The fields are separated by tabs: role, name, label, description,
-// states, box, text.
+// Reads what a program tells assistive software. Prints a line for each accessible object that is visible, in
+// the order of the accessibility tree. The fields of a line are role, name, label, description, states, box
+// and text, separated by tabs.
 
 #include <atspi/atspi.h>
 #include <cstdlib>
@@ -45,7 +45,7 @@ std::string box(AtspiAccessible* object) {
     return result;
 }
 
-/// Returns the name of the object's label, or nothing if the object has no label.
+/// Returns the name of the object's label, or an empty text if the object has no label.
 std::string label(AtspiAccessible* object) {
     std::string result;
     GArray* relations = atspi_accessible_get_relation_set(object, nullptr);

@@ -1,7 +1,7 @@
-// A place for status icons on the session bus. The program is both registry and host, as on small desktops.
-// Prints "ready" when the program owns the registry's name, "item NAME" for each new icon and "gone" for each
-// icon that is gone. Reads the commands "host 1" (a host appears), "host 0" (the host disappears) and "click"
-// (clicks the latest icon).
+// Runs a tray for status icons on the session bus, for tests. Programs announce their icons to the registry
+// of the tray, and the host of the tray displays them. Prints "ready" when the registry owns its D-Bus name,
+// "item NAME" for each new icon and "gone" for each removed icon. Reads the commands "host 1" (adds the
+// host), "host 0" (removes the host) and "click" (clicks the newest icon).
 
 #include <gio/gio.h>
 

@@ -1,5 +1,6 @@
-// Runs many sessions and compares what the program holds. The defaults are 40 sessions (14 with a
-// sanitizer) and 0.1 seconds of each mirror. A run by hand can set more:
+// Tests that the program holds no more memory and resources after many sessions than after a few. The
+// defaults are 40 sessions (14 with a sanitizer) and a mirror that stays open for 0.1 seconds in each. A run
+// by hand can set more:
 //   MIRROLET_SOAK_SESSIONS=1000 MIRROLET_SOAK_SECONDS=2 desktop_tests --gtest_filter='SoakTest.*'
 
 #include "tests/desktop/endtoend/EndToEndTest.h"
@@ -16,16 +17,18 @@ namespace {
 
 using namespace harness;
 
-#ifdef __has_feature // Only Clang has this. Clang builds for the sanitizers.
+#ifdef __has_feature // Only Clang defines this. Sanitizer builds use Clang.
 constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
 constexpr bool sanitized = false;
 #endif
 
 constexpr auto quietTime = std::chrono::milliseconds(sanitized ? 500 : 200);
-constexpr int warmUp = 10; ///< After so many sessions all caches of Qt and of the allocator are full.
+/// After this many sessions the caches of Qt and of the allocator are full.
+constexpr int warmUp = 10;
 constexpr int briefly = sanitized ? 14 : 40;
-// An allocator keeps some memory. Losing one window's picture in each session would cost far more than this.
+// The memory may grow by this much, because the allocator keeps freed memory. It would grow far more if each
+// session leaked one frame.
 constexpr long memoryMarginKib = 2048;
 
 double number(const char* variable, double otherwise) {
@@ -40,8 +43,8 @@ class SoakTest : public EndToEndTest {
         start(R"("pollInterval": 0.05)");
     }
 
-    /// Shows a call, accepts the prompt, mirrors the call and ends it. The session's number chooses among
-    /// several ways.
+    /// Shows a call, accepts the prompt, mirrors the call and ends it. The number of the session decides what
+    /// happens to the mirror meanwhile and how the call ends.
     void runSession(int session) {
         SCOPED_TRACE("session " + std::to_string(session));
         CallWindow call(server, {.rate = 30});
@@ -52,7 +55,8 @@ class SoakTest : public EndToEndTest {
         else
             call.tell("quit");
         awaitNothing();
-        // Waits, because the monitor takes a call that follows between two polls for the same call.
+        // Waits until the monitor has polled while there is no call. Otherwise the next call would count as
+        // the same call.
         holdsFor([this] { return nothingShown(); }, quietTime);
     }
 
@@ -75,7 +79,7 @@ class SoakTest : public EndToEndTest {
         pointer.move(2, 2);
     }
 
-    /// Switches to another desktop and back. The mirror stays meanwhile.
+    /// Switches to another desktop and back. The mirror has to be shown all the time.
     void lookAtAnotherDesktop(const CallWindow& call) {
         commands.switchToDesktop(1);
         require("the source is out of sight", [&] { return !facts.viewable(call.window()); });
@@ -92,7 +96,8 @@ class SoakTest : public EndToEndTest {
         awaitPanel();
     }
 
-    /// Returns the holdings after a while, because queues end on threads of their own.
+    /// Returns what the program holds. Before that, waits up to ten seconds until the program holds no more
+    /// than `expected`, because threads of earlier sessions may still be ending.
     Holdings settled(const Holdings* expected) {
         auto now = Holdings::of(client, program->pid());
         waitUntil(
@@ -121,7 +126,7 @@ TEST_F(SoakTest, HoldsNoMoreAfterManySessionsThanAfterTheTenth) {
     const auto after = settled(&before);
     std::cout << "after " << sessions << ": " << after << std::endl;
     EXPECT_TRUE(after.noMoreThan(before));
-    // Sanitizers keep freed memory for a while.
+    // Sanitizers keep freed memory for a while, so they make the memory grow.
     EXPECT_TRUE(sanitized || after.residentKib - before.residentKib < memoryMarginKib);
     EXPECT_EQ(program->log(), "");
 }

@@ -8,20 +8,20 @@ namespace {
 
 using enum CaptureCommand;
 
-// Some drivers report a direct-rendered frame before it has landed. A window that stopped drawing is
-// therefore read once more after this time. A steady refresh is not used, because it would cost time for
-// every still window.
+// Some drivers report damage before the drawn pixels have arrived in the window. A window that has stopped
+// drawing is therefore read once more after this time. Reading all windows at regular times instead would
+// cost time even if no window changes.
 constexpr std::chrono::seconds finalReadDelay{1};
 
-// A directly read window leaves no pixels behind when it is hidden. The copy of its pixels is therefore at
-// most this old.
+// The pixels of a directly read window are lost when the window is hidden. The program therefore keeps a copy
+// of the pixels and updates the copy this often while the window changes.
 constexpr std::chrono::milliseconds copyInterval{500};
 
 // How often to check again whether a changing window is obscured. X sends no event when a redirected window
 // becomes unobscured, nor when a window that a compositing manager has redirected becomes obscured.
 constexpr std::chrono::seconds obscuredCheckInterval{2};
 
-// A redirected window that has not repainted its obscured parts by now never will.
+// A redirected window that has not repainted its obscured parts after this time never will.
 constexpr std::chrono::seconds repaintTimeout{2};
 
 } // namespace
@@ -38,8 +38,8 @@ CapturePolicy::Commands CapturePolicy::tick(unsigned changes, Time now) {
     Commands commands;
     if (continuousDamage.countDown())
         commands.push_back(watchDamage);
-    // Some windows get their new pixmap not at the redirection, but only when they draw for the first time
-    // after it.
+    // Some windows get their new pixmap only when they first draw after the redirection, and not at the
+    // redirection itself. The window is therefore checked again at the first damage.
     const bool isDamaged = (changes & damaged) != 0;
     const bool hasNewPixmap = isDamaged && std::exchange(awaitsFirstDamage, false) && isRedirected();
     if (repaintOverdue) {
@@ -55,8 +55,8 @@ CapturePolicy::Commands CapturePolicy::tick(unsigned changes, Time now) {
     return commands;
 }
 
-/// Drops the pixmap of a window that did not repaint before it was hidden, because such a pixmap is of no
-/// use.
+/// Drops a pixmap that is not shown yet. Such a pixmap may hold pixels of other windows, because the window
+/// was hidden before it repainted its obscured parts.
 CapturePolicy::Commands CapturePolicy::windowHidden() {
     Commands commands;
     if (isRedirected())
@@ -80,8 +80,8 @@ CapturePolicy::Commands CapturePolicy::windowViewable(const Viewability& viewabi
     return {namePixmap};
 }
 
-/// A window that another client has redirected has a complete pixmap already, and no event would tell that
-/// the window becomes obscured.
+/// Chooses direct reading only if no other client has redirected the window. If another client has redirected
+/// it, the server sends no event when the window becomes obscured.
 CapturePolicy::Commands CapturePolicy::redirectionChecked(bool byAnotherClient, Time now) {
     recheckObscuredAt = now + obscuredCheckInterval;
     return viewable.isReadable && !byAnotherClient ? enterDirect() : enterAwaitingRepaint(now);
@@ -101,8 +101,8 @@ CapturePolicy::Commands CapturePolicy::enterAwaitingRepaint(Time now) {
     Commands commands;
     if (current == State::direct)
         commands.push_back(stopReading);
-    // A new watch reports the whole window at once. That report must come before the redirection, or it would
-    // count as a repaint.
+    // After the command watchDamage, the server immediately reports the whole window as damaged. That report
+    // must come before the redirection, because it would otherwise count as a repaint.
     if (continuousDamage.stopAssuming())
         commands.push_back(watchDamage);
     commands.push_back(redirect);

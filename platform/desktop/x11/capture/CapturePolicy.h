@@ -8,59 +8,74 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// A step that CaptureSource has to do next, as CapturePolicy orders it.
+/// A command that CapturePolicy gives to CaptureSource.
 enum class CaptureCommand {
-    checkWindow,      ///< Ask the server about the window; answer with windowHidden() or windowViewable().
-    checkRedirection, ///< Ask whether another client has redirected the window; answer redirectionChecked().
-    takeDamage,       ///< Take the reported damage; answer with damageTaken().
-    applyDamage,      ///< The damage just taken changed the content.
-    damageAll,        ///< All of the content may have changed.
+    checkWindow,      ///< Ask the server about the window, then call windowHidden() or windowViewable().
+    checkRedirection, ///< Ask whether another client redirects the window, then call redirectionChecked().
+    takeDamage,       ///< Take the reported damage, then call damageTaken().
+    applyDamage,      ///< Mark the area of the last taken damage as changed.
+    damageAll,        ///< Mark the whole content as changed.
     watchDamage,
     ignoreDamage,
     redirect,
     unredirect,
-    readDirectly, ///< Show the window's own pixels, as a new content. A waiting pixmap is dropped.
-    stopReading,  ///< Show the copy of the window's last pixels. A waiting pixmap is dropped.
-    namePixmap,   ///< Name the redirected window's pixmap and let it wait; answer with pixmapNamed().
-    showPixmap,   ///< Show the pixmap that waits, as a new content.
-    copyPixels,   ///< Bring the copy of the directly read pixels up to date.
+    readDirectly, ///< Show the window's own pixels as a new content. Drop a waiting pixmap.
+    stopReading,  ///< Show the copy of the window's last pixels. Drop a waiting pixmap.
+    namePixmap,   ///< Get the redirected window's pixmap and let it wait, then call pixmapNamed().
+    showPixmap,   ///< Show the waiting pixmap as a new content.
+    copyPixels,   ///< Update the copy of the directly read pixels.
 };
 
-/// Decides how a window is captured, from events and a clock alone. Each function for an event returns the
-/// commands that follow from the event, in order. Direct reading is preferred, because redirection makes the
-/// server copy everything that the window draws. To be used by one thread at a time.
+/// Decides how a window is captured. Direct reading is preferred, because redirection makes the server copy
+/// everything that the window draws. This class makes no requests. The caller reports events and the time.
+/// Each function returns the commands that the caller has to carry out, in order. To be used by one thread at
+/// a time.
 ///
-/// A tick, in any state:
-///   the window was replaced, or a recheck is due      checkWindow
-///   else the window was damaged                       takeDamage
-///   else damage is assumed, or a final read is due    damageAll
-///   else                                              none, so the image stays the same
+/// Words in the tables:
+///   readable        Viewability::isReadable is true, and no other client has redirected the window
+///   same geometry   readable, and Viewability::sameGeometry is true
+///   new geometry    readable, and Viewability::sameGeometry is false
+///   readable again  Viewability::isReadable is true, and a check is due
+///   a pixmap waits  pixmapNamed() was called, and the pixmap is neither shown nor dropped yet
+///   ready           a pixmap waits, and the window has drawn all parts that were obscured at the redirection
+///   check due       the time `recheckObscuredAt` has come
+///   copy due        the time `copyPixelsAt` has come
+///   final read due  the time `finalReadAt` has come
+///   repaint late    the time `giveUpRepaintAt` has come
 ///
-/// Transitions:
-///   state            event                             next state       commands
-///   hidden           windowHidden                      hidden           stopReading
-///                    windowViewable                    hidden           checkRedirection
-///                    redirectionChecked, readable      direct           readDirectly
-///                    redirectionChecked, otherwise     awaitingRepaint  redirect, namePixmap
-///   direct           windowHidden                      hidden           stopReading
-///                    windowViewable                    direct           checkRedirection
-///                    redirectionChecked, readable      direct           damageAll
-///                      in another geometry             direct           readDirectly
-///                    redirectionChecked, otherwise     awaitingRepaint  stopReading, redirect, namePixmap
-///                    tickEnded, a copy is due          direct           copyPixels
-///   awaitingRepaint  pixmapNamed, repainted            redirected       showPixmap
-///                    damageTaken, repainted            redirected       showPixmap
-///                    tick, waited too long             redirected       checkWindow
-///   redirected       pixmapNamed                       redirected       showPixmap
-///   the two above    windowHidden                      hidden           unredirect, stopReading
-///                    windowViewable, recheck is due    hidden           unredirect, checkRedirection
-///                      and the window is readable
-///                    windowViewable, otherwise         the same         namePixmap
-///   any              damageTaken, no pixmap waits      the same         applyDamage
+/// tick() returns the command of the first row that applies, in any state:
+///   none         no event, no assumed damage, no final read due, no repaint late; the image stays the same
+///   checkWindow  window replaced, check due, repaint late, or the first damage since a redirection
+///   takeDamage   damage was reported and none is assumed
+///   damageAll    any other case
 ///
-/// "The two above" are awaitingRepaint and redirected. A pixmap waits while it is named and not yet shown.
-/// Readable means that the window can be read directly and that no other client has redirected it. Continuous
-/// damage adds ignoreDamage after applyDamage, and watchDamage when damage is no longer assumed.
+/// The functions for events change the state and return commands:
+///   state            event                               next state       commands
+///   hidden           windowHidden                        hidden           stopReading
+///   hidden           windowViewable                      hidden           checkRedirection
+///   hidden           redirectionChecked, readable        direct           readDirectly
+///   hidden           redirectionChecked, not readable    awaitingRepaint  redirect, namePixmap
+///   direct           windowHidden                        hidden           stopReading
+///   direct           windowViewable                      direct           checkRedirection
+///   direct           redirectionChecked, same geometry   direct           damageAll
+///   direct           redirectionChecked, new geometry    direct           readDirectly
+///   direct           redirectionChecked, not readable    awaitingRepaint  stopReading, redirect, namePixmap
+///   direct           tickEnded, copy due                 direct           copyPixels
+///   awaitingRepaint  windowHidden                        hidden           unredirect, stopReading
+///   awaitingRepaint  windowViewable, readable again      hidden           unredirect, checkRedirection
+///   awaitingRepaint  windowViewable, not readable again  awaitingRepaint  namePixmap
+///   awaitingRepaint  pixmapNamed, ready                  redirected       showPixmap
+///   awaitingRepaint  damageTaken, ready                  redirected       showPixmap
+///   awaitingRepaint  tick, repaint late                  redirected       checkWindow
+///   redirected       windowHidden                        hidden           unredirect, stopReading
+///   redirected       windowViewable, readable again      hidden           unredirect, checkRedirection
+///   redirected       windowViewable, not readable again  redirected       namePixmap
+///   redirected       pixmapNamed                         redirected       showPixmap
+///   any state        damageTaken, no pixmap waits        the same state   applyDamage
+///
+/// An event without a row returns no command. When damage becomes continuous, ignoreDamage follows
+/// applyDamage. When damage is no longer assumed, watchDamage is given before redirect, or as the first
+/// command of tick().
 class CapturePolicy {
   public:
     using Time = std::chrono::steady_clock::time_point;
@@ -75,16 +90,18 @@ class CapturePolicy {
     /// Flags that tell what happened since the last tick.
     enum Change : unsigned {
         damaged = 1,
-        replaced = 2, ///< The window has another pixmap, geometry or visibility.
+        replaced = 2, ///< The window's pixmap, geometry or visibility has changed.
     };
     struct Viewability {
-        /// The window is unobscured and of a kind that can be read directly.
+        /// Whether the window is unobscured and of a kind that can be read directly.
         bool isReadable = false;
-        /// The window is already read directly, and its geometry has not changed since direct reading began.
+        /// Whether the window is already read directly and still has the geometry that it had when direct
+        /// reading began.
         bool sameGeometry = false;
     };
 
-    /// Begins a tick. Returns no commands if nothing changed and nothing is due.
+    /// Begins a tick. `changes` holds Change flags. Returns no commands if nothing changed and nothing is
+    /// due.
     Commands tick(unsigned changes, Time now);
     Commands windowHidden();
     Commands windowViewable(const Viewability& viewability, Time now);
@@ -109,7 +126,7 @@ class CapturePolicy {
 
     State current = State::hidden;
     ContinuousDamage continuousDamage;
-    Viewability viewable; ///< The value of the last windowViewable().
+    Viewability viewable; ///< The argument of the last windowViewable().
     bool pixmapWaits = false;
     bool awaitsFirstDamage = false; ///< No damage has come since the window was redirected.
     Time finalReadAt = never;

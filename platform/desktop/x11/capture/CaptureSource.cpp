@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-// The server answers BadMatch if the window is not viewable or not redirected.
+// NameWindowPixmap fails with BadMatch if the window is not viewable or not redirected.
 constexpr ErrorSet notNameable = windowGone | ErrorSet{XError::match};
 
 } // namespace
@@ -27,8 +27,9 @@ CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& for
     : connection(connection), formats(formats), window(window) {
     auto* xcb = connection.xcb();
     const ExpectErrors gone(connection, windowGoneOrReplaced);
-    // VisibilityNotify tells that the window becomes obscured, and also comes when a parent is mapped. A
-    // redirected window counts as unobscured.
+    // A VisibilityNotify event tells that a directly read window becomes obscured. The event also comes when
+    // a parent is mapped, which makes the window visible. The event does not tell when a redirected window
+    // becomes obscured or unobscured, because the server always counts that window as unobscured.
     const std::uint32_t mask =
         XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
     firstSequence = xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask).sequence;
@@ -36,8 +37,8 @@ CaptureSource::CaptureSource(X11Connection& connection, const RenderFormats& for
 }
 
 void CaptureSource::end(bool selectedAnew) {
-    // The selection, the damage and the redirection died with the window, and its number may belong to
-    // another window by now.
+    // The server has removed the event selection, the damage and the redirection together with the window.
+    // The source makes no more requests, because the window's number may belong to another window by now.
     if (gone) {
         damage.release();
         return;
@@ -57,7 +58,7 @@ void CaptureSource::noteDamaged(const PixelRect& area, std::uint32_t eventSequen
 }
 
 void CaptureSource::noteGeometry(PixelSize size, int borderWidth) {
-    if (packed(size, borderWidth) != checkedGeometry) // A window that is only moved keeps its pixmap.
+    if (packed(size, borderWidth) != checkedGeometry) // A window that only moved keeps its pixmap.
         noteReplaced();
 }
 
@@ -71,8 +72,8 @@ CaptureResult CaptureSource::image() {
     const auto now = Clock::now();
     const auto commands = gone ? CapturePolicy::Commands{} : policy.tick(changes.exchange(0), now);
     const bool changed = !commands.empty();
-    // One ExpectErrors is enough for all requests of the tick and of the viewers. A tick without changes
-    // makes no requests and needs none.
+    // All requests of this tick, and of the viewers that draw its image, share one ExpectErrors object. A
+    // tick without changes makes no requests, so it needs no such object.
     std::optional<ExpectErrors> died;
     if (changed) {
         died.emplace(connection, windowAndResourcesGone);
@@ -86,7 +87,8 @@ CaptureResult CaptureSource::image() {
     if (auto same = changed ? nullptr : lastImage.lock())
         return same;
     auto image = std::make_shared<const X11WindowImage>(connection, shared_from_this(), content);
-    // The viewers of this content have its last image, and draw the change themselves if they can.
+    // The viewers of this content hold the content's last image. They draw the change themselves if they can.
+    // If all of them have drawn it, the caller gets that last image again.
     auto drawn = content->showToViewers(image) ? lastImage.lock() : nullptr;
     if (drawn && drawn->content() == content)
         return drawn;
@@ -144,7 +146,7 @@ void CaptureSource::checkWindow() {
         return;
     }
     if (found->isInputOnly)
-        return; // Such a window has no pixels.
+        return; // A window that only takes input has no pixels.
     source = *found;
     checkedGeometry = packed(source.size, source.borderWidth);
     if (source.isViewable)
@@ -160,7 +162,7 @@ void CaptureSource::checkWindow() {
 void CaptureSource::checkViewable() {
     const auto parts = obscuredParts(connection, window, source.visiblePart());
     if (!parts)
-        return; // The window is gone; an event says so.
+        return; // The window is gone, and an event will tell so.
     obscured = parts->ofShape;
     const auto* direct = content ? content->direct() : nullptr;
     const CapturePolicy::Viewability viewability{canEverBeDirect() && isEmpty(parts->ofPicture),
@@ -177,8 +179,8 @@ bool CaptureSource::hasSameGeometry(const DirectPixels& direct) const {
     return direct.windowSize() == source.size && direct.copy().visible == source.visiblePart();
 }
 
-/// Tries to name the window's pixmap. This works only if another client has redirected the window, because
-/// this source has not.
+/// Tries to get the window's pixmap with NameWindowPixmap. This succeeds only if another client has
+/// redirected the window, because this program has not.
 void CaptureSource::checkRedirection() {
     const auto id = xcb_generate_id(connection.xcb());
     const bool byAnotherClient = connection.succeeds(
@@ -190,7 +192,8 @@ void CaptureSource::checkRedirection() {
     perform(policy.redirectionChecked(byAnotherClient, Clock::now()));
 }
 
-/// Starts the damage reports. The first report comes at once and is of the whole window.
+/// Starts the damage reports. The server sends the first report immediately, and that report is of the whole
+/// window.
 void CaptureSource::watchDamage() {
     const ExpectErrors gone(connection, windowGoneOrReplaced);
     damage = {connection, xcb_generate_id(connection.xcb())};
@@ -202,8 +205,9 @@ void CaptureSource::subtractDamage() {
         xcb_damage_subtract(connection.xcb(), damage.id(), XCB_NONE, XCB_NONE);
 }
 
-/// Takes the reported damage without waiting for a reply, because the events have told the damaged box. The
-/// server reports each growth of the box, so damage that is missed here is reported again.
+/// Takes the damage from the events that have arrived, so that no reply has to be waited for. An event that
+/// is still on its way is taken at the next tick. No damage is lost, because subtractDamage() empties the
+/// damaged area on the server. The server then sends an event each time that this area grows.
 void CaptureSource::takeDamage() {
     subtractDamage();
     takenDamage = reportedDamage.take();
@@ -241,10 +245,11 @@ void CaptureSource::namePixmap() {
     auto* xcb = connection.xcb();
     const auto id = xcb_generate_id(xcb);
     const auto naming = xcb_composite_name_window_pixmap_checked(xcb, window, id);
-    // The window may have another size by now. The pixmap's size is the one that counts.
+    // The geometry of the pixmap is used and not that of the window, because the window may have another size
+    // by now.
     const auto geometry = connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(xcb, id), windowGone);
     if (!connection.succeeds(naming, notNameable))
-        return; // The window is hidden or gone. An event says so, and the last pixels stay until then.
+        return; // The window is hidden or gone. The last pixels stay until an event tells so.
     ServerPixmap pixmap(connection, id);
     const auto format = formats.opaque(source.visual);
     const int border = source.borderWidth;

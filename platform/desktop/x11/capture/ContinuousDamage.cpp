@@ -8,8 +8,9 @@ namespace {
 
 constexpr int ticksUntilContinuous = 15;
 constexpr int ticksAssumed = 15;
-/// After assumed ticks, this many reported ticks in a row confirm that the damage is still continuous. The
-/// first report comes from the new watch of the damage itself, and the other two from the window.
+/// After the ticks with assumed damage, the server reports damage again. Damage is assumed once more if this
+/// many ticks in a row report damage nearly everywhere. One tick would not be enough, because the server
+/// reports the whole window as damaged whenever the reports are started.
 constexpr int ticksToConfirm = 3;
 
 } // namespace

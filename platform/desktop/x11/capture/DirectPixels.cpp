@@ -10,7 +10,7 @@ namespace {
 ServerPixmap makeBlackPixmap(X11Connection& connection, PixelSize size) {
     auto pixmap = makePixmap(connection, size, connection.screen().root_depth);
     const ServerContext context(connection, xcb_generate_id(connection.xcb()));
-    xcb_create_gc(connection.xcb(), context.id(), pixmap.id(), 0, nullptr); // Draws with 0, which is black.
+    xcb_create_gc(connection.xcb(), context.id(), pixmap.id(), 0, nullptr); // The context draws in black.
     const auto all = toRectangle({0, 0, size.width, size.height});
     xcb_poly_fill_rectangle(connection.xcb(), pixmap.id(), context.id(), 1, &all);
     return pixmap;

@@ -6,12 +6,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The pixels of a window that is read directly, and a copy of these pixels. The copy stays when the window
-/// is hidden or obscured. May be used by any thread.
+/// Gives access to a window that is read directly, and keeps a copy of its pixels. The copy stays when the
+/// window is hidden or obscured. May be used by any thread.
 class DirectPixels {
   public:
-    /// The window must have the screen's depth. `visible` is the part of the window that is shown. The copy
-    /// is black at first.
+    /// The window must have the screen's depth. `visible` is the part of the window that the mirror shows.
+    /// The copy is black at first.
     DirectPixels(X11Connection& connection, xcb_window_t window, PixelSize windowSize,
                  xcb_render_pictformat_t format, PixelRect visible);
 

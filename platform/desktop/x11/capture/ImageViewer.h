@@ -11,7 +11,7 @@ class X11WindowImage;
 class ImageViewer {
   public:
     /// Draws a newer image of the viewed content. Returns false if the main thread has to draw the image
-    /// instead. Called on the capturing thread, which continues after the call.
+    /// instead. Called on the capturing thread.
     [[nodiscard]] virtual bool show(const std::shared_ptr<const X11WindowImage>& image) = 0;
 
   protected:

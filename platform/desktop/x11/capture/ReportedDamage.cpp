@@ -19,7 +19,7 @@ PixelRect ReportedDamage::take() {
 }
 
 /// Calls `redirect` with the mutex locked, because another thread may read the request's first events before
-/// `redirect` returns.
+/// `redirect` returns. That thread then waits in add() until the request's sequence number is stored.
 void ReportedDamage::awaitRepaint(const PixelRect& obscured, const std::function<std::uint32_t()>& redirect) {
     const MutexLock lock(damageMutex);
     redirectSequence = redirect();

@@ -21,7 +21,7 @@ struct SourceWindow {
     /// Asks the server and waits for the reply. Returns none if the window is gone.
     static std::optional<SourceWindow> query(X11Connection& connection, xcb_window_t window);
 
-    /// Returns the part without border and shadow, in window coordinates.
+    /// Returns the rectangle of the window without its border and its shadow, in window coordinates.
     [[nodiscard]] PixelRect visiblePart() const { return shadow.visiblePart(size); }
 };
 

@@ -5,11 +5,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Pixels of a source window in a pixmap, which stays on the server as long as this object does.
+/// Pixels of a source window in a pixmap. The pixmap stays on the server as long as this object exists.
 struct StoredPixels {
     ServerPixmap pixmap;
     xcb_render_pictformat_t opaqueFormat; ///< The pixmap's format without alpha.
-    PixelRect visible;                    ///< The window without border and shadow, in the pixmap. Not empty.
+    /// The part of the pixmap that shows the window without border and shadow. Not empty.
+    PixelRect visible;
 };
 
 } // namespace mirrolet::platform::desktop::x11

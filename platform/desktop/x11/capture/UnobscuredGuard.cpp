@@ -18,14 +18,15 @@ ServerRegion makeRegion(X11Connection& connection, const PixelRect& rect) {
 }
 
 /// Returns the part of a window that the screen shows, in window coordinates. For a redirected window,
-/// returns the part that the screen would show.
+/// returns the part that the screen would show without the redirection.
 ServerRegion visibleRegion(X11Connection& connection, xcb_window_t window) {
     const auto id = xcb_generate_id(connection.xcb());
     xcb_composite_create_region_from_border_clip(connection.xcb(), id, window);
     return {connection, id};
 }
 
-/// Returns none if the window is gone, because the server made no region then.
+/// Waits for the bounding box of a region. Returns none if the window is gone, because the server then made
+/// no region.
 std::optional<PixelRect> boundsOf(const X11Connection& connection, xcb_xfixes_fetch_region_cookie_t cookie) {
     const auto reply = connection.reply<xcb_xfixes_fetch_region_reply>(cookie, {XError::region});
     if (!reply)
@@ -65,8 +66,8 @@ UnobscuredGuard::UnobscuredGuard(X11Connection& connection, xcb_window_t window,
 void UnobscuredGuard::close(xcb_render_picture_t destination) const {
     auto* xcb = connection.xcb();
     const auto region = visibleRegion(connection, window);
-    // Each obscured pixel is grown until it contains every possible position. One obscured pixel is therefore
-    // enough to leave no part of `all` to draw.
+    // One obscured pixel has to block all drawing. Each obscured pixel is therefore expanded to a rectangle
+    // that covers every possible position, and the server may draw only outside of these rectangles.
     constexpr std::uint16_t everywhere = 2 * reach;
     xcb_xfixes_subtract_region(xcb, picture.id(), region.id(), region.id());
     xcb_xfixes_expand_region(xcb, region.id(), region.id(), everywhere, everywhere, everywhere, everywhere);

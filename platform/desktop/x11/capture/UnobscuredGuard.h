@@ -14,7 +14,7 @@ using ServerRegion = ServerResource<&xcb_xfixes_destroy_region, XError::region>;
 
 /// Bounding boxes of the parts of a window that cannot be read directly, in window coordinates.
 struct ObscuredParts {
-    PixelRect ofPicture; ///< Includes the parts that the window's own shape leaves out.
+    PixelRect ofPicture; ///< Includes parts that lie outside of the window's own shape.
     PixelRect ofShape; ///< Only the parts that another window obscures or that are beyond the screen's edge.
 };
 
@@ -22,18 +22,21 @@ struct ObscuredParts {
 /// coordinates. Returns none if the window is gone.
 std::optional<ObscuredParts> obscuredParts(X11Connection& connection, xcb_window_t window, PixelRect picture);
 
-/// Keeps the pixels of other windows out of a picture that is drawn from a window. The server itself checks
-/// right before it draws whether the window is obscured, because events tell the program too late that the
-/// window is obscured.
+/// Blocks drawing from a window while the window is obscured, because the pixels of other windows would be
+/// drawn. The server itself checks right before it draws whether the window is obscured. An event about this
+/// would reach the program too late.
 class UnobscuredGuard {
   public:
-    /// Positions in the pictures that are drawn to, and sizes of windows, must be below this.
+    /// Window sizes, and positions in the pictures that are drawn to, must be below this number. The guard
+    /// makes rectangles with coordinates of up to three times this number, and X coordinates have only 16
+    /// bits.
     static constexpr int reach = 8192;
 
     /// `picture` is the part of the window that is read.
     UnobscuredGuard(X11Connection& connection, xcb_window_t window, PixelRect picture);
 
-    /// Blocks all drawing to `destination` until open() if any of the picture is obscured now.
+    /// If the server finds that any part of the picture is obscured, blocks all drawing to `destination`
+    /// until open() is called.
     void close(xcb_render_picture_t destination) const;
     void open(xcb_render_picture_t destination) const;
 

@@ -10,8 +10,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// The number of damages that are kept, which is two seconds of ticks. A viewer that drew longer ago draws
-/// everything again.
+/// The number of damages that are kept, which is enough for two seconds of ticks. A viewer that has not drawn
+/// for longer draws everything again.
 constexpr std::size_t damagesKept = 32;
 
 PixelRect visiblePart(const NothingSeen& nothing) {

@@ -12,8 +12,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The sources of the windows that are captured now. This object outlives the X11WindowCapture while images
-/// are held.
+/// Holds a CaptureSource for each window that is captured now. This object can outlive the X11WindowCapture,
+/// because images that are still held keep it alive.
 class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
   public:
     Sources(X11Connection& connection, const RenderFormats& formats)
@@ -51,8 +51,9 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
         return found == byNumber.end() ? nullptr : found->second.lock();
     }
 
-    /// Ends a source, on the thread that releases its last image. Locks the mutex, because the event
-    /// selection of a new source for the same window could be undone otherwise.
+    /// Ends a CaptureSource, on the thread that releases the last image of its window. Locks the mutex,
+    /// because this function could otherwise undo the event selection that a new CaptureSource makes on the
+    /// same window.
     void end(xcb_window_t window, CaptureSource* source) {
         {
             const MutexLock lock(sourcesMutex);
@@ -68,8 +69,9 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 
     X11Connection& connection;
     const RenderFormats formats;
-    /// Also keeps the event selections on one window in order. No thread waits for a reply while this mutex
-    /// is locked.
+    /// This mutex also stays locked while a CaptureSource changes its event selection, so that an old and a
+    /// new CaptureSource of one window do so in order. No thread waits for a reply while this mutex is
+    /// locked.
     Mutex sourcesMutex;
     std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber MIRROLET_GUARDED_BY(sourcesMutex);
 };
@@ -118,8 +120,8 @@ void X11WindowCapture::watchWindows() {
 }
 
 void X11WindowCapture::watchCompositingManager() {
-    // All windows get new pixmaps when a compositing manager starts or stops. The windows themselves get no
-    // event then.
+    // When a compositing manager starts or stops, all windows get new pixmaps, but the server sends no event
+    // for the windows.
     subscriptions.push_back(compositingManager.onChange([this] {
         for (const auto& source : sources->all())
             source->noteReplaced();
@@ -127,7 +129,7 @@ void X11WindowCapture::watchCompositingManager() {
 }
 
 bool X11WindowCapture::permitted() const {
-    // A server hides these extensions from a client that it does not trust.
+    // A server hides some of these extensions from a client that it does not trust.
     const auto& extensions = connection.extensions();
     return extensions.composite && extensions.damage && extensions.xfixes && formats.complete();
 }

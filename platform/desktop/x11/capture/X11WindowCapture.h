@@ -14,10 +14,10 @@ class CaptureSource;
 
 /// Captures windows with the COMPOSITE and DAMAGE extensions. A window is watched from its first image on
 /// until its last image is released, and is redirected while it is obscured. All images must be released
-/// before the connection.
+/// before the connection is destroyed.
 class X11WindowCapture final : public WindowCapture {
   public:
-    /// Must be called before the connection starts to read events.
+    /// Must be called before X11Connection::start().
     explicit X11WindowCapture(X11Connection& connection);
     ~X11WindowCapture() override;
 

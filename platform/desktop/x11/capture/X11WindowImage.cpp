@@ -23,8 +23,8 @@ Bitmap X11WindowImage::readBack() const {
         xcb_get_image(connection.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, stored->pixmap.id(), area.x, area.y,
                       area.width, area.height, ~0U));
     const std::size_t bytes = count * sizeof(std::uint32_t);
-    // These depths keep a pixel in 32 bits as red, green and blue. Others cannot be read without their
-    // visual.
+    // A pixel of depth 24 or 32 is 32 bits with red, green and blue. Pixels of any other depth cannot be read
+    // without knowing their layout, which X11 calls the visual.
     if (!reply || (reply->depth != 24 && reply->depth != 32) ||
         static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) < bytes)
         return {};

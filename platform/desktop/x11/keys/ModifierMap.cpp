@@ -16,7 +16,7 @@ constexpr xcb_keysym_t numLockSymbol = 0xff7f;
 constexpr xcb_keysym_t scrollLockSymbol = 0xff14;
 constexpr int modifierCount = 8;
 
-/// Key codes (evdev code + 8) of a modifier's left and right key.
+/// The key codes of a modifier's left and right key. A key code is the evdev code plus 8.
 struct Places {
     xcb_keycode_t left;
     xcb_keycode_t right;
@@ -34,8 +34,8 @@ std::uint16_t bitsOfKey(std::span<const xcb_keycode_t> mapping, xcb_keycode_t ke
     return bits;
 }
 
-/// Returns the bits that the left or the right key sets, without the locks. The left key decides. The right
-/// key decides if the left one is no modifier or is a lock, as when Ctrl and CapsLock are swapped.
+/// Returns the modifier bits of the left key, without the bits of the locks. Returns those of the right key
+/// if the left key has none, as when Ctrl and CapsLock are swapped.
 std::uint16_t bitsOfPlaces(std::span<const xcb_keycode_t> mapping, Places places, std::uint16_t locks) {
     const auto left = static_cast<std::uint16_t>(bitsOfKey(mapping, places.left) & ~locks);
     return left ? left : static_cast<std::uint16_t>(bitsOfKey(mapping, places.right) & ~locks);

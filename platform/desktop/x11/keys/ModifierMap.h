@@ -7,16 +7,16 @@ namespace mirrolet::platform::desktop::x11 {
 
 class X11Connection;
 
-/// The server's modifier bits that each modifier key sets. The keys are identified by their place on the
-/// keyboard. A plain value, for any thread.
+/// Tells which of the server's modifier bits each modifier key sets. A modifier key is identified by its
+/// place on the keyboard.
 struct ModifierMap {
     std::uint16_t superBits = 0;
     std::uint16_t shiftBits = 0;
     std::uint16_t altBits = 0;
     std::uint16_t controlBits = 0;
-    std::uint16_t lockBits = 0; ///< CapsLock, and NumLock and ScrollLock where they are modifiers.
+    std::uint16_t lockBits = 0; ///< The bits of CapsLock, and of NumLock and ScrollLock if they have any.
 
-    /// Asks the server for the map. Returns none if the server does not answer.
+    /// Asks the server which keys are modifiers. Returns none if the server does not answer.
     static std::optional<ModifierMap> read(const X11Connection& connection);
     /// Returns the bits of a combination of HotKeyModifier values. Returns none if one of the keys is no
     /// modifier on this keyboard.

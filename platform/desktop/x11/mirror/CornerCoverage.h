@@ -7,7 +7,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Returns the part of a pixel, 0 to 1, that lies inside a rectangle with round corners. The pixel must lie
+/// Returns how much of a pixel, from 0 to 1, lies inside a rectangle with round corners. The pixel must lie
 /// in the rectangle, and the radius must be at most half of the shorter side. The result is a close
 /// approximation.
 inline double cornerCoverage(int x, int y, PixelSize rectangle, double radius) {

@@ -12,10 +12,10 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr std::size_t guardedSteps = 2; ///< The guarded steps for a window that is read directly.
+constexpr std::size_t guardedSteps = 2; ///< How many of the first steps use the UnobscuredGuard.
 
-/// Returns the range of a step's result that depends on the pixels `from` to `to` of the step before. The
-/// range is one pixel wider on each side than the filter reaches, because of the server's rounding.
+/// Returns the range of a step's result that depends on the pixels `from` to `to` of the previous step. The
+/// range is one pixel wider on each side than the filter reaches, because the server rounds.
 std::pair<int, int> reached(int from, int to, double scale) {
     return {static_cast<int>(std::floor((from - 1) / scale)) - 1,
             static_cast<int>(std::ceil((to + 1) / scale)) + 1};
@@ -33,8 +33,8 @@ xcb_render_fixed_t fixed(double value) {
     return static_cast<xcb_render_fixed_t>(std::lround(value * 65536));
 }
 
-/// Scales one part. The part is read at the same scaled coordinates as in a drawing of the whole, so that it
-/// gets the same pixels.
+/// Scales one part of a picture. The part gets the same pixels as if the whole picture was scaled, because
+/// `from` is read at the same coordinates.
 void scale(X11Connection& connection, xcb_render_picture_t from, xcb_render_picture_t to, int left, int top,
            const PixelRect& part) {
     xcb_render_composite(connection.xcb(), XCB_RENDER_PICT_OP_SRC, from, XCB_RENDER_PICTURE_NONE, to,
@@ -69,8 +69,9 @@ void PictureScaler::rebuild() {
     }
     steps = planScaling(image->size(), size);
     nextSource = image->content()->direct();
-    // An obscured window draws nothing through the two guarded steps, but the overlay may have changed and
-    // the result must be put together again. The third step is not guarded: it uses the last good pixels.
+    // While a directly read window is obscured, the two guarded steps draw nothing, so their stored results
+    // keep the last good pixels. The last step still has to draw, for example because the overlay has
+    // changed. The last step must not be guarded, so there must be at least three steps.
     while (nextSource && steps.size() < guardedSteps + 1)
         steps.push_back({{size.width, 1}, {size.height, 1}});
     levels.resize(steps.size() - 1);
@@ -92,8 +93,9 @@ void PictureScaler::readFrom(xcb_drawable_t drawable, const StoredPixels& stored
         level.stale = {0, 0, level.surface.size.width, level.surface.size.height};
 }
 
-/// Makes the window the source. The copy was drawn before and stays visible if the window is obscured right
-/// now. The copy has the format and the geometry of the window.
+/// Makes the first step read the window itself. Until now the first step has read the copy of the window's
+/// pixels. If the window is obscured now, the stored results of the steps still show that copy. The format
+/// and the geometry are taken from the copy, because the window has the same ones.
 void PictureScaler::readDirectly(const DirectPixels& direct) {
     const ExpectErrors gone(connection, windowAndResourcesGone | windowGoneOrReplaced);
     readFrom(direct.window(), direct.copy());
@@ -125,8 +127,9 @@ void PictureScaler::refreshLevels() {
     }
 }
 
-/// Draws one step. A directly read window is checked before it is read, and again before its pixels go on to
-/// the next level, because another window may have obscured it in between.
+/// Draws one step. A directly read window is checked before the first step, which reads the window, and again
+/// before the second. The second check is needed because another window may have obscured this one between
+/// the first check and the reading.
 void PictureScaler::drawStep(std::size_t step, xcb_render_picture_t to, int left, int top,
                              const PixelRect& part) {
     const bool isGuarded = guard && step < guardedSteps;

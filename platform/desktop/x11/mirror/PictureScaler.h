@@ -20,14 +20,15 @@ class PictureScaler {
     PictureScaler(X11Connection& connection, const RenderFormats& formats)
         : connection(connection), formats(formats) {}
 
-    /// Sets the image to scale from now on (may be null) and the size to scale it to. Returns the part of the
-    /// result that has changed.
+    /// Sets the image that is scaled from now on, and the size of the result. `image` may be null. Returns
+    /// the part of the result that has changed.
     PixelRect setImage(std::shared_ptr<const X11WindowImage> image, PixelSize size);
-    /// Draws `part` of the result to a picture. The result's top-left corner lies at (left, top) there.
+    /// Draws `part` of the result to the picture `destination`. The top-left corner of the whole result lies
+    /// at (left, top) of that picture.
     void draw(xcb_render_picture_t destination, int left, int top, PixelRect part);
 
   private:
-    /// The result of one step. The last step has none, because it draws to the destination.
+    /// Keeps the result of one step. The last step has no Level, because it draws to the destination.
     struct Level {
         Surface surface;
         PixelRect stale; ///< The part to scale anew before the level is read.
@@ -47,10 +48,10 @@ class PictureScaler {
     std::shared_ptr<const X11WindowImage> image;
     PixelSize size;
     std::vector<ScaleStep> steps;
-    ServerPicture source;                 ///< Reads the window's pixmap, or the window itself.
-    std::optional<UnobscuredGuard> guard; ///< Set while the source is the window itself.
-    /// The window that becomes the source once its copy has been drawn. The pointer is valid as long as the
-    /// image.
+    ServerPicture source;                 ///< What the first step reads: a pixmap or the window.
+    std::optional<UnobscuredGuard> guard; ///< Set while `source` is the window itself.
+    /// The window that the first step reads once the copy of the window's pixels has been drawn. The pointer
+    /// is valid as long as `image` is held.
     const DirectPixels* nextSource = nullptr;
     std::vector<Level> levels;
 };

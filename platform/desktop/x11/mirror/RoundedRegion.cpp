@@ -8,11 +8,11 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// A partly covered pixel is blended with transparent black and looks dark, so pixels with less coverage than
-// this are left out.
+// A pixel on the edge of a round corner is blended with transparent black and looks dark. A pixel of which
+// less than this part lies inside the rounded rectangle is therefore left out.
 constexpr double leastCoverage = 0.8;
 
-/// Returns how many pixels at either end of a row are outside.
+/// Returns how many pixels at each end of a row lie outside of the round corners.
 int insetOfRow(int row, PixelSize size, double radius) {
     int inset = 0;
     while (inset < size.width / 2 && cornerCoverage(inset, row, size, radius) < leastCoverage)

@@ -9,16 +9,17 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr int largestPixmap = 32767;
-// The largest ratios at which the uneven step still loses little. Each is named for the size that the step
-// makes.
-constexpr double toTarget = 1.5;
-constexpr double toDouble = 3.3;
-constexpr double halvedToDouble = 6.5;
-constexpr double toFourfold = 6.8;
+// planFor() chooses the steps named beside the smallest constant that is not below the ratio of source size
+// to target size. If these steps make a multiple of the target size, halvings to the target size follow. At
+// ratios above `toFourfold`, the picture is first halved until the ratio is at most `toFourfold`.
+constexpr double toTarget = 1.5;       ///< One step to the target size.
+constexpr double toDouble = 3.3;       ///< One step to twice the target size.
+constexpr double halvedToDouble = 6.5; ///< A halving, then one step to twice the target size.
+constexpr double toFourfold = 6.8;     ///< One step to four times the target size.
 
 struct AxisPlan {
-    int halvings; ///< Exact halvings before the uneven step.
-    int multiple; ///< The uneven step makes this multiple of the target.
+    int halvings; ///< The number of exact halvings before the uneven step.
+    int multiple; ///< The uneven step makes the target size times this number.
 };
 
 AxisPlan planFor(double ratio) {
@@ -39,7 +40,9 @@ std::vector<AxisStep> planAxis(int from, int to) {
         multiple /= 2;
     std::vector<AxisStep> steps;
     int pixels = from;
-    double covered = from; // The picture's share of `pixels`. Halving an odd number adds half a pixel.
+    // How many of the `pixels` the picture covers. Halving an odd number of pixels adds half a pixel that the
+    // picture does not cover.
+    double covered = from;
     for (int i = 0; i < halvings; ++i) {
         pixels = (pixels + 1) / 2;
         covered /= 2;

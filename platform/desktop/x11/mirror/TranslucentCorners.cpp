@@ -11,7 +11,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-/// Returns the four corners as 2 × 2 squares. The colours are premultiplied, and only the alpha is used.
+/// Returns a bitmap of 2 × 2 squares with one round corner in each. The colours are premultiplied, and only
+/// the alpha is used.
 Bitmap cornerMask(int side, double radius) {
     const int edge = 2 * side;
     Bitmap bitmap{{edge, edge}, std::vector<std::uint32_t>(static_cast<std::size_t>(edge) * edge)};

@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Makes the four corners of a picture with alpha round, with smooth edges. To be used by one thread at a
+/// Rounds the four corners of a picture that has alpha, with smooth edges. To be used by one thread at a
 /// time.
 class TranslucentCorners {
   public:
@@ -16,15 +16,15 @@ class TranslucentCorners {
     TranslucentCorners(X11Connection& connection, const RenderFormats& formats, PixelSize size,
                        double radius);
 
-    /// Rounds the corners as far as they lie in `part`. To be called exactly once after each drawing of
-    /// `part`.
+    /// Rounds those parts of the corners that lie in `part`. Must be called exactly once after each drawing
+    /// of `part`, because a second call would make the edges of the corners more transparent.
     void cut(xcb_render_picture_t destination, PixelRect part) const;
 
   private:
     X11Connection& connection;
     int side = 0;                    ///< The side of the square around one corner.
-    Surface mask;                    ///< The four squares, side by side in two rows.
-    std::array<PixelRect, 4> places; ///< The four squares in the picture.
+    Surface mask;                    ///< The alpha of the four squares, in two rows.
+    std::array<PixelRect, 4> places; ///< Where the four squares lie in the picture.
 };
 
 } // namespace mirrolet::platform::desktop::x11

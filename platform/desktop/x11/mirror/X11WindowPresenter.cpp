@@ -57,8 +57,8 @@ void X11WindowPresenter::resize(PixelSize size, double cornerRadius) {
     canvas = makeSurface(connection, size, target.depth, target.format);
     if (target.translucent)
         corners.emplace(connection, formats, size, cornerRadius);
-    // The context is made on the canvas and not on the window, because the window may be destroyed at any
-    // time.
+    // The graphics context is made for the canvas and not for the window, because the window may be destroyed
+    // at any time.
     const std::uint32_t noExposures = 0;
     context = {connection, xcb_generate_id(connection.xcb())};
     xcb_create_gc(connection.xcb(), context.id(), canvas.pixmap.id(), XCB_GC_GRAPHICS_EXPOSURES,
@@ -92,8 +92,8 @@ void X11WindowPresenter::watch(std::shared_ptr<const WindowContent> content) {
 }
 
 bool X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image) {
-    // A main thread that is drawing, or has something to draw, presents this image as well. A capture never
-    // waits for the main thread.
+    // A capture never waits for the main thread, so the mutex is only tried. If the main thread is drawing or
+    // has something to draw, the main thread draws this image as well.
     if (!presenterMutex.try_lock())
         return false;
     const MutexLock lock(presenterMutex, std::adopt_lock);
@@ -106,7 +106,7 @@ bool X11WindowPresenter::show(const std::shared_ptr<const X11WindowImage>& image
 
 void X11WindowPresenter::take(std::shared_ptr<const X11WindowImage> image, PixelRect rect) {
     const bool moved = std::exchange(pictureRect, rect) != rect;
-    // A newer image may have been shown while this one was on its way.
+    // A capture may already have shown a newer image of the same content.
     const bool isKnown = image == picture || (image && picture && image->precedes(*picture));
     if (isKnown && !moved)
         return;
@@ -140,14 +140,14 @@ void X11WindowPresenter::draw() {
     const auto part = std::exchange(stale, {});
     if (isEmpty(part))
         return;
-    const ExpectErrors gone(connection, windowAndResourcesGone); // Of the source window or the panel.
+    const ExpectErrors gone(connection, windowAndResourcesGone); // The source window or mirror may be gone.
     drawCanvas(part);
     if (corners)
         corners->cut(canvas.picture.id(), part);
     copyToWindow(part);
 }
 
-/// Draws every pixel of the part again, opaque. The corners in the part are square afterwards.
+/// Draws every pixel of the part again, opaque. The corners that lie in the part are square afterwards.
 void X11WindowPresenter::drawCanvas(const PixelRect& part) {
     if (!picture || !contains(pictureRect, part)) {
         const auto area = toRectangle(part);
@@ -180,7 +180,8 @@ void X11WindowPresenter::copyToWindow(const PixelRect& part) {
 
 void X11WindowPresenter::repair(PixelRect area) {
     const MutexLock lock(presenterMutex);
-    // A part that will be drawn anew, or was never drawn, need not be copied.
+    // The canvas is not copied before it was drawn, nor while all of it is stale. The next present() then
+    // draws the canvas and copies all of it.
     const auto part = intersection(area, whole());
     if (!canvas.pixmap || isEmpty(part) || stale == whole())
         return;

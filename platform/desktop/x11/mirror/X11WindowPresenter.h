@@ -13,17 +13,17 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Puts a mirror together with RENDER. Background, picture and overlay are drawn to a canvas. The canvas's
-/// corners are made round where the window can be translucent, and the canvas is copied to the window. The
-/// canvas stays on the server from frame to frame, only what has changed is drawn again, and no request waits
-/// for a reply. If the window has been destroyed in between, the requests have no effect.
+/// Composes the content of a mirror by means of RENDER. Background, picture and overlay are drawn to a
+/// canvas. If the window can be translucent, the canvas's corners are made round. The canvas is then copied
+/// to the window. The canvas stays on the server from frame to frame, and only what has changed is drawn
+/// again. No request waits for a reply. The requests have no effect if the window has been destroyed.
 ///
-/// A change that a capture finds in the picture is drawn at once on the capturing thread, unless the main
-/// thread is about to draw anyway.
+/// When a capture finds a change in the picture, the capturing thread draws the change at once. If the main
+/// thread is about to draw anyway, it draws the change instead of the capturing thread.
 class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
   public:
-    /// Returns nullptr on a server without RENDER, and for a window that is gone. Waits for the server; no
-    /// later call does.
+    /// Returns nullptr on a server without RENDER, and for a window that is gone. Waits for the server. No
+    /// other function of this class waits.
     static std::unique_ptr<WindowPresenter> make(X11Connection& connection, WindowNumber window);
     ~X11WindowPresenter() override;
     X11WindowPresenter(const X11WindowPresenter&) = delete;
@@ -61,14 +61,14 @@ class X11WindowPresenter final : public WindowPresenter, private ImageViewer {
     const Target target;
     std::shared_ptr<const WindowContent> watched; ///< Used by the main thread only.
 
-    /// Not held while `watched` changes, because a capture that shows an image holds the viewers' mutex and
-    /// tries to lock this one.
+    /// Must not be held while `watched` changes, because that change locks the `viewersMutex` of a content. A
+    /// capture locks the two in the other order: `viewersMutex` first, and then this mutex in show().
     Mutex presenterMutex;
     ServerContext context MIRROLET_GUARDED_BY(presenterMutex);
     PictureScaler scaler MIRROLET_GUARDED_BY(presenterMutex);
-    /// Background, picture, overlay and round corners, with the window's depth.
+    /// Holds the composed background, picture, overlay and round corners, in the window's depth.
     Surface canvas MIRROLET_GUARDED_BY(presenterMutex);
-    /// Premultiplied colours. Empty before the first setOverlay().
+    /// The overlay with premultiplied colours. Empty before the first setOverlay().
     Surface overlay MIRROLET_GUARDED_BY(presenterMutex);
     std::optional<TranslucentCorners> corners MIRROLET_GUARDED_BY(presenterMutex);
     std::uint32_t background MIRROLET_GUARDED_BY(presenterMutex) = 0xff000000;

@@ -6,8 +6,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Selects the events of one panel for all parts of the panel, as long as this object exists. Qt made the
-/// panel's native window.
+/// Selects events on a panel's native window as long as this object exists. All classes that handle the same
+/// panel share this object, because a connection has only one event selection for each window.
 class PanelEvents {
   public:
     PanelEvents(X11Connection& connection, xcb_window_t panel);
@@ -15,7 +15,7 @@ class PanelEvents {
     PanelEvents(const PanelEvents&) = delete;
     PanelEvents& operator=(const PanelEvents&) = delete;
 
-    /// Calls the handler with each such event of the panel itself, on the connection's thread.
+    /// Calls the handler with each event of this type on the panel's own window, on the connection's thread.
     template <typename Event, typename Handler>
     [[nodiscard]] X11Connection::Subscription subscribe(Handler handler) const {
         return connection.subscribe<Event>(panel, std::move(handler));

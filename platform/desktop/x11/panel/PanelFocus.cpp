@@ -37,12 +37,14 @@ PanelFocus::~PanelFocus() {
 
 void PanelFocus::take() {
     const MutexLock lock(focusMutex);
-    // The focus may have gone from the panel to no window, and from there anywhere without an event to us.
+    // The server is asked who has the focus, because the events do not always tell. If the focus goes from
+    // the panel to no window and then to another window, this client gets no event for the second change.
     const bool lost = state == State::held && focused() != panel;
     if (state != State::without && !lost)
         return;
     state = State::awaitingTime;
-    // Only an event tells the server's time, and an empty change of our own property causes one.
+    // The server's time is known only from events. An empty change of a property of our own window makes the
+    // server send such an event.
     const auto& atoms = connection.atoms();
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, connection.ownWindow(), atoms._MIRROLET_TIME,
                         XCB_ATOM_INTEGER, 32, 0, nullptr);
@@ -73,8 +75,8 @@ void PanelFocus::mapped() {
 }
 
 void PanelFocus::unmapped() {
-    // The focus is given back here and not only in giveBack(), because a window manager that sees the focus
-    // fall to nobody picks a window itself.
+    // The focus is given back now, because a later giveBack() would be too late. As soon as no window has the
+    // focus, a window manager itself chooses a window for the focus.
     const MutexLock lock(focusMutex);
     if (state != State::held)
         return;
@@ -114,18 +116,19 @@ void PanelFocus::rememberOwner() {
 
 void PanelFocus::tryFocus() {
     if (!focus(panel, XCB_INPUT_FOCUS_POINTER_ROOT, since))
-        return; // Not viewable yet. The next map or visibility event tries again.
+        return; // The panel is not viewable yet. The next map or visibility event tries again.
     state = State::held;
     if (focusIsOurs())
         return;
-    state = State::without; // The user chose another window in the meantime, and keeps it.
+    state = State::without; // The user has chosen another window meanwhile.
     previousFocus.end(panel);
 }
 
 void PanelFocus::restore() {
     if (!focusIsOurs())
         return;
-    // The time is that of our own taking, so the server refuses this if anyone has moved the focus since.
+    // `since` is the time at which the panel asked for the focus. The server refuses this request if the
+    // focus was moved after the panel got the focus.
     bool restored = focus(owner, ownerRevertTo, since);
     if (!restored && isWindow(active) && active != owner)
         restored = focus(active, XCB_INPUT_FOCUS_PARENT, since);
@@ -134,7 +137,7 @@ void PanelFocus::restore() {
 }
 
 bool PanelFocus::focus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time) {
-    // BadMatch: the window cannot be seen.
+    // The server answers BadMatch if the window is not viewable.
     return connection.succeeds(xcb_set_input_focus_checked(connection.xcb(), revertTo, window, time),
                                windowGone | ErrorSet{XError::match});
 }

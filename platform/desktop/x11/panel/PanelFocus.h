@@ -10,9 +10,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Takes the focus for one panel and gives it back. Each change of the focus carries the time at which the
-/// panel asked for it, so the server itself refuses the change once the user has chosen another window after
-/// that time.
+/// Takes the focus for one panel and gives it back. Each request carries the time at which the panel asked
+/// for the focus. If the user has chosen another window since that time, the server refuses the request.
 class PanelFocus {
   public:
     PanelFocus(X11Connection& connection, const PanelEvents& events, PreviousFocus& previousFocus,
@@ -21,7 +20,7 @@ class PanelFocus {
     PanelFocus(const PanelFocus&) = delete;
     PanelFocus& operator=(const PanelFocus&) = delete;
 
-    /// Returns at once; the focus follows as soon as the panel is viewable.
+    /// Asks for the focus and returns at once. The panel gets the focus as soon as it is viewable.
     void take();
     /// Gives the focus back if the panel has it, or has just lost it by being unmapped.
     void giveBack();
@@ -41,14 +40,14 @@ class PanelFocus {
     /// Returns the window that has the focus; None and PointerRoot are possible. Returns no value if the
     /// server does not answer.
     [[nodiscard]] std::optional<xcb_window_t> focused() const;
-    /// Returns whether the panel or no window has the focus.
+    /// Returns true if the panel has the focus, and also if no window has the focus.
     [[nodiscard]] bool focusIsOurs() const;
 
     X11Connection& connection;
     PreviousFocus& previousFocus;
     xcb_window_t panel;
 
-    Mutex focusMutex; ///< Held while the server is asked.
+    Mutex focusMutex; ///< Stays locked while the server is asked.
     State state MIRROLET_GUARDED_BY(focusMutex) = State::without;
     xcb_timestamp_t since MIRROLET_GUARDED_BY(focusMutex) = XCB_CURRENT_TIME;
     /// The window that had the focus before the panel; None and PointerRoot are possible.

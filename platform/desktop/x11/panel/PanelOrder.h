@@ -8,15 +8,15 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Keeps the floating panels that are shown, and decides where each belongs among the windows of the screen.
-/// This class only decides; PanelStack asks the server and moves the windows. Stacking orders are bottom to
-/// top.
+/// Stores the floating panels that are shown, and decides where each panel belongs among the windows of the
+/// screen. This class only decides, while PanelStack asks the server and moves the windows. All stacking
+/// orders are bottom to top.
 class PanelOrder {
   public:
     using Windows = std::vector<WindowNumber>;
 
     enum class Place { above, below };
-    /// A window that has to be placed right above or right below another one.
+    /// A window that has to be moved right above or right below its new sibling.
     struct Move {
         WindowNumber window;
         Place place;
@@ -25,19 +25,21 @@ class PanelOrder {
     };
 
     [[nodiscard]] bool empty() const { return panels.empty(); }
-    /// Puts a panel in front of the others of its level.
+    /// Adds a panel in front of the other panels of its level. Moves the panel there if it is shown already.
     void show(WindowNumber panel, int level);
-    /// Returns false if the panel is not shown.
+    /// Removes a panel. Returns false if the panel is not shown.
     bool hide(WindowNumber panel);
-    /// Returns false if the panel is not shown.
+    /// Changes a panel's level. Returns false if the panel is not shown.
     bool setLevel(WindowNumber panel, int level);
-    /// Sets the window that belongs right below a panel; 0 for none.
+    /// Sets the shadow window that belongs right below a panel. 0 means no shadow.
     void setShadow(WindowNumber panel, WindowNumber shadow);
 
-    /// Returns the windows above the lowest panel, without the panels themselves.
+    /// Returns the windows above the lowest panel, without the panels themselves. `order` is the stacking
+    /// order.
     [[nodiscard]] Windows windowsAbove(const Windows& order) const;
-    /// Returns the moves, in order, that put all panels above `opponent`, sort the panels by level, and put
-    /// each shadow below its panel. Without an opponent, the panels are only sorted where they are.
+    /// Returns the moves, in order, that put all panels above the window `opponent`, sort the panels by
+    /// level, and put each shadow below its panel. Without an opponent, the panels are only sorted among
+    /// themselves. `order` is the stacking order.
     [[nodiscard]] std::vector<Move> moves(Windows order, std::optional<WindowNumber> opponent) const;
 
   private:

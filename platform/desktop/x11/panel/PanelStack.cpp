@@ -9,7 +9,9 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// The server answers BadMatch if the window still exists, but in another parent.
+// The errors that moving a window causes if the window or its new sibling is gone. The new sibling is the
+// window right above or below which the moved window is placed. The server answers BadMatch if the sibling
+// still exists, but has another parent now.
 constexpr ErrorSet siblingGone = windowGone | ErrorSet{XError::match};
 
 } // namespace
@@ -20,8 +22,9 @@ PanelStack::PanelStack(X11Connection& connection) : connection(connection) {
     subscriptions.push_back(connection.subscribe<xcb_configure_notify_event_t>(
         root, [this](const auto& event) { configured(event); }));
     subscriptions.push_back(connection.subscribe<xcb_map_notify_event_t>(root, check));
-    // A window is reparented into a frame, which may be above the panels, or back to the root when a window
-    // manager ends.
+    // A window manager puts a window into a frame window, which may be above the panels. When the window
+    // manager ends, the server makes the window a child of the root window again. The window may be above the
+    // panels then, too.
     subscriptions.push_back(connection.subscribe<xcb_reparent_notify_event_t>(root, check));
     subscriptions.push_back(connection.subscribe<xcb_circulate_notify_event_t>(root, check));
     subscriptions.push_back(connection.subscribe<xcb_destroy_notify_event_t>(
@@ -71,8 +74,9 @@ void PanelStack::setShadow(xcb_window_t panel, xcb_window_t shadow) {
         carryOut({shadow, PanelOrder::Place::below, panel});
 }
 
-/// Sends a message to this client itself. The message arrives after every event that is already under way, so
-/// a burst of events (a switched workspace) costs one check.
+/// Changes a property of our own window, which makes the server send an event to this client. That event
+/// arrives after all events that are already under way. A burst of events, as when the user switches the
+/// workspace, therefore costs only one check.
 void PanelStack::requestCheck() {
     const MutexLock lock(panelsMutex);
     if (panels.empty() || std::exchange(checkPending, true))
@@ -111,12 +115,12 @@ void PanelStack::check(const PanelOrder& shown) {
     const auto opponent = limit.topmostAllowed(opponents, RaiseLimit::Clock::now());
     for (const auto& move : shown.moves(order, opponent))
         if (!carryOut(move))
-            return requestCheck(); // The sibling has been destroyed in the meantime.
+            return requestCheck(); // A window of this move has been destroyed meanwhile.
     connection.flush();
 }
 
-/// Moves one window. Returns false if a panel could not be moved. A shadow's move is not checked, because a
-/// shadow that is gone needs no place.
+/// Moves one window. Returns false if a panel could not be moved. Does not check whether a shadow was moved,
+/// because a shadow that is gone needs no place.
 bool PanelStack::carryOut(const PanelOrder::Move& move) {
     constexpr std::uint16_t mask = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
     if (move.place == PanelOrder::Place::below) {
@@ -125,7 +129,7 @@ bool PanelStack::carryOut(const PanelOrder::Move& move) {
         xcb_configure_window(connection.xcb(), move.window, mask, values);
         return true;
     }
-    siblings.note(move.window, move.sibling); // The report of our own move is no news.
+    siblings.note(move.window, move.sibling); // The event about this move then causes no check.
     const std::uint32_t values[] = {move.sibling, XCB_STACK_MODE_ABOVE};
     return connection.succeeds(xcb_configure_window_checked(connection.xcb(), move.window, mask, values),
                                siblingGone);

@@ -11,8 +11,8 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Keeps this process's floating panels above every application's windows, full-screen ones too, and below
-/// menus and tooltips. No window manager does that for override-redirect windows, which the panels are.
-/// Watches the stacking only while a panel is shown, and works on the connection's thread.
+/// menus and tooltips. The panels are override-redirect windows, and no window manager does this for such
+/// windows. Watches the stacking only while a panel is shown, and works on the connection's thread.
 class PanelStack {
   public:
     explicit PanelStack(X11Connection& connection);
@@ -20,13 +20,14 @@ class PanelStack {
     PanelStack(const PanelStack&) = delete;
     PanelStack& operator=(const PanelStack&) = delete;
 
-    /// Puts a panel in front of the others of its level. May be called on any thread.
+    /// Starts to keep a panel above other windows, in front of the other panels of its level. May be called
+    /// on any thread.
     void show(xcb_window_t panel, int level);
     void hide(xcb_window_t panel);
-    /// Does nothing for a panel that is not shown.
+    /// Changes a panel's level. Does nothing for a panel that is not shown.
     void setLevel(xcb_window_t panel, int level);
-    /// Sets the window that belongs right below a panel from now on; XCB_WINDOW_NONE for none. May be called
-    /// on any thread.
+    /// Sets the shadow window that belongs right below a panel from now on. XCB_WINDOW_NONE means no shadow.
+    /// May be called on any thread.
     void setShadow(xcb_window_t panel, xcb_window_t shadow);
 
   private:
@@ -43,7 +44,7 @@ class PanelStack {
     PanelOrder panels MIRROLET_GUARDED_BY(panelsMutex);
     bool checkPending MIRROLET_GUARDED_BY(panelsMutex) = false;
 
-    // Used by the connection's thread only.
+    // Only the connection's thread uses these two members.
     SiblingsBelow siblings;
     RaiseLimit limit;
 

@@ -17,15 +17,15 @@ class RaiseLimit {
     /// The limit is higher than the rate at which anybody switches windows.
     static constexpr int mostRaisesASecond = 8;
 
-    /// Returns the topmost of these windows (bottom to top) that the panels may be raised above now. Counts
-    /// the raise for that window and for those above it.
+    /// Returns the topmost window that the panels may be raised above now. `windows` is ordered bottom to
+    /// top. Counts the raise for that window and for those above it.
     std::optional<WindowNumber> topmostAllowed(const std::vector<WindowNumber>& windows,
                                                Clock::time_point now);
     void forget(WindowNumber window) { raises.erase(window); }
     void clear() { raises.clear(); }
 
   private:
-    /// The raises above one window within a second.
+    /// Counts the raises above one window within a second.
     struct Raises {
         Clock::time_point began;
         int count = 0;

@@ -8,15 +8,15 @@ namespace mirrolet::platform::desktop::x11 {
 
 /// Asks the window manager to put one managed panel in front of the other windows, without the focus.
 ///
-/// The panel is shown without a claim to the focus, so some window managers map it below the focused window,
-/// and refuse an ordinary raise of a window that the user has not used later than the focused one.
+/// The panel is mapped without asking for the focus, so some window managers put it below the focused window.
+/// They also refuse an ordinary raise, because the user has used the focused window later than the panel.
 class RaiseRequest {
   public:
     RaiseRequest(X11Connection& connection, xcb_window_t panel);
     RaiseRequest(const RaiseRequest&) = delete;
     RaiseRequest& operator=(const RaiseRequest&) = delete;
 
-    /// The panel must be mapped. Returns at once; the request follows when the server's time is known.
+    /// Returns at once. The request is sent when the server's time is known. The panel must be mapped.
     void send();
 
   private:

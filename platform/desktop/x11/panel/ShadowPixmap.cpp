@@ -17,7 +17,7 @@ ServerPixmap makePixmap(X11Connection& connection, PixelSize size) {
     return {connection, id};
 }
 
-/// Copies a pixmap into a longer one on the server, and repeats the line in its middle.
+/// Copies a pixmap into a longer one on the server. Fills the longer one by repeating the line in the middle.
 class Lengthening {
   public:
     enum class Direction { horizontal, vertical };
@@ -32,7 +32,7 @@ class Lengthening {
         copy(from, to, 0, 0, middle + 1);
         copy(from, to, middle + 1, toLength - rest, rest);
         const int wanted = toLength - rest - middle;
-        for (int done = 1; done < wanted; done *= 2) // Each copy doubles what is there.
+        for (int done = 1; done < wanted; done *= 2) // Each copy doubles the repeated part.
             copy(to, to, middle, middle + done, std::min(done, wanted - done));
     }
 

@@ -15,12 +15,12 @@ class ShadowPixmap {
   public:
     explicit ShadowPixmap(X11Connection& connection) : connection(connection) {}
 
-    /// Returns a pixmap of argbDepth, as large as the panel with the shadow's reach on each side. Lengths are
-    /// in pixels.
+    /// Returns a pixmap of the depth argbDepth that holds the shadow. On each side the pixmap is larger than
+    /// the panel, by the number of pixels that reachOf() returns. Lengths are in pixels.
     ServerPixmap make(PixelSize panel, double cornerRadius, const PanelShadow& shadow);
 
   private:
-    /// The values for which the kept image was computed.
+    /// The values from which `core` was computed.
     struct Key {
         PixelSize panel;
         double cornerRadius = 0;

@@ -8,8 +8,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 class CompositingManager;
 
-/// Makes a window's corners round by the window's shape while no compositing manager runs, because the
-/// window's alpha has no effect then. To be used by the main thread.
+/// Makes a window's corners round while no compositing manager runs. Uses the window's shape for this,
+/// because the window's alpha has no effect without a compositing manager. To be used by the main thread.
 class ShapedCorners {
   public:
     ShapedCorners(X11Connection& connection, CompositingManager& compositingManager, xcb_window_t window);
@@ -24,7 +24,7 @@ class ShapedCorners {
     X11Connection& connection;
     CompositingManager& compositingManager;
     xcb_window_t window;
-    Mutex cornersMutex; ///< Needed because the connection's thread follows the compositing manager.
+    Mutex cornersMutex; ///< Needed because the connection's thread calls apply() too.
     PixelSize size MIRROLET_GUARDED_BY(cornersMutex);
     double radius MIRROLET_GUARDED_BY(cornersMutex) = 0;
     X11Connection::Subscription subscription;

@@ -6,9 +6,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Remembers which window each top-level window was last reported to be right above. The server repeats that
-/// sibling with every step of a move or resize, and such a report does not mean that the stacking has
-/// changed.
+/// Remembers for each top-level window which sibling is right below it, according to the server's last event.
+/// The server repeats the sibling in every event of a move or resize. An event therefore tells of a new
+/// stacking only if it names another sibling.
 class SiblingsBelow {
   public:
     /// Notes the sibling. Returns false if this sibling is known already.

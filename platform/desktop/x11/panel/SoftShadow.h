@@ -5,11 +5,13 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Returns the distance from a panel's edge, outside and inside, within which the shadow's blur can be seen.
+/// Returns the distance from a panel's edge within which the shadow's blur can be seen. The blur reaches
+/// equally far outside and inside.
 int reachOf(const PanelShadow& shadow);
 
-/// Returns the shadow of a rectangle with round corners, in black with an alpha that a Gaussian has blurred.
-/// The bitmap is as large as the rectangle plus the shadow's reach on each side, without the offset.
+/// Returns the shadow of a rectangle with round corners. The shadow is black, and its alpha is blurred with a
+/// Gaussian. The bitmap is larger than the rectangle by the shadow's reach on each side. The shadow's offset
+/// is not applied.
 Bitmap softShadow(PixelSize rectangle, double radius, const PanelShadow& shadow);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -15,7 +15,7 @@ struct Candidate {
     xcb_window_t topLevel;
     bool overrideRedirect;
     std::vector<xcb_window_t> children;
-    xcb_window_t client; ///< The window inside a frame; the top level itself where there is no frame.
+    xcb_window_t client; ///< The window inside a frame. Without a frame, the top-level window itself.
 };
 
 std::vector<xcb_window_t> childrenFrom(const X11Connection& connection, xcb_query_tree_cookie_t cookie) {
@@ -26,8 +26,8 @@ std::vector<xcb_window_t> childrenFrom(const X11Connection& connection, xcb_quer
     return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
-/// Sends all requests before it waits for the first reply, so this costs one round trip for any number of
-/// windows.
+/// Returns those top-level windows that are viewable. Sends all requests before it waits for the first reply,
+/// so there is one round trip for any number of windows.
 std::vector<Candidate> viewableOf(const X11Connection& connection,
                                   const std::vector<xcb_window_t>& topLevels) {
     std::vector<xcb_get_window_attributes_cookie_t> attributeCookies;
@@ -49,9 +49,9 @@ std::vector<Candidate> viewableOf(const X11Connection& connection,
     return found;
 }
 
-/// Finds the client's window inside a window manager's frame. The number of a window tells which client made
-/// it, so the child that another client than the window manager made is the client's window. WM_STATE would
-/// tell this as well, but only some time after the map event.
+/// Finds the client's window inside a window manager's frame. A window's number tells which client made the
+/// window. The client's window is therefore the window in the frame that the window manager did not make.
+/// WM_STATE would tell this as well, but only some time after the map event.
 class FrameReader {
   public:
     explicit FrameReader(const X11Connection& connection)
@@ -68,7 +68,7 @@ class FrameReader {
     void findClient(Candidate& candidate) const {
         const auto owner = ownerOf(candidate.topLevel);
         if (owner == 0)
-            return; // The server's overlay window, in which a compositing manager draws.
+            return; // This is the server's window for compositing managers.
         if (takeForeign(candidate, owner, candidate.children))
             return;
         std::vector<xcb_query_tree_cookie_t> cookies;
@@ -108,7 +108,8 @@ bool isApplication(const Atoms& atoms, const Candidate& candidate, std::span<con
         return false;
     if (candidate.client != candidate.topLevel || !candidate.overrideRedirect)
         return true;
-    // Many programs call every window "normal", even pop-ups and screen lockers.
+    // The type "normal" proves nothing, because many programs give it to every window, even to pop-ups and
+    // screen lockers.
     return type != XCB_ATOM_NONE && type != atoms._NET_WM_WINDOW_TYPE_NORMAL;
 }
 

@@ -17,9 +17,10 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-constexpr int largestSide = 16384; // The largest panel side with which a shadow fits the protocol's 16 bits.
+// The largest side of a panel whose shadow still fits the 16 bits that the protocol has for lengths.
+constexpr int largestSide = 16384;
 
-/// Returns XCB_NONE on a server without translucent windows.
+/// Returns a visual for translucent windows. Returns XCB_NONE if the server has no such visual.
 xcb_visualid_t argbVisual(const xcb_screen_t& screen) {
     for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem; xcb_depth_next(&depth)) {
         if (depth.data->depth != argbDepth)
@@ -69,7 +70,7 @@ void WindowShadow::setRadius(double newRadius) {
 }
 
 void WindowShadow::panelMapped() {
-    // The server is asked, because no event tells where the panel was when it was made.
+    // The panel's place is asked for, because an event tells the place only when the panel moves.
     const auto geometry =
         connection.reply<xcb_get_geometry_reply>(xcb_get_geometry(connection.xcb(), panel), windowGone);
     const MutexLock lock(shadowMutex);
@@ -145,7 +146,7 @@ void WindowShadow::make() {
     painted = {};
 }
 
-/// Sets a window type that compositing managers neither animate nor give a shadow of their own.
+/// Sets a window type for which compositing managers show neither an animation nor a shadow of their own.
 void WindowShadow::writeProperties() const {
     const auto& atoms = connection.atoms();
     const std::uint32_t none = 0;
@@ -175,11 +176,11 @@ void WindowShadow::paint() {
     xcb_clear_area(connection.xcb(), 0, window.id(), 0, 0, 0, 0);
 }
 
-/// Cuts the part that lies under the panel out of the shadow, because a compositing manager would blend it
-/// anew with every frame of the mirror.
+/// Cuts the part that lies under the panel out of the shadow. Otherwise a compositing manager would blend
+/// that part again for every frame of the mirror.
 void WindowShadow::cutOut() const {
     const auto outer = place();
-    const int inset = static_cast<int>(std::ceil(radius * 0.3)) + 1; // Clear of the round corners.
+    const int inset = static_cast<int>(std::ceil(radius * 0.3)) + 1; // Keeps the hole off the round corners.
     const PixelRect hole{panelRect.x - outer.x + inset, panelRect.y - outer.y + inset,
                          panelRect.width - 2 * inset, panelRect.height - 2 * inset};
     const int right = hole.x + hole.width;

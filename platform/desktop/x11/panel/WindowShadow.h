@@ -13,10 +13,10 @@ namespace mirrolet::platform::desktop::x11 {
 class CompositingManager;
 class PanelStack;
 
-/// The shadow of one floating panel: a translucent window right below the panel, which exists while the panel
-/// is mapped and a compositing manager runs. The shadow follows the panel's place as the server reports it.
-/// It is painted only when the panel's size changes, because the server keeps the image as the window's
-/// background.
+/// Shows the shadow of one floating panel. The shadow is a translucent window right below the panel. That
+/// window exists while the panel is mapped and a compositing manager runs. It follows the panel when the
+/// server reports a move. The shadow is painted only when the panel's size changes, because the server keeps
+/// the image as the window's background.
 class WindowShadow {
   public:
     WindowShadow(X11Connection& connection, const PanelEvents& events, CompositingManager& compositingManager,
@@ -32,7 +32,7 @@ class WindowShadow {
     using ServerWindow = ServerResource<&xcb_destroy_window>;
     using ServerColourMap = ServerResource<&xcb_free_colormap>;
 
-    /// The values for which the window's background was last made.
+    /// The values for which the shadow window's background was last made.
     struct Painted {
         PixelSize panel;
         double radius = 0;
@@ -56,7 +56,7 @@ class WindowShadow {
     PanelStack& stack;
     xcb_window_t panel;
 
-    Mutex shadowMutex; ///< Locked before the mutex of the panel stack.
+    Mutex shadowMutex; ///< Must be locked before PanelStack's mutex.
     PanelShadow shadow MIRROLET_GUARDED_BY(shadowMutex);
     double radius MIRROLET_GUARDED_BY(shadowMutex) = 0;
     bool mapped MIRROLET_GUARDED_BY(shadowMutex) = false;

@@ -12,7 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds longestWait{500};
 constexpr std::uint32_t withdrawn = 0;
 constexpr std::uint32_t iconic = 3;
-constexpr std::uint32_t stateLength = 8; // Bytes.
+constexpr std::uint32_t stateLength = 8; // In bytes.
 
 } // namespace
 
@@ -27,7 +27,8 @@ WmStateWaiter::WmStateWaiter(X11Connection& connection, const PanelEvents& event
 }
 
 void WmStateWaiter::awaitMapped() {
-    // Iconic means that the window manager keeps the window hidden, for example on another workspace.
+    // Iconic means that the window manager has handled the map, but keeps the window hidden, for example on
+    // another workspace.
     await([this](const State& now) {
         return now.managed == iconic || (now.mapped && (now.managed != withdrawn || !managerLives()));
     });
@@ -54,8 +55,8 @@ WmStateWaiter::State WmStateWaiter::state() const {
             items.empty() ? withdrawn : items.front()};
 }
 
-/// Returns whether a window manager is running. WM_STATE does not tell this, because it stays on the windows
-/// when a window manager ends.
+/// Returns whether a window manager is running. WM_STATE does not tell this, because the property stays on
+/// the windows when a window manager ends.
 bool WmStateWaiter::managerLives() const {
     WindowManagerCheck check(connection);
     return check.askManager() && check.managerLives();

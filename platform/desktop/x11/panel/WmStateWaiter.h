@@ -9,19 +9,20 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Waits until the window manager has done its part of a map or an unmap of one window. A window manager that
-/// gets the next request too early mistakes it for the last one, and the window stays hidden or shown.
-/// Without a window manager there is nothing to wait for. Not to be called from the connection's thread.
+/// Waits until the window manager has handled a map or an unmap of one window. If the opposite request came
+/// before that, the window manager could mix up the two requests, and the window would stay hidden or shown.
+/// Without a window manager, only the server's own map or unmap is waited for. Must not be called on the
+/// connection's thread.
 class WmStateWaiter {
   public:
     WmStateWaiter(X11Connection& connection, const PanelEvents& events, xcb_window_t window);
     WmStateWaiter(const WmStateWaiter&) = delete;
     WmStateWaiter& operator=(const WmStateWaiter&) = delete;
 
-    /// Returns when the window is mapped and managed, or after half a second, because a window manager that
-    /// hangs must not block us for longer.
+    /// Returns when the window manager has handled the map. Returns after half a second at the latest,
+    /// because a hanging window manager must not block the caller for longer.
     void awaitMapped();
-    /// Returns when the window manager no longer manages the unmapped window, or after half a second.
+    /// Returns when the window manager has handled the unmap, or after half a second at the latest.
     void awaitWithdrawn();
 
   private:
@@ -38,7 +39,7 @@ class WmStateWaiter {
 
     X11Connection& connection;
     xcb_window_t window;
-    Mutex stateMutex; ///< Held while the server is asked, so that no change in between is missed.
+    Mutex stateMutex; ///< Stays locked while the server is asked, so that no change is missed.
     ConditionVariable change;
     X11Connection::Subscription subscriptions[3];
 };

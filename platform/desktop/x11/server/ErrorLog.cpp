@@ -17,8 +17,9 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// How many ranges are kept. A range is kept until an event tells that the server has passed the range. A
-// server that is this many ranges behind has stopped answering.
+// The largest number of ranges of requests that are kept. A range is dropped once an event shows that the
+// server has processed the range's requests. If more ranges than this remain, the server has stopped
+// answering, and the oldest range is dropped.
 constexpr std::size_t mostRanges = 1024;
 
 constexpr std::array<std::string_view, 22> names = {

@@ -14,23 +14,23 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Logs each unexpected error of the server once, with the request's name. An unexpected error is a fault of
-/// this program. Any thread.
+/// this program. May be used by any thread.
 class ErrorLog {
   public:
     explicit ErrorLog(const Extensions& extensions) : extensions(extensions) {}
 
-    /// Begins a range of requests that may meet the `expected` errors. The range begins after the request of
-    /// this sequence number. Returns the range's number for endRange().
+    /// Begins a range of requests that may cause the `expected` errors. The range begins after the request
+    /// with this sequence number. Returns a number to pass to endRange().
     std::uint64_t beginRange(std::uint32_t sequence, ErrorSet expected);
-    /// Ends a range before the request of this sequence number.
+    /// Ends a range. The range ends before the request with this sequence number.
     void endRange(std::uint64_t number, std::uint32_t sequence);
-    /// Forgets the ranges before this sequence number. Must be called only after the errors of all earlier
-    /// requests have been noted.
+    /// Forgets the ranges that end before this sequence number. Must be called only after note() has been
+    /// called for the errors of all earlier requests.
     void noteAnswered(std::uint32_t sequence);
 
-    /// Logs the error unless it is expected. An error is expected if it is in `expected`, or in the errors of
-    /// a range that contains the failed request. A caller that waits for a reply must pass `expected`,
-    /// because the range may already be forgotten when the reply is read.
+    /// Logs the error unless it is expected. An error is expected if the set `expected` holds it. It is also
+    /// expected if a range contains the failed request and expects the error. A caller that waits for a reply
+    /// must pass `expected`, because the range may already be forgotten when the reply is read.
     void note(const xcb_generic_error_t& error, ErrorSet expected = {});
     [[nodiscard]] XError kindOf(const xcb_generic_error_t& error) const;
 
@@ -43,8 +43,7 @@ class ErrorLog {
         ErrorSet expected;
     };
 
-    /// Returns whether one sequence number comes before the other, also after the numbers have wrapped
-    /// around.
+    /// Returns whether one sequence number comes before the other. Sequence numbers may wrap around.
     static bool precedes(std::uint32_t earlier, std::uint32_t later) {
         return static_cast<std::int32_t>(earlier - later) < 0;
     }

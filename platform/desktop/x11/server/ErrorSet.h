@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The errors that requests of this program may meet. The errors up to `implementation` have the codes of the
-/// core protocol.
+/// Names the errors of the X server. The values up to `implementation` are the error codes of the core
+/// protocol.
 enum class XError : std::uint8_t {
     request = 1,
     value,
@@ -25,14 +25,14 @@ enum class XError : std::uint8_t {
     name,
     length,
     implementation,
-    damage, ///< From here on the errors of extensions, for which each server has codes of its own.
+    damage, ///< This and the later values are errors of extensions, whose codes differ by server.
     pictureFormat,
     picture,
     region,
     unknown,
 };
 
-/// A constant set of errors that a request is expected to meet.
+/// A set of errors, built at compile time.
 class ErrorSet {
   public:
     constexpr ErrorSet() = default;
@@ -54,15 +54,16 @@ class ErrorSet {
     std::uint32_t bits = 0;
 };
 
-/// Errors of a request whose window has disappeared. A window of another program, or of Qt, can disappear
-/// between any two requests.
+/// The errors that a request causes if its window no longer exists. A window of another program, or of Qt,
+/// can disappear between any two requests.
 constexpr ErrorSet windowGone{XError::window, XError::drawable};
-/// Errors of a request whose window has disappeared or been replaced. The number of a window that disappeared
-/// can belong to a new window at once. A request that draws, or names a format, meets BadMatch if the new
-/// window has another depth or takes only input.
+/// The errors that a request causes if its window no longer exists, or if the window's number belongs to a
+/// new window already. A drawing request for the new window causes BadMatch if that window has another depth
+/// or only takes input.
 constexpr ErrorSet windowGoneOrReplaced = windowGone | ErrorSet{XError::match};
-/// Errors of a request whose window or whose resource has disappeared. The resources that were made from a
-/// window disappear with the window.
+/// The errors that a request causes if its window no longer exists, including the errors for a damage,
+/// picture or region that was made from the window. The server destroys such a resource together with the
+/// window.
 constexpr ErrorSet windowAndResourcesGone =
     windowGone | ErrorSet{XError::damage, XError::picture, XError::region};
 

@@ -12,24 +12,24 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-// XCB has one struct for both events of each of these pairs. The types below tell the two events apart in a
-// subscription.
+// XCB has one struct for KeyPress and KeyRelease, and one for FocusIn and FocusOut. These separate types let
+// X11Connection::subscribe() know which of the two events is meant.
 struct KeyPress : xcb_key_press_event_t {};
 struct KeyRelease : xcb_key_release_event_t {};
 struct FocusOut : xcb_focus_out_event_t {};
 
-/// How the server marks an event of this type: by `number()`, and in some extensions by a field that
-/// `matches()` reads.
+/// Tells how to recognise an event of the type `Event`. number() returns the number that the server gives to
+/// such an event. Some types of event share a number, and matches() tells them apart by a field.
 template <typename Event> struct EventType;
 
 template <std::uint8_t Number> struct CoreEventType {
-    /// Returns the event's `response_type`, without the bit that marks an event that a client sent. Returns 0
-    /// if the server lacks the extension.
+    /// Returns the `response_type` of these events. The bit that marks events from clients is not set in it.
     static std::uint8_t number(const Extensions&) { return Number; }
     static bool matches(const auto&) { return true; }
 };
 
 template <Extension Extensions::*Of, std::uint8_t Number> struct ExtensionEventType {
+    /// Returns 0 if the server lacks the extension.
     static std::uint8_t number(const Extensions& extensions) {
         const auto& extension = extensions.*Of;
         return extension ? static_cast<std::uint8_t>(extension.firstEvent + Number) : std::uint8_t{0};
@@ -37,12 +37,13 @@ template <Extension Extensions::*Of, std::uint8_t Number> struct ExtensionEventT
     static bool matches(const auto&) { return true; }
 };
 
-/// All XKB events share one number and differ in a field.
+/// All XKB events share one number and differ in the field `xkbType`.
 template <std::uint8_t Kind> struct XkbEventType : ExtensionEventType<&Extensions::xkb, 0> {
     static bool matches(const auto& event) { return event.xkbType == Kind; }
 };
 
-/// Events of XInput 2 have the number of generic events. No other extension's generic events are selected.
+/// All events of XInput 2 have the number of generic events, which other extensions use too. The extension
+/// need not be checked, because this program selects no generic events of other extensions.
 template <std::uint16_t Kind> struct XInputEventType {
     static std::uint8_t number(const Extensions& extensions) {
         return extensions.xinput ? XCB_GE_GENERIC : std::uint8_t{0};
@@ -75,7 +76,7 @@ template <>
 struct EventType<xcb_input_raw_key_release_event_t> : XInputEventType<XCB_INPUT_RAW_KEY_RELEASE> {};
 
 /// Returns the window on which the event was selected. A structure event that is selected on a window and
-/// also on its parent arrives once for each of the two windows.
+/// also on the window's parent arrives once for each of the two windows.
 template <typename Event> xcb_window_t selectedOn(const Event& event) {
     if constexpr (requires { event.event; })
         return event.event;

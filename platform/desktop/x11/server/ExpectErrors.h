@@ -7,12 +7,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Names the errors that are expected of the requests in a scope. For local variables only.
+/// Names the errors that are expected of all requests in a scope. Must be a local variable of that scope.
 ///
 /// Does not wait for the server. The constructor and the destructor each send a request that has no effect,
 /// because the sequence numbers of these two requests mark the ends of the scope. Requests that another
-/// thread makes meanwhile are in the scope as well. A scope costs nothing if the scopes around it, on the
-/// same thread, expect the same errors already.
+/// thread makes meanwhile are in the scope as well. The two requests are not sent if the enclosing scopes of
+/// the same thread already expect the same errors.
 class ExpectErrors {
   public:
     ExpectErrors(const X11Connection& connection, ErrorSet expected)

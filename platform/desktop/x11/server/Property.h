@@ -11,14 +11,14 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// A property as the server gave it. Any client can write anything into any property, so type, format and
-/// length are checked at each use, and a property that does not fit counts as absent. The bytes are owned by
-/// the code that made this struct.
+/// The value of a window's property, as the server gave it. Any client can write anything into any property.
+/// Each use therefore checks type, format and length, and treats a property that does not fit as absent. The
+/// memory of `bytes` belongs to the code that made this struct.
 struct Property {
-    xcb_atom_t type = XCB_ATOM_NONE; ///< XCB_ATOM_NONE where there is no such property.
-    std::uint8_t format = 0;         ///< The bits of an item: 8, 16 or 32.
+    xcb_atom_t type = XCB_ATOM_NONE; ///< XCB_ATOM_NONE if the window lacks the property.
+    std::uint8_t format = 0;         ///< The number of bits of an item, which is 8, 16 or 32.
     std::string_view bytes;
-    bool cut = false; ///< The property is longer than what was read of it.
+    bool cut = false; ///< Whether the property is longer than `bytes`.
 
     [[nodiscard]] bool isText(xcb_atom_t textType) const { return type == textType && format == 8; }
     /// Returns the items of a property of that type with 32 bits per item. Returns no items for any other
@@ -36,10 +36,10 @@ struct PropertyReply : Property {
     XcbReply<xcb_get_property_reply_t> owner;
 };
 
-/// Asks for at most `mostBytes` of a property of any type.
+/// Requests at most `mostBytes` bytes of a property of any type. Does not wait for the reply.
 xcb_get_property_cookie_t requestProperty(const X11Connection& connection, xcb_window_t window,
                                           xcb_atom_t name, std::uint32_t mostBytes);
-/// Waits for the reply and returns the property. The property is absent if the window is gone.
+/// Waits for the reply and returns the property. Returns an absent property if the window is gone.
 PropertyReply takeProperty(const X11Connection& connection, xcb_get_property_cookie_t cookie);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -9,18 +9,19 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The server's RENDER formats that mirroring needs. The constructor asks for them, and they never change.
-/// All formats are 0 on a server without RENDER.
+/// Knows the pixel formats of the server's RENDER extension. The constructor asks the server once, because
+/// the formats never change. Every format is 0 on a server without RENDER. X11 calls the pixel layout of a
+/// window a visual.
 class RenderFormats {
   public:
     explicit RenderFormats(X11Connection& connection);
 
     /// Returns whether the server can store and compose pixels of 24 and of 32 bits.
     [[nodiscard]] bool complete() const { return opaque24 != 0 && argb32 != 0; }
-    /// Returns the format of a visual without its alpha, so that all pixels are read as opaque. Returns 0 if
+    /// Returns the format that reads the pixels of a visual as opaque, without their alpha. Returns 0 if
     /// there is none.
     [[nodiscard]] xcb_render_pictformat_t opaque(xcb_visualid_t visual) const;
-    /// Returns the format of a visual with its alpha. Returns 0 if there is none.
+    /// Returns the format that reads the pixels of a visual with their alpha. Returns 0 if there is none.
     [[nodiscard]] xcb_render_pictformat_t exact(xcb_visualid_t visual) const;
     /// Returns whether windows of this visual can be translucent.
     [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const;

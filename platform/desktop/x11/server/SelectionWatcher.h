@@ -11,13 +11,14 @@ namespace mirrolet::platform::desktop::x11 {
 /// manager or the tray, owns its selection while it runs. XFIXES also reports an owner that has crashed.
 class SelectionWatcher {
   public:
-    /// Asks for the present owner and waits for the reply. Must be made before the connection starts, so that
-    /// no change is missed.
+    /// Asks for the present owner and waits for the reply. Must be called before X11Connection::start(), so
+    /// that no change is missed.
     SelectionWatcher(X11Connection& connection, xcb_atom_t selection);
     SelectionWatcher(const SelectionWatcher&) = delete;
     SelectionWatcher& operator=(const SelectionWatcher&) = delete;
 
-    /// Returns whether the selection has an owner, according to the events so far. Any thread.
+    /// Returns whether the selection has an owner, according to the events so far. May be called on any
+    /// thread.
     [[nodiscard]] bool owned() const { return isOwned; }
     /// Calls the handler after each change of owner, on the connection's thread. The subscription may outlive
     /// the watcher.

@@ -7,12 +7,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Owns a resource that a request made on the server. The destructor frees the resource with `Free`. Owns
-/// nothing after it has been moved from. The connection must outlive this object. Earlier requests that use
-/// the resource are not disturbed, because the server carries out requests in order.
+/// Owns a resource that a request made on the server. The destructor frees the resource with `Free`. Earlier
+/// requests that use the resource still succeed, because the server carries out requests in order. The
+/// connection must outlive this object.
 ///
-/// `Vanished` names the error that `Free` may meet if the server has freed the resource together with a
-/// window of another program, or has never made the resource.
+/// `Vanished` names the errors to expect from `Free`. Such an error means that the server never made the
+/// resource, or has freed it already together with a window of another program.
 template <auto Free, XError... Vanished> class ServerResource {
   public:
     ServerResource() = default;
@@ -37,7 +37,7 @@ template <auto Free, XError... Vanished> class ServerResource {
 
     [[nodiscard]] std::uint32_t id() const { return number; }
     explicit operator bool() const { return number != 0; }
-    /// Forgets the resource, because the server has freed it.
+    /// Gives the resource up without freeing it. To be called when the server has freed the resource already.
     void release() { number = 0; }
 
   private:

@@ -27,9 +27,9 @@ namespace mirrolet::platform::desktop::x11 {
 /// calls the handlers of the subscriptions.
 class X11Connection {
   public:
-    /// Holds one handler of events. The handler is not called any more once its subscription is destroyed.
-    /// The destructor waits for a handler that is running, unless the handler itself destroys the
-    /// subscription. Must not be destroyed while a mutex is held that the handler locks.
+    /// Keeps an event handler subscribed until this object is destroyed. The destructor waits for a running
+    /// call of the handler, so the caller must not hold a mutex that the handler locks. A handler may destroy
+    /// its own subscription.
     class Subscription {
       public:
         Subscription() = default;
@@ -45,8 +45,8 @@ class X11Connection {
         std::uint64_t number = 0;
     };
 
-    /// Connects to a display, or to $DISPLAY if `display` is empty. Returns nullptr on failure and puts the
-    /// reason into `problem`, one line.
+    /// Connects to a display, or to $DISPLAY if `display` is empty. On failure, returns nullptr and sets
+    /// `problem` to the reason in one line.
     static std::unique_ptr<X11Connection> open(const std::string& display, std::string& problem);
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -58,22 +58,22 @@ class X11Connection {
     [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
     [[nodiscard]] const Atoms& atoms() const { return *interned; }
     [[nodiscard]] const Extensions& extensions() const { return available; }
-    /// Returns a window of this connection that is never mapped. The backend changes the properties of this
-    /// window to get an event back.
+    /// Returns a window of this connection that is never mapped. The backend changes a property of this
+    /// window when it needs an event from the server.
     [[nodiscard]] xcb_window_t ownWindow() const { return hidden; }
 
     /// Calls the handler with every event of one type, on the connection's thread, in order. A handler with a
     /// second parameter gets the event's sequence number as well. The returned subscription is empty if the
-    /// server lacks the extension.
+    /// server lacks the extension that the event belongs to.
     template <typename Event, typename Handler> [[nodiscard]] Subscription subscribe(Handler handler);
-    /// Calls the handler likewise, but only with the events that were selected on one window. See
-    /// `selectedOn()`.
+    /// Calls the handler only with events that were selected on this window. See `selectedOn()`.
     template <typename Event, typename Handler>
     [[nodiscard]] Subscription subscribe(xcb_window_t window, Handler handler);
-    /// Adds to the events that this connection selects on the root window.
+    /// Selects these events on the root window, in addition to the events that are selected already.
     void selectOnRoot(std::uint32_t eventMask);
-    /// Selects SubstructureNotify on the root window while there are more calls with true than with false.
-    /// The events are selected only while a caller needs them, because they are many.
+    /// Selects SubstructureNotify events on the root window while any caller needs them. Each caller passes
+    /// true when it begins to need the events and false when it no longer needs them. The events are not
+    /// selected all the time, because they are many.
     void watchTopLevels(bool watch);
 
     /// Sets the handler that is called once, on the connection's thread, when the server is gone. Must be
@@ -83,20 +83,20 @@ class X11Connection {
     /// been made.
     void start();
 
-    // The expected errors of each request are named where the request is made: in its reply() or succeeds(),
-    // or in the `ExpectErrors` around it. Any other error is logged.
+    // The caller names the errors that a request is expected to cause, either as an argument of reply() or
+    // succeeds(), or with an `ExpectErrors` object around the request. Any other error is logged.
 
     void flush() const { xcb_flush(connection); }
     /// Waits for a reply: `reply<xcb_get_geometry_reply>(cookie, windowGone)`. Returns an empty pointer after
     /// an error, and when the server is lost. Logs an error that is not expected, because such an error is a
     /// fault of this program.
     template <auto Wait, typename Cookie> auto reply(Cookie cookie, ErrorSet expected = {}) const;
-    /// Waits for a checked request and returns whether the request succeeded. After an error, sets `met`,
-    /// if given, to the error. Logs an error that is not expected, because such an error is a fault of this
-    /// program.
+    /// Waits for a checked request and returns whether the request succeeded. After an error, stores the
+    /// error in `met` unless `met` is nullptr. Logs an error that is not expected, because such an error is a
+    /// fault of this program.
     bool succeeds(xcb_void_cookie_t checked, ErrorSet expected, XError* met = nullptr) const;
-    /// Returns the log for `ExpectErrors`, which names the expected errors of requests whose result nobody
-    /// waits for.
+    /// Returns the log of unexpected errors. `ExpectErrors` tells this log which errors are expected of
+    /// requests whose result nobody waits for.
     [[nodiscard]] ErrorLog& errorLog() const { return *errors; }
 
   private:
@@ -124,7 +124,7 @@ class X11Connection {
     xcb_window_t hidden = 0;
     std::function<void()> lost;
 
-    Mutex rootMaskMutex; ///< Held while the events are selected.
+    Mutex rootMaskMutex; ///< Held while the event mask is sent to the server.
     std::uint32_t rootMask MIRROLET_GUARDED_BY(rootMaskMutex) = 0;
     int topLevelWatchers MIRROLET_GUARDED_BY(rootMaskMutex) = 0;
 
@@ -133,7 +133,7 @@ class X11Connection {
     Mutex entriesMutex MIRROLET_ACQUIRED_AFTER(handlersMutex);
     std::vector<Entry> entries MIRROLET_GUARDED_BY(entriesMutex);
     std::uint64_t nextNumber MIRROLET_GUARDED_BY(entriesMutex) = 1;
-    std::atomic<bool> ending = false; ///< Tells the reader to end with the next event.
+    std::atomic<bool> ending = false; ///< Tells the reader thread to end when it gets the next event.
     std::thread reader;
 };
 

@@ -9,8 +9,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The process of each client of the server, as the server itself knows it. A client on another machine has
-/// no entry.
+/// Finds the process of each client of the server. The PIDs come from the server itself and not from the
+/// clients. A client on another machine is not known.
 class ClientProcesses {
   public:
     explicit ClientProcesses(X11Connection& connection);
@@ -19,12 +19,13 @@ class ClientProcesses {
         xcb_res_query_client_ids_cookie_t cookie{0};
         bool made = false;
     };
-    /// Asks about all clients in one request. Sends nothing where the server lacks the X-Resource extension.
+    /// Asks about all clients in one request. Sends nothing if the server lacks the X-Resource extension.
     [[nodiscard]] Request request() const;
     /// Waits for the reply and stores the processes that the server named.
     void take(const Request& request);
 
-    /// Returns the part of a resource's number that identifies the client.
+    /// Returns the number of the client that made a resource. This number is a part of the resource's own
+    /// number.
     [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const { return resource & ~resourceMask; }
     /// Returns the client's process, or 0 if the server does not know it.
     [[nodiscard]] std::int32_t pidOf(std::uint32_t client) const;

@@ -5,8 +5,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The margins of an invisible shadow that some toolkits draw inside their window (_GTK_FRAME_EXTENTS), in
-/// pixels.
+/// The margins around the visible part of a window, in pixels (_GTK_FRAME_EXTENTS). Some toolkits make their
+/// windows larger than what the user sees as the window, and draw a shadow in these margins.
 struct FrameExtents {
     int left = 0;
     int right = 0;

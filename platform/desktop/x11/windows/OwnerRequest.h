@@ -10,11 +10,12 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks which client, process and class a window has, without waiting. take() must follow once.
+/// Asks which client, process and class a window has. The constructor sends the requests without waiting.
+/// take() waits for the replies and must be called exactly once.
 class OwnerRequest {
   public:
-    /// Sends the requests. With `askForPid`, also asks which process the client says it is. That is needed
-    /// for a client whose process the server does not know.
+    /// If `askForPid` is true, also asks for the PID that the client itself claims. The caller needs this if
+    /// the server does not know the client's process.
     OwnerRequest(X11Connection& connection, xcb_window_t window, bool askForPid);
     /// Waits for the replies and returns the owner. The owner of a window that is gone has neither a class
     /// nor a claimed process.
@@ -34,7 +35,7 @@ class OwnerRequest {
     std::optional<Claim> claim;
 };
 
-/// Returns whether two names belong to the same machine. Either name may lack the domain. Pure.
+/// Returns whether two host names belong to the same machine. Either name may lack the domain.
 bool isSameMachine(std::string_view one, std::string_view other);
 
 } // namespace mirrolet::platform::desktop::x11

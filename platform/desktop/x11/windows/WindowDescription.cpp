@@ -16,7 +16,7 @@ namespace {
 
 enum class Role { ordinary, above, notAWindow };
 
-constexpr std::uint32_t iconicState = 3; // ICCCM, first item of WM_STATE.
+constexpr std::uint32_t iconicState = 3; // IconicState of the ICCCM, in the first item of WM_STATE.
 
 std::optional<Role> roleOfType(xcb_atom_t type, const Atoms& atoms) {
     const std::array ordinary = {atoms._NET_WM_WINDOW_TYPE_NORMAL, atoms._NET_WM_WINDOW_TYPE_DIALOG,
@@ -37,7 +37,8 @@ std::optional<Role> roleOfType(xcb_atom_t type, const Atoms& atoms) {
     return holds(ordinary) ? std::optional(Role::ordinary) : std::nullopt;
 }
 
-/// Returns the role of the first type that is known. A client names the types in the order of its preference.
+/// Returns the role of the first known type in the property. A client names the types in the order of its
+/// preference.
 Role roleOf(const Property& types, const Atoms& atoms) {
     for (const auto type : types.items(XCB_ATOM_ATOM)) {
         if (const auto role = roleOfType(type, atoms))

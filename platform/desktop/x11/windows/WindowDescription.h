@@ -23,22 +23,22 @@ struct WindowProperties {
     Property workspace = {};
 };
 
-/// A window's entry in the list, without the window's owner.
+/// Describes a window of the window list. The window's owner is not included.
 struct WindowDescription {
-    PixelRect bounds; ///< Root coordinates, without an invisible shadow.
-    int layer = 0;    ///< The same number as WindowRow's layer.
+    PixelRect bounds; ///< In root-window coordinates, without a shadow that the client draws.
+    int layer = 0;    ///< The value for WindowRow::layer.
     std::optional<std::string> title;
-    WindowPlacement placement; ///< Without `viewable`, which no property tells.
+    WindowPlacement placement; ///< `viewable` is not set, because no property tells it.
 };
 
-/// Describes a window that has these bounds without its border, in root coordinates. Returns none for a dock
-/// or a desktop window, because users do not see these as windows. Pure.
+/// Describes a window by its properties. `bounds` is the window without its border, in root-window
+/// coordinates. Returns none for a dock or a desktop window, because users do not see these as windows.
 std::optional<WindowDescription> describe(const PixelRect& bounds, const WindowProperties& properties,
                                           const Atoms& atoms);
 WindowClass windowClass(const Property& wmClass, const Property& gtkApplicationId, const Atoms& atoms);
 /// Returns the first item of a property of type CARDINAL. Returns none for any other property.
 std::optional<std::uint32_t> firstCardinal(const Property& property);
-/// Returns the process that the client says it is. Returns 0 for a number that cannot be a process.
+/// Returns the PID that the client itself claims. Returns 0 for a number that cannot be a PID.
 std::int32_t claimedPid(const Property& pid);
 /// Returns the text of a property of type STRING or UTF8_STRING. Returns an empty text for any other
 /// property.

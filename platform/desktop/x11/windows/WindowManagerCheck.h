@@ -7,20 +7,24 @@
 namespace mirrolet::platform::desktop::x11 {
 
 /// Checks whether the window manager still runs. A window manager that has ended leaves its properties on the
-/// root window. One of these properties names a window of the manager. That window exists, and has a property
-/// that names itself, only while the window manager runs. The check has two steps, so that each step can be
-/// sent together with other requests. Each step is taken once.
+/// root window. One of these properties names a window of the window manager. That window exists only while
+/// the window manager runs, and has a property that names the window itself. A later window with the same
+/// number lacks this property and so is not mistaken for that window.
+///
+/// The check has two steps, askManager() and then managerLives(), so that the caller can send other requests
+/// together with each step. Each step must be called at most once.
 class WindowManagerCheck {
   public:
-    /// Asks the root window.
+    /// Requests the root window's property. Does not wait for the reply.
     explicit WindowManagerCheck(X11Connection& connection);
-    /// Waits for the root window's answer, then asks the window that the root names. Returns false if the
-    /// root names no window, because there is no window manager then.
+    /// Waits for the root window's property, and then requests the property of the window that the root
+    /// window names. Returns false if the root window names no window, because no window manager runs then.
     bool askManager();
-    /// Returns the window that the root names. Must be called only after askManager() has returned true.
+    /// Returns the window manager's window that the root window's property names. Must be called only after
+    /// askManager() has returned true.
     [[nodiscard]] xcb_window_t window() const { return manager; }
-    /// Waits for the answer about the manager's window and returns whether the manager runs. Must be called
-    /// only after askManager() has returned true.
+    /// Waits for the property of the window manager's window and returns whether the window manager runs.
+    /// Must be called only after askManager() has returned true.
     bool managerLives();
 
   private:

@@ -15,8 +15,9 @@ bool isOnScreen(const WindowPlacement& placement, const Workspaces& workspaces, 
     const bool elsewhere = isOnAnotherWorkspace(placement, workspaces);
     if (mirrored)
         return placement.viewable || elsewhere;
-    // Where each monitor has a workspace of its own, a viewable window is on screen although its workspace is
-    // not the current one.
+    // Each monitor can have a workspace of its own. A viewable window is then on screen even if its workspace
+    // is not the current one. The workspace therefore counts only if windows on other workspaces look shown
+    // too.
     return placement.viewable && !placement.minimized && !placement.iconic &&
            !(elsewhere && workspaces.othersLookShown);
 }

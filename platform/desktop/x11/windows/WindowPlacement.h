@@ -8,23 +8,24 @@ namespace mirrolet::platform::desktop::x11 {
 /// Tells whether and where a window manager shows a window.
 struct WindowPlacement {
     bool viewable = false;  ///< The window and all its parents are mapped.
-    bool minimized = false; ///< _NET_WM_STATE_HIDDEN.
-    bool iconic = false;    ///< WM_STATE is IconicState: minimized, shaded or on another workspace.
+    bool minimized = false; ///< The window has the state _NET_WM_STATE_HIDDEN.
+    bool iconic = false;    ///< WM_STATE is IconicState (minimized, shaded or on another workspace).
     std::optional<std::uint32_t> workspace; ///< The number in _NET_WM_DESKTOP. None if absent.
 };
 
-/// The workspaces, as far as the window manager tells.
+/// Describes the workspaces, as far as the window manager tells.
 struct Workspaces {
-    std::optional<std::uint32_t> current; ///< None without workspaces.
-    /// The window manager leaves windows of other workspaces mapped, and their WM_STATE says NormalState.
+    std::optional<std::uint32_t> current; ///< None if there are no workspaces.
+    /// Whether a window on another workspace looks like a shown one. Some window managers leave such a window
+    /// mapped, with NormalState in WM_STATE.
     bool othersLookShown = false;
 };
 
 [[nodiscard]] bool isOnAnotherWorkspace(const WindowPlacement& placement, const Workspaces& workspaces);
 
-/// Returns whether the window counts as on screen. A mirrored window counts while the user is on another
-/// workspace, because the user sees the mirror there. A minimized mirrored window counts while the window
-/// stays viewable, because the mirror is live. Any other window counts only where the user sees it.
+/// Returns whether the window counts as on screen. A mirrored window counts even while it is on another
+/// workspace, because the user sees the mirror. A mirrored window that is minimized counts while it is
+/// viewable, because it still draws. A window without a mirror counts only while the window manager shows it.
 [[nodiscard]] bool isOnScreen(const WindowPlacement& placement, const Workspaces& workspaces, bool mirrored);
 
 } // namespace mirrolet::platform::desktop::x11

@@ -7,7 +7,7 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// A client can set a title of megabytes. A user reads no more of a title than this.
+// A client can set a title of megabytes. Longer titles are cut, because a user reads no more than this.
 constexpr std::uint32_t mostBytesOfTitle = 4096;
 constexpr std::uint32_t mostBytesOfList = 512;
 

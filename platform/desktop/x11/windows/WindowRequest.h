@@ -9,8 +9,8 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Asks for everything that the window list needs to know of a window, without waiting. take() must follow
-/// once.
+/// Asks for everything that the window list needs to know about a window. The constructor sends the requests
+/// without waiting. take() waits for the replies and must be called exactly once.
 class WindowRequest {
   public:
     struct Options {

@@ -14,8 +14,8 @@ unsigned byteAt(std::string_view bytes, std::size_t index) {
     return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0;
 }
 
-/// Returns the length that the first byte of a character announces. Returns 0 for a byte that cannot be the
-/// first.
+/// Returns the number of bytes of a UTF-8 character that begins with this byte. Returns 0 if no character
+/// begins with it.
 std::size_t announcedLength(unsigned first) {
     if (first < 0x80)
         return 1;
@@ -26,8 +26,9 @@ std::size_t announcedLength(unsigned first) {
     return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
 }
 
-/// Returns whether the second byte is valid after this first byte. The second byte shows encodings that are
-/// longer than needed, surrogates, and numbers beyond the last character. These are not valid.
+/// Returns whether a UTF-8 character can begin with these two bytes. Some first bytes restrict the second
+/// byte, because UTF-8 forbids surrogates, numbers above U+10FFFF, and characters in more bytes than
+/// necessary.
 bool validSecond(unsigned first, unsigned second) {
     const unsigned lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const unsigned highest = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
@@ -106,8 +107,8 @@ class CompoundText {
         skip(end == std::string_view::npos ? rest.size() : end + 3);
     }
 
-    /// Takes an extended segment, which is ESC % / F, a length in two bytes of base 128, the name of an
-    /// encoding, STX and text.
+    /// Takes an extended segment and replaces it by U+FFFD, because its text has another encoding. The
+    /// segment is ESC % / F, a length in two bytes of base 128, the name of the encoding, STX and the text.
     void takeExtendedSegment() {
         const std::size_t length = (byteAt(rest, 4) & 0x7F) * 128U + (byteAt(rest, 5) & 0x7F);
         skip(6 + length);
@@ -141,7 +142,9 @@ class CompoundText {
 
 std::string repairedUtf8(std::string_view bytes) {
     std::string text;
-    std::size_t soundFrom = 0; // Valid characters are copied together, because most texts have no others.
+    // The start of the valid characters that have not been copied yet. They are copied together, because most
+    // texts have only valid characters.
+    std::size_t soundFrom = 0;
     std::size_t at = 0;
     while (at < bytes.size()) {
         if (const auto length = characterLength(bytes, at); length > 0) {

@@ -25,8 +25,8 @@ std::optional<Application> X11Applications::frontmost() {
         return std::nullopt;
     ClientProcesses clients(connection);
     const auto pids = clients.request();
-    // The window's owner is asked for each time, because the number may belong to another client's window by
-    // now.
+    // The window's owner is asked for each time, because the window's number may belong to another client's
+    // window by now.
     const auto exists = xcb_get_geometry(connection.xcb(), *window);
     OwnerRequest request(connection, *window, true);
     clients.take(pids);

@@ -10,7 +10,7 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Tells which applications the windows of an X server belong to. Any thread.
+/// Finds the applications that the windows of an X server belong to. May be used by any thread.
 class X11Applications final : public Applications {
   public:
     X11Applications(X11Connection& connection, PreviousFocus& previousFocus);
@@ -19,8 +19,8 @@ class X11Applications final : public Applications {
     std::optional<Application> frontmost() override;
     std::optional<Application> running(std::int32_t pid) override { return registry.running(pid); }
 
-    /// Returns the applications of all windows on screen, in the order of the windows. The window list calls
-    /// this.
+    /// Returns the application of each window, in the order of the windows. `windows` must hold all windows
+    /// on screen.
     std::vector<Application> applicationsOf(const std::vector<WindowOwner>& windows) {
         return registry.applicationsOf(windows, true);
     }

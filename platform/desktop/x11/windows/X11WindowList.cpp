@@ -18,23 +18,25 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// Limits on the windows of one reading. No desktop in use has more windows. Beyond the limits the rearmost
-// windows are left out, because a client that creates windows without end would make each reading slower.
+// The limits on the windows that are read. No real desktop has more windows. A hostile client could create
+// windows without end, which would make each reading slower. Beyond the limits the rearmost windows are left
+// out.
 constexpr std::uint32_t mostBytesOfStack = 1 << 20;
 constexpr std::size_t mostListed = 16384;
-// How many windows are asked about in one round trip. All replies of a round trip, with the titles, are in
-// memory at once.
+// How many windows are asked about in one round trip. The number is limited because all replies of a round
+// trip are in memory at once.
 constexpr std::size_t mostAtOnce = 512;
 constexpr std::uint32_t mostBytesOfManagerName = 256;
 
 // A window manager changes the workspace in several steps. Between two steps a window can be unmapped while
-// its workspace is the current one. The steps were measured to take up to 2 ms.
+// its workspace is the current one. The steps were measured to take up to 2 ms. After this longer time, such
+// a window is read again.
 constexpr std::chrono::milliseconds timeToChangeWorkspace{50};
 
 enum class Source { manager, root };
 
-/// Returns whether the list may contain the window. Override-redirect children of the root window are menus,
-/// tooltips and the like.
+/// Returns whether the window list may contain the window. Override-redirect children of the root window are
+/// left out, because they are menus, tooltips and the like.
 bool isListable(const xcb_get_window_attributes_reply_t& attributes, Source source) {
     return attributes._class != XCB_WINDOW_CLASS_INPUT_ONLY &&
            (source == Source::manager || attributes.override_redirect == 0);
@@ -52,11 +54,12 @@ std::vector<xcb_window_t> frontToBack(const std::vector<xcb_window_t>& stack) {
     return windows;
 }
 
-/// Returns the windows of the manager's lists, front to back. The stack can lack a window that is on screen:
-/// xfwm4 adds a new window only when it is next raised, and i3 leaves out a window that opens in full screen
-/// on an empty workspace. The plain list or the active window then names the missing window, which is put in
-/// front because it is the newest. An empty list means a desktop without windows. Returns none if the manager
-/// has no list.
+/// Returns the windows that the window manager lists, front to back. Returns none if the window manager has
+/// no list. An empty list means a desktop without windows.
+///
+/// `stack` can lack a window that is on screen. For example, xfwm4 adds a new window only when that window is
+/// next raised, and i3 leaves out a window that opens in full screen on an empty workspace. The missing
+/// window is then taken from `unordered` or `active`, and is put in front because it is the newest.
 std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Property& unordered,
                                                 const Property& active) {
     const auto isList = [](const Property& list) {
@@ -77,14 +80,14 @@ std::optional<std::vector<xcb_window_t>> listed(const Property& stack, const Pro
 
 } // namespace
 
-/// One reading of the list.
+/// Reads the list once and holds the results.
 class X11WindowList::Reading {
   public:
     Reading(X11Connection& connection, const IsMirrored& isMirrored)
         : connection(connection), xcb(connection.xcb()), isMirrored(isMirrored), clients(connection),
           check(connection) {}
 
-    /// Reads the windows front to back. Returns false if the server did not answer.
+    /// Reads the windows, front to back. Returns false if the server did not answer.
     bool run() {
         if (!readRoot())
             return false;
@@ -124,8 +127,8 @@ class X11WindowList::Reading {
         return requestProperty(connection, connection.root(), property, mostBytesOfStack);
     }
 
-    /// Reads the windows of the manager's list. Returns false if the manager has ended, because the list is
-    /// out of date then.
+    /// Reads the windows that the window manager lists. Returns false if the window manager has ended,
+    /// because its list is out of date then.
     bool readManaged() {
         const auto name = requestProperty(connection, check.window(), connection.atoms()._NET_WM_NAME,
                                           mostBytesOfManagerName);
@@ -137,14 +140,14 @@ class X11WindowList::Reading {
             std::this_thread::sleep_for(timeToChangeWorkspace);
             shown = shownAmong(*managed, Source::manager);
         }
-        // KWin keeps windows of other workspaces mapped, for its previews. The manager's name is the only
-        // sign of that.
+        // KWin keeps windows of other workspaces mapped, for its previews. Only the window manager's name
+        // reveals this.
         workspaces.othersLookShown = nameReply.bytes == "KWin";
         readWindows(shown, Source::manager);
         return true;
     }
 
-    /// The requests that tell whether a window can be on screen.
+    /// The requests that ask whether a window can be on screen.
     struct Glance {
         xcb_window_t window;
         xcb_get_window_attributes_cookie_t attributes;
@@ -200,7 +203,7 @@ class X11WindowList::Reading {
         return firstCardinal(takeProperty(connection, cookie));
     }
 
-    /// Makes the third round trip, and further round trips for more than `mostAtOnce` windows.
+    /// Makes the third round trip. Makes further round trips if there are more than `mostAtOnce` windows.
     void readWindows(std::span<const xcb_window_t> windows, Source source) {
         for (; !windows.empty(); windows = windows.subspan(std::min(windows.size(), mostAtOnce)))
             readBatch(windows.first(std::min(windows.size(), mostAtOnce)), source);
@@ -237,11 +240,11 @@ class X11WindowList::Reading {
     const IsMirrored& isMirrored;
     ClientProcesses clients;
     WindowManagerCheck check;
-    std::optional<std::vector<xcb_window_t>> managed; ///< None if there is no window manager's list.
+    std::optional<std::vector<xcb_window_t>> managed; ///< None if the window manager has no list.
     std::vector<xcb_window_t> children;
     Workspaces workspaces;
     std::unordered_set<xcb_window_t> mirrored; ///< The mirrored windows that count as on screen.
-    bool missesMirrored = false;               ///< A mirrored window exists that does not count as on screen.
+    bool missesMirrored = false;               ///< Whether a mirrored window does not count as on screen.
 };
 
 std::optional<std::vector<WindowRow>> X11WindowList::onScreenWindows() {

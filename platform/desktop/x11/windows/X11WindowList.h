@@ -11,17 +11,19 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Reads the windows on screen. All requests of a step are sent before the first reply is waited for, so that
-/// three round trips are enough for any usual number of windows. Any thread.
+/// Reads the windows on screen. All requests of a step are sent before the first reply is waited for, so
+/// three round trips are enough for any usual number of windows. May be used by any thread.
 class X11WindowList final : public WindowList {
   public:
-    /// Tells whether a mirror shows the window now. Called on any thread, for each window of a reading.
+    /// Tells whether a mirror shows the window now. Called on any thread, for each window that is read.
     using IsMirrored = std::function<bool(xcb_window_t)>;
 
     X11WindowList(X11Connection& connection, X11Applications& applications, IsMirrored isMirrored)
         : connection(connection), applications(applications), isMirrored(std::move(isMirrored)) {}
 
-    /// Reads the windows a second time, 50 ms later, if a mirrored window does not count as on screen.
+    /// If a mirrored window does not count as on screen, reads the windows a second time, 50 ms later. The
+    /// window manager may be in the middle of a change of workspace, during which a window can be hidden for
+    /// a moment.
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
 
   private:
