@@ -19,16 +19,17 @@ namespace mirrolet {
 /// one prompt or mirror exists at a time. Main thread only.
 class AppDelegate : public platform::NSApplicationDelegate, public std::enable_shared_from_this<AppDelegate> {
   public:
-    /// A shortcut as it was last registered: virtual key code and Carbon modifier mask.
+    /// A shortcut: a virtual key code and a Carbon modifier mask (see platform/carbon/CarbonEvents.h).
     struct Shortcut {
         std::uint32_t keyCode = 0;
         std::uint32_t modifiers = 0;
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };
 
-    /// Creates a delegate that shows and starts nothing yet.
+    /// Creates a delegate. The delegate does nothing until applicationDidFinishLaunching() is called.
     static std::shared_ptr<AppDelegate> make();
-    /// Releases the members one by one: first those that deliver events, then those that handle the events.
+    /// Destroys the members one by one. Members that deliver events go first, so that no event reaches a
+    /// member that is destroyed already.
     ~AppDelegate() override;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
@@ -37,7 +38,7 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
     void applicationWillTerminate() override;
     void applicationShouldHandleReopen() override { showSettings(); }
 
-    // The menu's actions.
+    // The entries of the menu call these functions.
     void toggleMonitoring();
     void manualTrigger();
     void showSettings();
@@ -46,21 +47,23 @@ class AppDelegate : public platform::NSApplicationDelegate, public std::enable_s
     void handleHotkey(HotkeyID id);
 
     std::shared_ptr<platform::NSStatusItem> statusItem;
-    std::shared_ptr<platform::NSMenuItem> monitoringMenuItem; ///< Its title shows whether monitoring is on.
+    std::shared_ptr<platform::NSMenuItem> monitoringMenuItem; ///< The title shows whether monitoring is on.
     std::shared_ptr<platform::NSWindow> settingsWindow;       ///< Created on first use, then kept.
     std::shared_ptr<WindowMonitor> windowMonitor;
     std::shared_ptr<HotkeyManager> hotkeyManager;
     std::shared_ptr<PromptPanel> promptPanel; ///< Set only while a prompt is shown.
-    /// The current session. Stays set after the close button has stopped the session.
+    /// The controller of the current session. The close button stops the controller, but the session stays
+    /// the current one, so that the same video call is not offered again.
     std::shared_ptr<PiPController> pipController;
     platform::AnyCancellable settingsSubscription;
-    // The settings as they were last applied.
+    // The values that applySettings() has applied last. A setting has changed if the store has another value.
     Shortcut appliedShortcut;
     Shortcut appliedPipFrontmostShortcut;
     double appliedPollInterval = 0;
     bool appliedAlwaysOnTop = true;
-    bool activeSession =
-        false; ///< True from the prompt, or the start of a mirror, to the end of the session.
+    /// True from the moment a prompt or a mirror is shown until the session ends. Meanwhile no other
+    /// window is offered.
+    bool activeSession = false;
 
   private:
     AppDelegate();

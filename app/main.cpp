@@ -1,24 +1,57 @@
 #include "app/MirroletApp.h"
 #include "platform/appkit/NSApplication.h"
+#include "platform/appkit/Restart.h"
 #include "platform/appkit/SingleInstance.h"
 #include "platform/carbon/CarbonEvents.h"
 #include "platform/desktop/Desktop.h"
+#include "platform/desktop/WaylandModule.h"
 #include "platform/desktop/x11/X11Desktop.h"
 #include "platform/foundation/NSLog.h"
 
+#include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
+#include <thread>
+#include <utility>
 
 using namespace mirrolet;
 using namespace mirrolet::platform;
 
 namespace {
 
-/// Connects to the X server. Returns false if there is none, after logging one line that says why.
+bool isWaylandSession() {
+    const char* display = std::getenv("WAYLAND_DISPLAY");
+    return display && *display;
+}
+
+/// Loads the Wayland backend, which replaces those parts of the X11 backend that see too little in a Wayland
+/// session.
+std::unique_ptr<desktop::Desktop> chooseParts(std::unique_ptr<desktop::Desktop> x11) {
+    auto parts = desktop::loadWaylandModule(MIRROLET_MODULE_FOLDER, std::move(x11));
+    NSLog("Mirrolet: " + parts.report);
+    return std::move(parts.desktop);
+}
+
+/// Connects to the X server. A process that replaces one that has lost XWayland waits for the new XWayland.
+std::unique_ptr<desktop::Desktop> connectToX11(std::string& problem) {
+    constexpr std::chrono::seconds longest{10};
+    constexpr std::chrono::milliseconds pause{100};
+    const auto wait = takeRestarted() ? longest : std::chrono::seconds{0};
+    const auto deadline = std::chrono::steady_clock::now() + wait;
+    for (;;) {
+        auto x11 = desktop::x11::makeX11Desktop(problem, [] { NSApplication::serverLost(); });
+        if (x11 || std::chrono::steady_clock::now() >= deadline)
+            return x11;
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+/// Connects to the X server. If that fails, logs one line that says why and returns false.
 bool chooseDesktop() {
     std::string problem;
-    auto x11 = desktop::x11::makeX11Desktop(problem, [] { NSApplication::serverLost(); });
+    auto x11 = connectToX11(problem);
     if (!x11) {
         NSLog("Mirrolet: " + problem);
         return false;
@@ -26,15 +59,13 @@ bool chooseDesktop() {
     if (!x11->capture().permitted())
         NSLog("Mirrolet: this X server does not let windows be mirrored: it has no COMPOSITE or no RENDER "
               "extension");
-    if (const char* wayland = std::getenv("WAYLAND_DISPLAY"); wayland && *wayland)
-        NSLog("Mirrolet: in a Wayland session, only windows of X11 applications can be seen and mirrored; "
-              "native Wayland windows cannot");
-    desktop::Desktop::setCurrent(std::move(x11));
+    desktop::Desktop::setCurrent(isWaylandSession() ? chooseParts(std::move(x11)) : std::move(x11));
     FollowDesktopHotKeys();
     return true;
 }
 
-/// Returns the exit status of this process if the program already runs, or none if this process is the first.
+/// Returns none if no other process of this program runs. If one runs, asks it to show itself, and returns
+/// the status with which this process has to exit.
 std::optional<int> handOver(SingleInstance& instance) {
     const char* display = std::getenv("DISPLAY");
     switch (instance.claim(display ? display : "")) {
@@ -59,7 +90,8 @@ int main(int /*argc*/, char** argv) {
         return *status;
     int status = EXIT_FAILURE;
     {
-        int arguments = 1; // Only the name, because the program takes no options, not even those of Qt.
+        // Qt gets only the program's name, because the program accepts no options, not even Qt's.
+        int arguments = 1;
         NSApplication application(arguments, argv);
         instance.setOnActivate([&application] { application.reopen(); });
         status = runApplication<MirroletApp>();

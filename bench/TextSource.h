@@ -11,7 +11,8 @@
 
 namespace mirrolet::bench {
 
-/// A window full of text, which Mirrolet takes for a call. It paints only while runFor() runs.
+/// Shows a window full of text. Mirrolet treats the window as a video call, because the window carries the
+/// WM_CLASS of a call application. The window changes only while runFor() runs.
 class TextSource {
   public:
     enum class Change { none, small, full };
@@ -19,7 +20,7 @@ class TextSource {
     static constexpr int width = 1280;
     static constexpr int height = 800;
 
-    TextSource(const harness::XServer& server, Change change, int x = 0, int y = 250)
+    TextSource(const harness::XDisplay& server, Change change, int x = 0, int y = 250)
         : client(server), change(change), window(makeWindow(x, y)) {
         page = xcb_generate_id(client.xcb());
         xcb_create_pixmap(client.xcb(), 24, page, window, width, 2 * height);
@@ -33,7 +34,7 @@ class TextSource {
 
     [[nodiscard]] xcb_window_t number() const { return window; }
 
-    /// Repaints thirty times a second for the given time.
+    /// Repaints the window thirty times a second for the given time.
     void runFor(std::chrono::milliseconds time) {
         using Clock = std::chrono::steady_clock;
         const auto end = Clock::now() + time;
@@ -49,14 +50,14 @@ class TextSource {
         std::this_thread::sleep_until(end);
     }
 
-    /// Paints the whole window again. Call this when the window's pixels were lost while another window
-    /// obscured it, or before the final picture is compared with the mirror.
+    /// Paints the whole window again, so that the window shows exactly the pixels that picture() returns. A
+    /// window can lose its pixels while another window obscures it.
     void repaint() {
         show(0, 0, width, height, change == Change::full ? frame * 14 % height : 0);
         client.sync();
     }
 
-    /// Returns the pixels of the window after repaint(), even if other windows obscure it.
+    /// Returns the pixels that repaint() has painted, even if other windows obscure the window.
     [[nodiscard]] harness::Picture picture() {
         const int top = change == Change::full ? frame * 14 % height : 0;
         const harness::Reply<xcb_get_image_reply_t> reply(
@@ -82,8 +83,8 @@ class TextSource {
         const std::string name("whatsapp\0WhatsApp", 17);
         setText(made, XCB_ATOM_WM_CLASS, name);
         setText(made, XCB_ATOM_WM_NAME, "Video call");
-        std::array<std::uint32_t, 18> hints{
-            1}; // A place that the user chose, so the window manager keeps it.
+        // The value 1 says that the user chose the window's place, so the window manager keeps that place.
+        std::array<std::uint32_t, 18> hints{1};
         xcb_change_property(client.xcb(), XCB_PROP_MODE_REPLACE, made, XCB_ATOM_WM_NORMAL_HINTS,
                             XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
         xcb_map_window(client.xcb(), made);

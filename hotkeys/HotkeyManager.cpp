@@ -10,8 +10,14 @@ namespace mirrolet {
 using namespace platform;
 
 namespace {
+
 constexpr std::uint32_t hotKeySignature = fourCharacterCode("qHtK");
+
+const char* titleOf(HotkeyID id) {
+    return id == HotkeyID::togglePiPVisibility ? "Show/hide PiP" : "Start/close PiP";
 }
+
+} // namespace
 
 std::shared_ptr<HotkeyManager> HotkeyManager::make() {
     return std::shared_ptr<HotkeyManager>(new HotkeyManager());
@@ -28,6 +34,7 @@ void HotkeyManager::registerHotkey(HotkeyID id, std::uint32_t keyCode, std::uint
     unregisterHotkey(id);
     if (!eventHandlerRef)
         installHandler();
+    SetEventHotKeyTitle({hotKeySignature, rawValue(id)}, titleOf(id));
     EventHotKeyRef reference = nullptr;
     const auto status = RegisterEventHotKey(keyCode, modifiers, {hotKeySignature, rawValue(id)},
                                             GetApplicationEventTarget(), 0, &reference);
@@ -65,8 +72,8 @@ OSStatus HotkeyManager::handle(EventHandlerCallRef, EventRef event, void* userDa
     const auto id = hotkeyIDFromRawValue(hotKey.id);
     if (!id)
         return noErr;
-    // The handler is removed before the manager is destroyed, so the pointer is valid. The task keeps the
-    // manager alive.
+    // `userData` points at the manager. The pointer is valid, because the manager's destructor removes this
+    // handler. The posted task keeps the manager alive.
     auto manager = static_cast<HotkeyManager*>(userData)->shared_from_this();
     DispatchQueue::main().async([manager = std::move(manager), id = *id] {
         if (manager->onHotkeyPressed)

@@ -45,9 +45,9 @@ void PiPController::showPanel() {
     auto& store = SettingsStore::shared();
     const auto shown = PiPPanel::make(initialFrame(store.pipCorner()));
     shown->setLevel(store.pipAlwaysOnTop() ? NSWindowLevel::floating : NSWindowLevel::normal);
-    // The close button stops the session without calling onClose, unlike a window that is gone. The owner
-    // keeps the stopped session as the current one, because the user has just closed this mirror and must not
-    // be offered the same call again.
+    // The close button stops the session without calling onClose, which reports only that the source window
+    // is gone. The owner keeps the stopped session as the current one, because the user has just closed this
+    // mirror and must not be offered the same call again.
     shown->onCloseRequested = [weak = weak_from_this()] {
         if (const auto controller = weak.lock())
             controller->stop();
@@ -63,16 +63,17 @@ void PiPController::startTimer() {
         if (const auto controller = weak.lock())
             controller->deliver(image);
     });
-    timer->setEventHandler([weak = weak_from_this(), delivery]() mutable {
-        if (const auto controller = weak.lock())
-            controller->captureFrame(delivery);
+    // The timer goes on until the main queue hears of a failure. Another capture could take seconds.
+    timer->setEventHandler([weak = weak_from_this(), delivery, failed = false]() mutable {
+        if (const auto controller = failed ? nullptr : weak.lock())
+            failed = !controller->captureFrame(delivery);
     });
     timer->resume();
 }
 
-/// Captures the source window once, on the capture queue. Reads no member of the controller but the window's
-/// number.
-void PiPController::captureFrame(FrameDelivery& delivery) {
+/// Captures the source window once. Returns false if that failed, which ends the mirror. Runs on the capture
+/// queue, so it reads no member of the controller except `windowID`, which never changes.
+bool PiPController::captureFrame(FrameDelivery& delivery) {
     const auto image =
         CGWindowListCreateImage(CGRectNull, kCGWindowListOptionIncludingWindow, windowID,
                                 kCGWindowImageBoundsIgnoreFraming | kCGWindowImageBestResolution);
@@ -80,11 +81,13 @@ void PiPController::captureFrame(FrameDelivery& delivery) {
         delivery.post(image);
     else
         handleCaptureFailure();
+    return image != nullptr;
 }
 
 void PiPController::deliver(const CGImageRef& image) {
+    // The panel is gone if the session was stopped after this image was posted.
     if (!panel)
-        return; // The session stopped while this image was on its way.
+        return;
     const NSSize size{CGFloat(CGImageGetWidth(*image)), CGFloat(CGImageGetHeight(*image))};
     panel->imageView->setImage(std::make_shared<NSImage>(image, size));
 }

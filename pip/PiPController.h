@@ -15,7 +15,7 @@ namespace mirrolet {
 
 /// One picture-in-picture session. Mirrors one window of another application into a panel, fifteen times a
 /// second, until the session is stopped or the window is gone. Used on the main thread; only the capture tick
-/// runs on the capture queue. The owner stops a session before letting it go.
+/// runs on the capture queue. The owner calls stop() before releasing the session.
 class PiPController : public std::enable_shared_from_this<PiPController> {
   public:
     explicit PiPController(platform::CGWindowID windowID);
@@ -24,10 +24,10 @@ class PiPController : public std::enable_shared_from_this<PiPController> {
 
     /// Shows the panel and begins to capture. Does nothing while the session runs.
     void start();
-    /// Ends the session, and never calls onClose. Does nothing while the session does not run.
+    /// Ends the session without calling onClose. Does nothing while the session does not run.
     void stop();
 
-    /// Returns the frame of a new panel, in screen coordinates.
+    /// Returns the rectangle in which a new panel is shown, in screen coordinates.
     [[nodiscard]] static platform::NSRect initialFrame(PiPCorner corner);
 
     /// Called once, when the window can no longer be captured.
@@ -39,7 +39,7 @@ class PiPController : public std::enable_shared_from_this<PiPController> {
   private:
     void showPanel();
     void startTimer();
-    void captureFrame(FrameDelivery& delivery);
+    bool captureFrame(FrameDelivery& delivery);
     void deliver(const platform::CGImageRef& image);
     void handleCaptureFailure();
 

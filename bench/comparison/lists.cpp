@@ -1,6 +1,6 @@
-// Measures the window list of Mirrolet's poll beside wmctrl, xdotool and libwnck. Runs on one desktop (Xvfb,
+// Compares how Mirrolet, wmctrl, xdotool and libwnck read the list of windows. Runs on one desktop (Xvfb,
 // openbox) with many windows, each of its own process. Prints one line of tab-separated values for each
-// reading, for bench/side-by-side.
+// reading. The script bench/side-by-side reads these lines.
 //
 //   bench_lists [ROUNDS]    default: 3 rounds
 
@@ -28,21 +28,22 @@ using namespace mirrolet::bench;
 using namespace mirrolet::harness;
 using Clock = std::chrono::steady_clock;
 
-/// The times of one reading in milliseconds, and the number of windows that were found.
+/// Holds the cost in milliseconds of reading the list of windows once: processor time and elapsed time.
 struct Reading {
     double program = 0;
     double wall = 0;
-    std::size_t found = 0; ///< Windows with their titles.
+    std::size_t found = 0; ///< The number of windows whose titles were read.
 };
 
-/// A way to read the list of windows.
+/// Reads the list of windows, in the way of one program.
 class Reader {
   public:
     virtual ~Reader() = default;
     virtual Reading read() = 0;
 };
 
-/// A program that keeps running for all readings, so that its start-up time is not measured.
+/// Reads the list with a program that keeps running between readings, so that its start-up time is not
+/// measured.
 class LivingReader final : public Reader {
   public:
     LivingReader(const XServer& server, const std::string& program)
@@ -51,7 +52,9 @@ class LivingReader final : public Reader {
                    .log = sandbox.folder() / "reader.log",
                    .pipeInput = true,
                    .pipeOutput = true}) {
-        read(); // The first reading costs more, because later ones use its results.
+        // The first reading is not measured. Later readings take less time, because they use what the first
+        // one has found.
+        read();
     }
 
     [[nodiscard]] pid_t pid() const { return process.pid(); }
@@ -65,8 +68,8 @@ class LivingReader final : public Reader {
         Reading reading;
         if (process.lines().size() > answers)
             std::istringstream(process.lines().back()) >> reading.found >> reading.wall;
-        std::this_thread::sleep_for(
-            std::chrono::milliseconds(20)); // The program may still work after its answer.
+        // Waits, because the program may still use processor time after its answer.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
         reading.program = processorTime(process.pid()) - before;
         return reading;
     }
@@ -76,7 +79,7 @@ class LivingReader final : public Reader {
     ChildProcess process;
 };
 
-/// A command that is started for each reading.
+/// Reads the list with a command that is started anew for each reading.
 class CommandReader final : public Reader {
   public:
     CommandReader(const XServer& server, std::vector<std::string> words)
@@ -123,7 +126,8 @@ class CommandReader final : public Reader {
         return pointers;
     }
 
-    /// Returns the number of windows in the output. The output holds either the titles or their number.
+    /// Returns the number of windows in the command's output. The output is either that number or a list of
+    /// titles.
     [[nodiscard]] std::size_t found() const {
         const std::string text = Sandbox::read(output);
         if (std::size_t number = 0;
@@ -145,15 +149,15 @@ class CommandReader final : public Reader {
 struct Candidate {
     std::string name;
     std::unique_ptr<Reader> reader;
-    int readings; ///< The number of readings in a round.
+    int readings; ///< How often the list is read in each round.
 };
 
-/// A script that asks for the title, process and place of each window.
+/// A shell command that reads the title, the process and the place of each window.
 constexpr const char* commandForEachWindow =
     "for window in $(xdotool search --onlyvisible --name .); do "
     "xdotool getwindowname $window getwindowpid $window getwindowgeometry $window; done";
 
-/// Returns the names and programs of the readers that keep running for all readings.
+/// Returns the names and file names of the programs that keep running between readings.
 std::vector<std::pair<std::string, std::string>> livingReaders() {
     return {{"Mirrolet", MIRROLET_READER_PROGRAM},
 #ifdef WNCK_READER_PROGRAM
@@ -193,8 +197,8 @@ void measureReadings(const XServer& server, const Crowd& windows, int rounds) {
             for (int i = 0; i < readings; ++i) {
                 const double before = processorTime(server.pid());
                 const auto reading = reader->read();
-                std::this_thread::sleep_for(
-                    std::chrono::milliseconds(20)); // The server still has to remove the client.
+                // Waits, because the X server still needs processor time to remove the reader's connection.
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
                 const double used = processorTime(server.pid()) - before;
                 if (reading.found < windows.size())
                     throw HarnessError(name + " found " + std::to_string(reading.found) + " of " +
@@ -203,8 +207,9 @@ void measureReadings(const XServer& server, const Crowd& windows, int rounds) {
             }
 }
 
-/// The processor time in milliseconds for each second in which the title of one window changes ten times, as
-/// in a busy terminal. A reader is asked for the list as often as Mirrolet polls.
+/// Holds the milliseconds of processor time that a program and the X server use in a second. Meanwhile one
+/// window changes its title ten times a second, as a busy terminal does, and the program reads the list as
+/// often as Mirrolet polls.
 struct Seconds {
     double program, server;
 };
@@ -245,7 +250,7 @@ void measure(int windowCount, int rounds) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    const int rounds = argumentCount > 1 ? std::atoi(arguments[1]) : 3; // NOLINT: a developer's tool.
+    const int rounds = argumentCount > 1 ? std::atoi(arguments[1]) : 3; // NOLINT: atoi() suffices here.
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         std::signal(number, [](int) { interruptWait(); });
     try {

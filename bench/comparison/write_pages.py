@@ -1,6 +1,6 @@
-"""Writes what bench/side-by-side measured: the tables of docs/figures.md, the chart, and two sentences of README.md.
+"""Writes the results of bench/side-by-side into the tables of docs/figures.md, a chart and two sentences of README.md.
 
-write_pages.py FOLDER    with mirrors.tsv, lists.tsv and program.tsv, or some of them
+write_pages.py FOLDER    FOLDER contains mirrors.tsv, lists.tsv and program.tsv, or some of these files
 """
 
 import datetime
@@ -27,7 +27,7 @@ NAMES = {
 
 
 class Run:
-    """What a part printed, and where and when."""
+    """Holds what one part of the benchmark printed, and facts about the run, such as the date and the machine."""
 
     def __init__(self, path):
         self.facts, self.lines = {}, []
@@ -39,7 +39,7 @@ class Run:
                 self.lines.append(line)
 
     def rows(self):
-        """Below the line of headings."""
+        """Returns the values in each line, without the line of headings."""
         return [line.split("\t") for line in self.lines[1:]]
 
     def circumstances(self):
@@ -58,7 +58,7 @@ def medians(rows):
 
 
 class Mirror:
-    """The medians of one program in one situation. Milliseconds a second, MB, pictures a second."""
+    """Holds the medians of one program in one situation. Times are in milliseconds a second, memory is in MB."""
 
     def __init__(self, rows):
         self.program, self.server, self.memory, self.frames, self.ssim = medians(rows)
@@ -71,7 +71,7 @@ class Mirror:
 
 
 class Situation:
-    """One state of the desktop, and the mirrors in it by name."""
+    """Holds one state of the desktop, and the programs that were measured in this state by their names."""
 
     def __init__(self, changing, composited, obscured):
         self.changing, self.composited, self.obscured = changing, composited, obscured
@@ -90,7 +90,7 @@ class Situation:
         return "with a compositing manager" if self.composited else "without a compositing manager"
 
     def verdict(self):
-        """Only with who shows the picture."""
+        """Compares Mirrolet with the cheapest other program. A program that shows a wrong picture does not count."""
         others = {name: mirror.both for name, mirror in self.mirrors.items()
                   if name != "Mirrolet" and mirror.shows_the_window}
         if not others:
@@ -132,15 +132,16 @@ def mirrors_in_full(run):
 
 
 def mirrors_in_a_sentence(run):
-    """What Mirrolet needs of the cheapest other mirror, where both repaint and a compositing manager runs."""
+    """Yields one sentence, about an unobscured window that repaints on a desktop with a compositing manager."""
     all_of_them, _ = situations(run)
     situation = next(each for each in all_of_them if each.changing and each.composited and not each.obscured)
     yield f"Beside what people use instead (thirty repaints a second, unobscured): {situation.verdict()}"
 
 
 def chart(run):
-    """Bars of program and server: programs below each other, the two kinds of desktop beside each other. Colours that
-    hold on light and dark pages."""
+    """Returns the chart as SVG text. Each bar shows the processor time of one program and of the X server. The bars with
+    a compositing manager are in the left column, those without one in the right column. The colours are readable on
+    light and dark pages."""
     label, column, scale_width, line = 192, 345, 215, 18
     all_of_them, _ = situations(run)
     most = max(mirror.both for situation in all_of_them for mirror in situation.mirrors.values())
@@ -189,7 +190,7 @@ def bars(mirror, x, y, scale, own):
 
 
 def lists(run, what):
-    """By number of windows and name: the rows of what was measured."""
+    """Returns the rows of the kind `what`, by the number of windows and then by the name of the program."""
     found = {}
     for kind, windows, name, *numbers in run.rows():
         if kind == what:
@@ -220,7 +221,7 @@ def lists_in_full(run):
             yield f"| {NAMES.get(name, name)} | {program:.2f} | {server:.2f} | {both(rows):.2f} |"
 
 
-# For each figure: its name in the output of bench_program, its name on the page, and its decimals.
+# Each entry has a figure's name in the output of bench_program, its name on the page, and its number of decimals.
 PROGRAM = [
     ("mirroring 30 repaints/s: Mirrolet", "the call repaints 30 times a second: Mirrolet", 1),
     ("  both together", "the same, Mirrolet and X server", 1),
@@ -240,7 +241,8 @@ def program_figures(run):
         match = re.fullmatch(r"(.{58}) (\S+) +([\d.-]+) +([\d.-]+) +([\d.-]+) +([\d.]+ +)?(\d+)", line)
         if match:
             name, unit, median, least, most, reach, count = match.groups()
-            # The same name comes again for the still window. The first one, of the changing window, counts.
+            # bench_program prints some names twice: first for a window that repaints, then for a still window. The
+            # first counts.
             figures.setdefault(name.rstrip(), (unit, float(median), float(least), float(most), (reach or "").strip(), count))
     return figures
 
@@ -268,7 +270,7 @@ def program_in_a_sentence(run):
 
 
 def write(page, name, lines):
-    """Between the two marks of that name."""
+    """Replaces the text between the two marks of this name in the page."""
     begin, end = f"<!-- {name} -->", f"<!-- end of {name} -->"
     before, rest = page.read_text().split(begin)
     after = rest.split(end)[1]

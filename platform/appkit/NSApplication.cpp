@@ -1,6 +1,7 @@
 #include "platform/appkit/NSApplication.h"
 
 #include "platform/appkit/DesktopAppearance.h"
+#include "platform/appkit/Restart.h"
 #include "platform/appkit/SignalWatcher.h"
 #include "platform/coregraphics/DisplayScale.h"
 #include "platform/dispatch/DispatchQueue.h"
@@ -24,14 +25,13 @@ namespace mirrolet::platform {
 
 namespace {
 
-// A healthy task needs some milliseconds. One that reads from a dead network mount may never end.
+// A task normally ends within milliseconds. A task that reads from a dead network mount may never end.
 constexpr std::chrono::seconds longestWaitForTasks{2};
 
 NSApplication* theApplication = nullptr;
 
-/// Ends the process in order when Qt reports that its own connection to the server is broken. Qt would end
-/// the process without writing the user defaults, while other threads run. Logs every
-/// other warning of Qt.
+/// Handles a message of Qt. If Qt's connection to the server is broken, ends the process with serverLost(),
+/// because Qt itself would end the process without writing the user defaults. Logs every other warning.
 void takeQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (message.startsWith(QLatin1String("The X11 connection broke")))
         NSApplication::serverLost();
@@ -41,14 +41,15 @@ void takeQtMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 }
 
 void prepareEnvironment() {
-    // The panels are X11 windows, so Qt has to speak X11 too, even where it would rather speak to a Wayland
-    // compositor.
+    // The X11 backend works on the windows that Qt makes, so Qt has to make X11 windows. In a Wayland session
+    // Qt would otherwise make Wayland windows.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
-    // Qt's plain event loop wakes up less often than Qt's event loop on top of GLib. Nothing here needs
-    // GLib's.
+    // Qt's own event loop is chosen, because it wakes up less often than Qt's event loop on top of GLib. No
+    // code on the main thread needs GLib's event loop.
     qputenv("QT_NO_GLIB", "1");
-    // A session manager would start a second process, because the autostart entry starts one already.
+    // Qt must not register with a session manager. At the next login, the session manager would start the
+    // program again, and the autostart entry would start a second process.
     qunsetenv("SESSION_MANAGER");
 }
 
@@ -83,7 +84,8 @@ NSApplication::NSApplication(int& argc, char** argv) {
     followDisplayScale(state->qt);
     DesktopAppearance::follow();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/mirrolet/app.mirrolet.Mirrolet.svg")));
-    // The main executor is made here, on the main thread, before other threads post to it.
+    // The main executor is made when it is first used. This call makes it on the main thread, before another
+    // thread can post to it.
     (void)DispatchQueue::main().executor()->now();
     theApplication = this;
 }
@@ -113,8 +115,8 @@ void NSApplication::terminate() {
         return;
     if (const auto delegate = state->delegate.lock())
         delegate->applicationWillTerminate();
-    // Quits after the tasks that the delegate has posted, because a stopped mirror closes its panel on the
-    // next turn of the event loop.
+    // The program quits only after the tasks that the delegate has posted, because a stopped mirror closes
+    // its panel on the next turn of the event loop.
     DispatchQueue::main().async([] { QCoreApplication::quit(); });
 }
 
@@ -129,8 +131,8 @@ int NSApplication::run() {
         delegate->applicationDidFinishLaunching();
     const int status = QApplication::exec();
     UserDefaults::standard().flush();
-    // Every change is on the disk by now, so nothing is lost if a task still runs. The process then exits at
-    // once, because destroying the queues and the desktop under a running task would crash.
+    // If a task still runs, the process exits at once, because destroying the queues and the backend under a
+    // running task would crash. No setting is lost, because every change is on the disk by now.
     if (!dispatch::ThreadExecutor::awaitTasks(longestWaitForTasks))
         std::_Exit(status);
     return status;
@@ -138,12 +140,16 @@ int NSApplication::run() {
 
 void NSApplication::serverLost() {
     static std::once_flag once;
-    // Both connections to the server break at the same moment. The second thread that notices waits here
-    // until the process ends.
+    // Qt's connection and the backend's connection to the server break at the same moment, on two threads.
+    // The second thread waits here until the process ends.
     std::call_once(once, [] {
         NSLog("Mirrolet: the connection to the X server was lost");
         UserDefaults::standard().flush();
-        std::_Exit(EXIT_FAILURE); // Objects that point at the server cannot be destroyed in order any more.
+        // A Wayland compositor starts XWayland again by itself, and the session goes on.
+        if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+            restartProgram();
+        // The process exits at once, because objects that use the server can no longer be destroyed properly.
+        std::_Exit(EXIT_FAILURE);
     });
     std::abort();
 }

@@ -3,6 +3,7 @@
 #include "platform/desktop/Desktop.h"
 #include "platform/foundation/Bundle.h"
 #include "platform/foundation/GLibPointer.h"
+#include "platform/foundation/NSLog.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -27,11 +28,14 @@ bool NSWorkspace::open(const URL& link) const {
     const QUrl url(QString::fromStdString(link.absoluteString()));
     if (!url.isValid() || url.scheme().isEmpty())
         return false;
-    // Looks for an application first, because the opener accepts every link and reports a failure only later,
-    // in its own window.
+    // An application for the link must exist. This is checked here, because the program that opens links
+    // accepts every link, and reports a failure only later in its own window.
     const GLibPointer<GAppInfo> opener(
         g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()));
-    return opener && QDesktopServices::openUrl(url);
+    if (opener)
+        return QDesktopServices::openUrl(url);
+    NSLog("Mirrolet: no application of this desktop opens " + link.absoluteString());
+    return false;
 }
 
 std::shared_ptr<NSImage> NSWorkspace::iconForFile(const std::string& path) const {

@@ -13,20 +13,23 @@ namespace mirrolet::platform {
 namespace {
 
 constexpr std::array endingSignals = {SIGTERM, SIGINT, SIGHUP};
-int writeEnd = -1; ///< Set before the handlers, because a signal handler may use nothing else.
+/// The end of the pipe that the signal handler writes to. Global, because the handler gets only the signal's
+/// number. Set before the handler is installed.
+int writeEnd = -1;
 
 void noteSignal(int /*number*/) {
     const int saved = errno;
     const char byte = 1;
-    [[maybe_unused]] const auto written =
-        write(writeEnd, &byte, 1); // A failure is harmless, because a full pipe has woken the reader already.
+    // The write fails if the pipe is full. That is harmless, because the bytes in the pipe wake the reader.
+    [[maybe_unused]] const auto written = write(writeEnd, &byte, 1);
     errno = saved;
 }
 
 int openPipe() {
     std::array<int, 2> ends{};
+    // This fails only if the process has no file descriptors left at its very start.
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        std::abort(); // Happens only if no file descriptors are left at the very start.
+        std::abort();
     writeEnd = ends[1];
     return ends[0];
 }

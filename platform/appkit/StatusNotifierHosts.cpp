@@ -2,6 +2,7 @@
 
 #include "platform/dispatch/DispatchQueue.h"
 #include "platform/foundation/GLibPointer.h"
+#include "platform/foundation/GLibUserData.h"
 #include "platform/foundation/SessionBus.h"
 
 #include <utility>
@@ -15,9 +16,9 @@ constexpr auto watcherPath = "/StatusNotifierWatcher";
 
 } // namespace
 
-// The members are used on the bus's thread, except `changed`, which the main thread uses.
-struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
-    std::function<void(bool)> changed; ///< Empty once the owner is gone.
+// Only the thread of the session bus uses the members, except `changed`, which only the main thread uses.
+struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch>, GLibUserData<Watch> {
+    std::function<void(bool)> changed; ///< Empty once the StatusNotifierHosts is destroyed.
     GDBusConnection* connection = nullptr;
     guint nameWatch = 0;
     guint signalWatch = 0;
@@ -27,11 +28,6 @@ struct StatusNotifierHosts::Watch : std::enable_shared_from_this<Watch> {
     void ask();
     void report(bool present);
 
-    // GLib's user data is a weak pointer on the heap, because answers may come after the owner has gone.
-    using Weak = std::weak_ptr<Watch>;
-    static gpointer hold(const std::shared_ptr<Watch>& watch) { return new Weak(watch); }
-    static void drop(gpointer data) { delete static_cast<Weak*>(data); }
-    static std::shared_ptr<Watch> held(gpointer data) { return static_cast<Weak*>(data)->lock(); }
     static void onAnswer(GObject* connection, GAsyncResult* result, gpointer data);
 };
 
@@ -60,8 +56,8 @@ void StatusNotifierHosts::Watch::begin(GDBusConnection* bus) {
                 self->report(false);
         },
         hold(shared_from_this()), drop);
-    // Watches every signal of the registry, because not every registry announces both that a host came and
-    // that a host went.
+    // ask() is called after each signal of the registry, because some registries do not announce every host
+    // that comes or goes.
     signalWatch = g_dbus_connection_signal_subscribe(
         bus, watcherName, watcherName, nullptr, watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, gpointer data) {
@@ -79,8 +75,9 @@ void StatusNotifierHosts::Watch::end() {
 }
 
 void StatusNotifierHosts::Watch::ask() {
-    // The call has no time limit, because a registry that hangs answers neither yes nor no. The bus reports
-    // when the registry dies.
+    // The call has no time limit, because a time-out would wrongly count as the answer "no". While the
+    // registry hangs, the answer is simply not known yet. If the registry ends, the bus ends the call with an
+    // error.
     g_dbus_connection_call(connection, watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
                            g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"),
                            G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, nullptr,

@@ -3,6 +3,7 @@
 #include "platform/appkit/Coordinates.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSWindowStyleMask.h"
+#include "platform/desktop/Desktop.h"
 
 #include <QEvent>
 #include <QMoveEvent>
@@ -14,9 +15,17 @@ namespace mirrolet::platform {
 
 namespace {
 
+desktop::PanelStacking focusedPanelStacking() {
+    return desktop::Desktop::current().focusedPanelStacking();
+}
+
 Qt::WindowFlags containerFlags(unsigned styleMask) {
-    if (!(styleMask & NSWindowStyleMask::titled))
-        return Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+    if (!(styleMask & NSWindowStyleMask::titled)) {
+        const Qt::WindowFlags panelFlags = Qt::Tool | Qt::FramelessWindowHint;
+        return focusedPanelStacking() == desktop::PanelStacking::floating
+                   ? panelFlags | Qt::BypassWindowManagerHint
+                   : panelFlags;
+    }
     Qt::WindowFlags flags =
         Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
     flags.setFlag(Qt::WindowCloseButtonHint, styleMask & NSWindowStyleMask::closable);
@@ -37,13 +46,15 @@ class WidgetWindowHost::Container final : public QWidget {
     }
     ~Container() override {
         hosted.hide();
-        hosted.setParent(nullptr); // The widget belongs to the hosting view.
+        // This window must not delete the widget, because the hosting view owns it.
+        hosted.setParent(nullptr);
     }
 
   protected:
     void moveEvent(QMoveEvent* /*event*/) override {
+        // A window that is not a panel has a title bar, so the window manager may have moved it.
         if (!host.panel.isOpen())
-            host.moved(geometry()); // Besides this program, only a window manager moves the window.
+            host.moved(geometry());
     }
     void resizeEvent(QResizeEvent* /*event*/) override { host.cutCorners(); }
 
@@ -54,7 +65,8 @@ class WidgetWindowHost::Container final : public QWidget {
         return handled;
     }
 
-    /// Takes the focus at a click, because a click alone does not give an override-redirect window the focus.
+    /// Takes the focus at a click, because the window manager gives the focus only to windows that it
+    /// manages, and it does not manage a panel.
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonPress)
             host.owner.makeKey();
@@ -92,7 +104,7 @@ void WidgetWindowHost::makePanel() {
     const auto number = static_cast<desktop::WindowNumber>(container->winId());
     container->windowHandle()->installEventFilter(container.get());
     awaitQt();
-    openPanel(number, desktop::PanelStacking::floating);
+    openPanel(number, focusedPanelStacking());
     cutCorners();
 }
 

@@ -46,12 +46,15 @@ namespace {
 
 OpaqueEventTarget applicationTarget;
 
-/// The installed handlers and the registered hot keys. Main thread only. Never destroyed, because presses may
-/// arrive until the end of the program.
+/// Holds the installed handlers and the registered hot keys. Main thread only. Never destroyed, because
+/// presses may arrive until the end of the program.
 struct Registry {
-    std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;           ///< The last one is called first.
-    std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys; ///< Keyed by the grab's number.
+    /// The handler that was installed last is called first.
+    std::vector<std::shared_ptr<OpaqueEventHandler>> handlers;
+    /// Each hot key is stored under the number that was passed to the backend's grab().
+    std::map<std::uint32_t, std::unique_ptr<OpaqueEventHotKey>> hotKeys;
     std::set<std::unique_ptr<OpaqueHotKeyMode>> modes;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> titles; ///< Keyed by signature and id.
     std::uint32_t lastGrab = 0;
 
     static Registry& instance() {
@@ -60,8 +63,8 @@ struct Registry {
     }
 
     void deliver(OpaqueEvent event) {
-        // A handler may remove itself and others. Removed handlers exist until the event is delivered, but
-        // are not called.
+        // A handler may remove itself or another handler. The copy keeps removed handlers alive until the
+        // loop ends, but the loop does not call them.
         const auto installed = handlers;
         for (auto next = installed.rbegin(); next != installed.rend(); ++next) {
             if (std::find(handlers.begin(), handlers.end(), *next) == handlers.end() ||
@@ -80,7 +83,8 @@ struct Registry {
 
     void pressed(std::uint32_t grab) {
         const auto found = hotKeys.find(grab);
-        if (found != hotKeys.end()) // The hot key may be unregistered since the press.
+        // The hot key may have been unregistered after the press.
+        if (found != hotKeys.end())
             deliver({{kEventClassKeyboard, kEventHotKeyPressed}, found->second->id});
     }
 };
@@ -99,8 +103,8 @@ std::optional<std::uint32_t> desktopModifiers(std::uint32_t carbon) {
             modifiers |= modifier;
         carbon &= ~mask;
     }
-    // A mask with an unknown modifier is refused. Without that modifier another combination would be grabbed,
-    // perhaps a plain key.
+    // A mask with an unknown modifier is refused. Ignoring the unknown modifier would grab another
+    // combination, perhaps a key without any modifier.
     return carbon == 0 ? std::optional(modifiers) : std::nullopt;
 }
 
@@ -119,7 +123,8 @@ OSStatus statusOf(desktop::GrabResult result) {
 } // namespace
 
 void FollowDesktopHotKeys() {
-    desktopHotKeys().setPressed([](std::uint32_t grab) { // Runs on the desktop's own thread.
+    // The backend calls this closure on its own thread, so the closure posts the press to the main queue.
+    desktopHotKeys().setPressed([](std::uint32_t grab) {
         DispatchQueue::main().async([grab] { Registry::instance().pressed(grab); });
     });
 }
@@ -164,6 +169,10 @@ OSStatus GetEventParameter(EventRef event, std::uint32_t name, std::uint32_t des
     return noErr;
 }
 
+void SetEventHotKeyTitle(EventHotKeyID id, const std::string& title) {
+    Registry::instance().titles[{id.signature, id.id}] = title;
+}
+
 OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
                              EventTargetRef target, OptionBits, EventHotKeyRef* registered) {
     const auto key = evdevFromVirtual(keyCode);
@@ -174,6 +183,7 @@ OSStatus RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Eve
     if (registry.holds(keyCode, modifiers)) // One press cannot go to two hot keys.
         return eventHotKeyExistsErr;
     const auto grab = ++registry.lastGrab;
+    desktopHotKeys().setTitle(grab, registry.titles[{id.signature, id.id}]);
     const auto status = statusOf(desktopHotKeys().grab(grab, *key, *desktopMask));
     if (status != noErr)
         return status;

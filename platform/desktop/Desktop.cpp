@@ -31,6 +31,10 @@ WorkArea& Desktop::workArea() {
     return nothing;
 }
 
+std::unique_ptr<FrameImporter> Desktop::makeFrameImporter() {
+    return nullptr;
+}
+
 Desktop& Desktop::current() {
     if (!theDesktop)
         std::abort(); // The program has to choose its desktop before it uses the platform layer.

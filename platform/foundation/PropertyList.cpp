@@ -7,13 +7,14 @@ namespace mirrolet::platform {
 
 namespace {
 
-/// A number that is whole and fits a 64-bit integer.
+/// Returns the value as a 64-bit integer. Returns none if the value is not a whole number or is too large.
 std::optional<std::int64_t> wholeNumber(const PropertyList::Storage& value) {
     if (const auto* integer = std::get_if<std::int64_t>(&value))
         return *integer;
     const auto* real = std::get_if<double>(&value);
-    constexpr double limit =
-        9.0e18; // Inside the range, so that the cast is defined. The comparison is false for NaN.
+    // A double up to this limit fits into a 64-bit integer, so the cast below is defined. NaN is refused,
+    // because comparing with NaN is false.
+    constexpr double limit = 9.0e18;
     if (!real || !(std::abs(*real) <= limit) || std::trunc(*real) != *real)
         return std::nullopt;
     return static_cast<std::int64_t>(*real);

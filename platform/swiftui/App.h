@@ -10,10 +10,11 @@ namespace mirrolet::platform {
 /// A view that shows nothing.
 struct EmptyView {};
 
-/// The scene of an application that opens no window at launch; its content is shown only on demand.
+/// The part of an application that describes its settings window. The window is not opened when the program
+/// starts.
 template <class Content> struct Settings { Content content; };
 
-/// Makes the one delegate of the application and keeps it as long as the application lives.
+/// Makes the application's delegate, and keeps it as long as the application lives.
 template <class Delegate> class NSApplicationDelegateAdaptor {
   public:
     NSApplicationDelegateAdaptor() : delegate(Delegate::make()) {
@@ -24,12 +25,12 @@ template <class Delegate> class NSApplicationDelegateAdaptor {
     std::shared_ptr<Delegate> delegate;
 };
 
-/// Runs an application object until it terminates, and returns the exit status. The NSApplication and the
-/// desktop must exist already.
+/// Runs an application until it terminates, and returns the exit status. The NSApplication and the backend
+/// must exist already.
 template <class App> int runApplication() {
     const App app;
-    (void)app
-        .body(); // Only a scene that opens windows at launch would be shown here, and there is no such scene.
+    // The result is not used, because the settings window is not opened when the program starts.
+    (void)app.body();
     return NSApplication::shared().run();
 }
 

@@ -17,8 +17,10 @@ constexpr int boxSide = 15;
 constexpr int inset = 4;
 constexpr int gap = 8;
 
-const List::Row& rowAt(const QModelIndex& index) {
-    return static_cast<const ListModel*>(index.model())->row(index.row());
+/// Returns a pointer and not a reference, because newer compilers would wrongly warn about a dangling
+/// reference.
+const List::Row* rowAt(const QModelIndex& index) {
+    return &static_cast<const ListModel*>(index.model())->row(index.row());
 }
 
 QRect square(const QRect& row, int left, int side) {
@@ -75,7 +77,7 @@ void ListDelegate::paintCheckBox(QPainter& painter, const QRectF& box, bool isOn
 }
 
 void ListDelegate::paintImage(QPainter& painter, const QRect& place, const QModelIndex& index) const {
-    const List::Row& row = rowAt(index);
+    const List::Row& row = *rowAt(index);
     if (const auto known = images.find(row.id); known != images.end()) {
         painter.drawPixmap(place, known->second);
         return;
@@ -87,13 +89,14 @@ void ListDelegate::paintImage(QPainter& painter, const QRect& place, const QMode
 }
 
 void ListDelegate::loadNext() {
-    // Skips rows that were filtered or scrolled away meanwhile. Such a row asks again when it is drawn again.
+    // A row may have been filtered or scrolled away since it asked for its picture. Such a row is skipped. It
+    // asks again when it is drawn again.
     while (!wanted.empty()) {
         const QPersistentModelIndex index = wanted.front();
         wanted.pop_front();
         if (!index.isValid() || !view.viewport()->rect().intersects(view.visualRect(index)))
             continue;
-        const List::Row& row = rowAt(index);
+        const List::Row& row = *rowAt(index);
         if (images.count(row.id) != 0)
             continue;
         const double scale = view.devicePixelRatioF();

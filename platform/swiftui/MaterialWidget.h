@@ -1,13 +1,15 @@
 #pragma once
 
+#include "platform/combine/AnyCancellable.h"
+
 #include <QWidget>
 
 namespace mirrolet::platform::swiftui {
 
-/// Paints a material in a rounded rectangle behind its children, and a hairline around it.
+/// Paints an opaque rounded rectangle behind its children, and a hairline around the rectangle.
 class MaterialWidget : public QWidget {
   public:
-    explicit MaterialWidget(double cornerRadius) : radius(cornerRadius) {}
+    explicit MaterialWidget(double cornerRadius);
     [[nodiscard]] double cornerRadius() const { return radius; }
 
   protected:
@@ -15,6 +17,7 @@ class MaterialWidget : public QWidget {
 
   private:
     double radius;
+    AnyCancellable compositedSubscription;
 };
 
 } // namespace mirrolet::platform::swiftui

@@ -16,8 +16,8 @@ double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// Darkens a colour until white text on it is readable. That takes a contrast of 4.5 to 1, which is a
-/// luminance of at most 0.183.
+/// Darkens a colour until white text on the colour is readable. Readable text needs a contrast of 4.5 to 1,
+/// so the colour's luminance may be 0.183 at most.
 QColor readableUnderWhite(QColor color) {
     while (luminance(color) > 0.183)
         color = mixed(color, Qt::black, 0.04);
@@ -41,8 +41,9 @@ QColor withAlpha(QColor color, double alpha) {
 
 Theme::Theme(const QWidget& widget) {
     const QPalette& palette = widget.palette();
-    const auto group =
-        QPalette::Active; // An inactive window keeps its look, because only the desktop's frame changes.
+    // The colours of an active window are used even while the window is inactive. Only the window's title bar
+    // shows that the window is inactive.
+    const auto group = QPalette::Active;
     const QColor window = palette.color(group, QPalette::Window);
     const QColor text = palette.color(group, QPalette::WindowText);
     const QColor base = palette.color(group, QPalette::Base);
@@ -61,8 +62,8 @@ Theme::Theme(const QWidget& widget) {
 
 QFont resolvedFont(Font font) {
     QFont result = QApplication::font();
-    // Relative to body text of size 13, a headline has the same size but is bold, and a subheadline has size
-    // 11.
+    // Body text has the desktop's font size. A headline has the same size but is bold. A subheadline is
+    // smaller.
     const double scale = font == Font::subheadline ? 11.0 / 13.0 : 1.0;
     if (result.pointSizeF() > 0)
         result.setPointSizeF(result.pointSizeF() * scale);
@@ -85,7 +86,8 @@ QPainterPath continuousRectangle(const QRectF& bounds, double radius) {
     const double inner = reach * (0.37282 / 1.528665);
     QPainterPath path;
     const auto corner = [&](QPointF at, QPointF in, QPointF out) {
-        // `in` points back along the edge that arrives, `out` along the edge that leaves.
+        // `in` points from the corner back along the first edge. `out` points from the corner forward along
+        // the second edge.
         const auto place = [&](double along, double away) { return at + in * along + out * away; };
         const QPointF start = place(reach, 0);
         if (path.elementCount() == 0)

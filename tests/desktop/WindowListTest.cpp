@@ -19,7 +19,7 @@ using namespace mirrolet::harness;
 using testing::IsEmpty;
 using testing::Optional;
 
-/// The window list and applications of a server, and clients that fill it.
+/// Tests the window list on an X server to which the test adds clients and windows.
 class WindowListTest : public testing::Test {
   protected:
     WindowListTest() {
@@ -27,6 +27,8 @@ class WindowListTest : public testing::Test {
         connection = X11Connection::open(server.display(), problem);
         sandbox.write("data/applications/net.whatsapp.WhatsApp.desktop",
                       "[Desktop Entry]\nType=Application\nName=Chats\nExec=chats\nStartupWMClass=WhatsApp\n");
+        sandbox.write("data/applications/notes.desktop", "[Desktop Entry]\nType=Application\nName=Web notes\n"
+                                                         "Exec=browser --app-id=n\nStartupWMClass=crx_n\n");
         applications = std::make_unique<X11Applications>(
             *connection, previousFocus, DesktopEntryIndex({(sandbox.dataHome() / "applications").string()}));
         list = std::make_unique<X11WindowList>(*connection, *applications,
@@ -61,7 +63,8 @@ class WindowListTest : public testing::Test {
                const std::vector<std::uint32_t>& values) {
         write(window, property, type, 32, {reinterpret_cast<const char*>(values.data()), values.size() * 4});
     }
-    /// Sets a window manager's properties on the root window. `check` is the window manager's own window.
+    /// Sets the properties that a window manager sets on the root window. `check` is the window manager's own
+    /// window.
     void pretendManager(xcb_window_t check, const std::vector<std::uint32_t>& stack) {
         write(client.root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
         write(client.root(), "_NET_CLIENT_LIST_STACKING", "WINDOW", stack);
@@ -94,7 +97,7 @@ TEST_F(WindowListTest, GivesManagedWindowsFrontToBackWithTheirOwners) {
     const WindowManager manager(server, WindowManagerKind::openbox);
     WindowCommands commands(client);
     const CallWindow call(server);
-    const CallWindow other(server, {.title = "Notes", .wmClass = "Notes", .wmInstance = "notes"});
+    const CallWindow other(server, {.title = "Notes", .wmClass = "Browser", .wmInstance = "crx_n"});
     const CallWindow dock(server, {.title = "Dock", .type = "_NET_WM_WINDOW_TYPE_DOCK"});
     const CallWindow desktop(server, {.title = "Desktop", .type = "_NET_WM_WINDOW_TYPE_DESKTOP"});
     commands.activate(call.window());
@@ -111,7 +114,7 @@ TEST_F(WindowListTest, GivesManagedWindowsFrontToBackWithTheirOwners) {
     const auto box = WindowFacts(client).box(call.window());
     EXPECT_EQ(row.bounds, (PixelRect{box.x, box.y, box.width, box.height}));
     EXPECT_EQ(applications->running(row.ownerPid)->identifier, "net.whatsapp.WhatsApp");
-    EXPECT_EQ(rowOf(other.window()).ownerName, "Notes");
+    EXPECT_EQ(rowOf(other.window()).ownerName, "Web notes");
 
     commands.addState(call.window(), "_NET_WM_STATE_ABOVE");
     EXPECT_TRUE(waitUntil([&] { return rowOf(call.window()).layer > 0; }));
@@ -176,7 +179,7 @@ TEST_F(WindowListTest, BearsEveryKindOfNonsense) {
     EXPECT_EQ(windows().size(), 2) << "no list, so the server's stack";
 }
 
-/// The rows list what real window managers were seen to do with windows that are not shown.
+/// Each row is a state of a window that was observed under a real window manager.
 TEST_F(WindowListTest, CountsWhatIsMirroredOnAnotherWorkspaceOrMinimizedButLive) {
     const auto check = makeWindow(false);
     const std::vector<std::uint32_t> normal{1, 0}, iconic{3, 0}, hidden{client.atom("_NET_WM_STATE_HIDDEN")};
@@ -224,7 +227,9 @@ TEST_F(WindowListTest, LooksAgainForAMirroredWindowInTheMiddleOfAChangeOfWorkspa
     write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {0});
     int looks = 0;
     isMirrored = [&](xcb_window_t) {
-        if (++looks == 2) // The call's window was unmapped before this change.
+        // The user leaves the workspace while the list is read. The window manager has already unmapped the
+        // call's window.
+        if (++looks == 2)
             write(client.root(), "_NET_CURRENT_DESKTOP", "CARDINAL", {1});
         return true;
     };
@@ -241,7 +246,7 @@ TEST_F(WindowListTest, ReadsOnAmongThousandsOfWindowsThatDie) {
     const auto listed = windows();
     EXPECT_EQ(listed.size(), 2000);
     EXPECT_EQ(listed.front(), stack.back());
-    // Three of four windows die while the list is read again and again.
+    // Destroys three of four windows while the list is read again and again.
     std::size_t died = 0;
     while (died < 1500) {
         for (int i = 0; i < 50; ++i)

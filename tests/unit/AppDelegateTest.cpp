@@ -22,7 +22,7 @@ constexpr desktop::WindowNumber callNumber = 77;
 constexpr desktop::WindowNumber editorWindow = 78;
 constexpr std::int32_t messengerPid = 4001;
 constexpr std::int32_t editorPid = 4002;
-// Option-Command-P and Option-Command-F, given by the places of the keys on the keyboard.
+// The default shortcuts Super+Alt+P and Super+Alt+F. 25 and 33 are the evdev codes of the keys P and F.
 const desktop::fake::FakeHotKeys::Combination showHide{25, desktop::superModifier | desktop::altModifier};
 const desktop::fake::FakeHotKeys::Combination startClose{33, desktop::superModifier | desktop::altModifier};
 
@@ -72,13 +72,15 @@ class AppDelegateTest : public DesktopTest {
                    ? std::optional(delegate->pipController->windowID)
                    : std::nullopt;
     }
-    /// Presses a button of the alert that comes up next, and notes the alert's texts and default button.
+    /// Waits for the next alert and presses a button. Stores in `alert` the alert's texts, its default button
+    /// and the button that Escape presses.
     void answerNextAlert(const QString& button) {
         QTimer::singleShot(0, [this, button] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box)
                 return;
-            for (const auto& text : {box->text(), box->informativeText(), box->defaultButton()->text()})
+            for (const auto& text : {box->text(), box->informativeText(), box->defaultButton()->text(),
+                                     box->escapeButton()->text()})
                 alert.push_back(text.toStdString());
             for (auto* each : box->buttons())
                 if (each->text() == button)
@@ -100,7 +102,7 @@ TEST_F(AppDelegateTest, AClosedMirrorStaysTheSessionUntilTheShortcutClearsIt) {
     delegate->pipController->panel->closeButtonTapped();
     time.run();
     EXPECT_TRUE(delegate->activeSession);
-    choose(1); // The session also refuses "PiP Frontmost Window".
+    choose(1); // During a session "PiP Frontmost Window" has no effect.
     EXPECT_EQ(delegate->promptPanel, nullptr);
     press(showHide);
     SettingsStore::shared().setPipAlwaysOnTop(false);
@@ -159,13 +161,14 @@ TEST_F(AppDelegateTest, AMirrorThatBeganAmongNormalWindowsRisesWhenKeptOnTop) {
 
 TEST_F(AppDelegateTest, TheStartCloseShortcutAsksNothingAndDismissesAPrompt) {
     launch();
-    press(startClose); // Without a window there is no alert.
+    press(startClose); // There is no window to mirror. No alert is shown.
     EXPECT_FALSE(delegate->activeSession);
     callAppears();
     press(startClose);
     EXPECT_EQ(delegate->promptPanel, nullptr);
     EXPECT_FALSE(delegate->activeSession);
-    desktop.applications().setFrontmost(9999); // 9999 owns no window, so the largest window is taken.
+    // The frontmost application has no window, so the largest window of any application is mirrored.
+    desktop.applications().setFrontmost(9999);
     press(startClose);
     EXPECT_EQ(mirrored(), editorWindow);
     press(startClose);
@@ -199,7 +202,7 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
     EXPECT_EQ(entry(0).title(), "Monitoring Active");
     callAppears();
     accept();
-    choose(0); // A pause during a call ends its mirror.
+    choose(0); // Pausing the monitoring closes the mirror.
     time.run();
     EXPECT_EQ(entry(0).title(), "Monitoring Paused");
     EXPECT_EQ(mirrored(), std::nullopt);
@@ -211,7 +214,7 @@ TEST_F(AppDelegateTest, TheMenuEntryAsksFirstAndSaysWhenThereIsNoWindow) {
     choose(1);
     EXPECT_THAT(alert, testing::ElementsAre(
                            "No Window Found",
-                           "Bring the app you'd like to mirror to the front, then try again.", "OK"));
+                           "Bring the app you'd like to mirror to the front, then try again.", "OK", "OK"));
     EXPECT_FALSE(delegate->activeSession);
     desktop.windowList().setWindows({{editor}});
     choose(1);
@@ -236,8 +239,8 @@ TEST_F(AppDelegateTest, WithoutPermissionAnAcceptedPromptEndsInTheAlert) {
         "Mirrolet needs Screen Recording permission to mirror windows into a floating PiP overlay. Grant "
         "access in "
         "System Settings > Privacy & Security > Screen Recording, then relaunch Mirrolet.",
-        "Open System Settings"};
-    EXPECT_EQ(std::vector(alert.begin(), alert.begin() + 3), once);
+        "Open System Settings", "Cancel"};
+    EXPECT_EQ(std::vector(alert.begin(), alert.begin() + 4), once);
     EXPECT_EQ(alert.size(), 2 * once.size());
 }
 
@@ -249,23 +252,24 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     const int grabs = desktop.hotKeys().grabsMade();
     const int reads = desktop.windowList().reads();
     store.setPromptTimeout(15);
-    store.setShortcutKeyCode(store.shortcutKeyCode()); // The same shortcut is recorded again.
+    store.setShortcutKeyCode(store.shortcutKeyCode()); // Stores the same shortcut again.
     store.setShortcutModifiers(store.shortcutModifiers());
     time.run();
     EXPECT_EQ(desktop.hotKeys().grabsMade(), grabs);
     EXPECT_EQ(desktop.windowList().reads(), reads);
 
-    store.setShortcutKeyCode(0); // The A key.
+    store.setShortcutKeyCode(0); // Key code 0 is A.
     time.run();
     const desktop::fake::FakeHotKeys::Combination changed{30, showHide.second};
     EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(changed, startClose));
-    store.setPipFrontmostShortcutKeyCode(1); // The S key.
+    store.setShortcutKeyCode(35);            // Changes the shortcut back to P.
+    store.setPipFrontmostShortcutKeyCode(1); // Key code 1 is S.
     time.run();
     const desktop::fake::FakeHotKeys::Combination other{31, startClose.second};
-    EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(changed, other));
+    EXPECT_THAT(desktop.hotKeys().held(), testing::UnorderedElementsAre(showHide, other));
     store.setPollInterval(5);
     time.run();
-    EXPECT_EQ(desktop.windowList().reads(), reads + 1); // A new timer polls at once, and the call goes on.
+    EXPECT_EQ(desktop.windowList().reads(), reads + 1); // The new poll timer polls at once.
     EXPECT_EQ(mirrored(), callNumber);
     store.setPipAlwaysOnTop(false);
     time.run();

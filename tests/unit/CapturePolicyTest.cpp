@@ -62,7 +62,8 @@ struct Row {
     State state;
 };
 
-/// A test with a policy and the moment when the next table begins.
+/// Feeds tables of events to a capture policy. The times in a table count from `begin`, which is the time of
+/// the last row of the table before.
 class CapturePolicyTest : public testing::Test {
   protected:
     void run(const std::vector<Row>& rows) {
@@ -81,11 +82,15 @@ class CapturePolicyTest : public testing::Test {
              {0ms, tickEnded(), {copyPixels}, State::direct}});
     }
 
-    void startRedirected() {
+    void startObscured() {
         run({{0ms, tick(replaced), {checkWindow}, State::hidden},
              {0ms, viewable(false), {checkRedirection}, State::hidden},
-             {0ms, redirectedByAnother(false), {redirect, namePixmap}, State::awaitingRepaint},
-             {0ms, pixmapNamed(true), {showPixmap}, State::redirected},
+             {0ms, redirectedByAnother(false), {redirect, namePixmap}, State::awaitingRepaint}});
+    }
+
+    void startRedirected() {
+        startObscured();
+        run({{0ms, pixmapNamed(true), {showPixmap}, State::redirected},
              {0ms, tick(damaged), {checkWindow}, State::redirected},
              {0ms, viewable(false), {namePixmap}, State::redirected},
              {0ms, pixmapNamed(false), {showPixmap}, State::redirected}});
@@ -107,12 +112,13 @@ TEST_F(CapturePolicyTest, ReadsAnUnobscuredWindowDirectlyAndKeepsACopyOfIt) {
          {700ms, tick(damaged), {takeDamage}, State::direct},
          {700ms, tickEnded(), {}, State::direct},
          {1690ms, tick(nothing), {}, State::direct},
-         // The window stopped drawing a second ago.
+         // The last damage was a second ago, so the whole window is read once more.
          {1700ms, tick(nothing), {damageAll}, State::direct},
          {1700ms, tickEnded(), {copyPixels}, State::direct},
          {1760ms, tick(nothing), {}, State::direct},
          {1h, tick(nothing), {}, State::direct},
-         // A changing window is checked again. The window is still read directly.
+         // The window changes again, so the policy checks whether the window is obscured. The window is still
+         // unobscured.
          {1h, tick(damaged), {checkWindow}, State::direct},
          {1h, viewable(true), {checkRedirection}, State::direct},
          {1h, redirectedByAnother(false), {damageAll}, State::direct},
@@ -129,7 +135,8 @@ TEST_F(CapturePolicyTest, ShowsARedirectedWindowOnceItHasRepaintedItsObscuredPar
          {0ms, redirectedByAnother(false), {stopReading, redirect, namePixmap}, State::awaitingRepaint},
          {0ms, pixmapNamed(false), {}, State::awaitingRepaint},
          {0ms, tickEnded(), {}, State::awaitingRepaint},
-         // The window may have another pixmap by the first damage, so the pixmap is named again.
+         // The window may have got another pixmap at its first damage, so the policy asks for the pixmap
+         // again.
          {60ms, tick(damaged), {checkWindow}, State::awaitingRepaint},
          {60ms, viewable(false), {namePixmap}, State::awaitingRepaint},
          {60ms, pixmapNamed(false), {}, State::awaitingRepaint},
@@ -143,17 +150,16 @@ TEST_F(CapturePolicyTest, ShowsARedirectedWindowOnceItHasRepaintedItsObscuredPar
 }
 
 TEST_F(CapturePolicyTest, ShowsARedirectedWindowThatDoesNotRepaintAfterTwoSeconds) {
-    run({{0ms, tick(replaced), {checkWindow}, State::hidden},
-         {0ms, viewable(false), {checkRedirection}, State::hidden},
-         {0ms, redirectedByAnother(false), {redirect, namePixmap}, State::awaitingRepaint},
-         {0ms, pixmapNamed(false), {}, State::awaitingRepaint},
+    startObscured();
+    run({{0ms, pixmapNamed(false), {}, State::awaitingRepaint},
          {900ms, tick(damaged), {checkWindow}, State::awaitingRepaint},
          {900ms, viewable(false), {namePixmap}, State::awaitingRepaint},
          {900ms, pixmapNamed(false), {}, State::awaitingRepaint},
          {1900ms, tick(nothing), {damageAll}, State::awaitingRepaint},
          {1990ms, tick(nothing), {}, State::awaitingRepaint},
          {2000ms, tick(nothing), {checkWindow}, State::redirected},
-         // The new pixmap cannot be named now. The earlier pixmap still waits for a repaint.
+         // The policy gets no answer to `checkWindow`, as when the window's new pixmap cannot be read. The
+         // earlier pixmap is still not shown, because the window has not repainted it.
          {2010ms, tick(nothing), {}, State::redirected},
          {2010ms, damageTaken(corner), {}, State::redirected},
          {2060ms, tick(replaced), {checkWindow}, State::redirected},
@@ -162,10 +168,8 @@ TEST_F(CapturePolicyTest, ShowsARedirectedWindowThatDoesNotRepaintAfterTwoSecond
 }
 
 TEST_F(CapturePolicyTest, DropsAWaitingPixmapWhenTheWindowIsReadDirectlyAgain) {
-    run({{0ms, tick(replaced), {checkWindow}, State::hidden},
-         {0ms, viewable(false), {checkRedirection}, State::hidden},
-         {0ms, redirectedByAnother(false), {redirect, namePixmap}, State::awaitingRepaint},
-         {0ms, pixmapNamed(false), {}, State::awaitingRepaint},
+    startObscured();
+    run({{0ms, pixmapNamed(false), {}, State::awaitingRepaint},
          {1990ms, tick(replaced), {checkWindow}, State::awaitingRepaint},
          {2000ms, viewable(true), {unredirect, checkRedirection}, State::hidden},
          {2000ms, redirectedByAnother(false), {readDirectly}, State::direct},
@@ -215,7 +219,7 @@ TEST_F(CapturePolicyTest, LeavesAHiddenWindowAloneUntilItIsViewableAgain) {
          {2h, redirectedByAnother(false), {readDirectly}, State::direct}});
 }
 
-/// A test of ticks that each report damage to most of the window.
+/// Tests ticks that each report damage to most of the window.
 class CapturePolicyTestOfContinuousDamage : public CapturePolicyTest {
   protected:
     void SetUp() override { startDirect(); }
@@ -260,7 +264,7 @@ TEST_F(CapturePolicyTestOfContinuousDamage, EndsWithASmallDamageOrATickWithoutAn
 
 TEST_F(CapturePolicyTestOfContinuousDamage, IsReportedAgainBeforeTheWindowIsRedirected) {
     reportMost(15, {applyDamage, ignoreDamage});
-    run({{1ms, tick(damaged), {damageAll}, State::direct}, // Reported before damage was ignored.
+    run({{1ms, tick(damaged), {damageAll}, State::direct}, // This damage was reported before `ignoreDamage`.
          {1ms, tick(replaced), {checkWindow}, State::direct},
          {1ms, viewable(false), {checkRedirection}, State::direct},
          {1ms,

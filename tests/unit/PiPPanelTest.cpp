@@ -16,8 +16,7 @@ using namespace platform;
 
 constexpr desktop::WindowNumber callWindow = 77;
 
-/// A pointer, whose events go to the panel's native window. Positions count from the main screen's top-left
-/// corner.
+/// Sends pointer events to a native window. Positions are relative to the top-left corner of the main screen.
 class Pointer {
   public:
     explicit Pointer(QWindow& target) : window(target) {}
@@ -73,7 +72,7 @@ TEST_F(PiPPanelTest, AMoveFollowsThePointerAndIsNotClamped) {
     pointer.drag(start + QPointF(-5000, 0));
     EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
     pointer.release(start);
-    pointer.drag(start + QPointF(10, 10)); // A drag without a press.
+    pointer.drag(start + QPointF(10, 10)); // The button is not pressed any more.
     EXPECT_EQ(panel->frame().origin, (NSPoint{-4800, 300}));
 }
 
@@ -84,12 +83,14 @@ TEST_F(PiPPanelTest, TheGripResizesFromAFixedTopLeftCornerDownToFiftyPoints) {
     EXPECT_EQ(native().cursor().shape(), Qt::CrossCursor);
     pointer.press(grip);
     pointer.drag(grip + QPointF(60, 40));
-    pointer.drag(grip + QPointF(60, 40)); // The panel grows no further than the pointer moves.
+    // A second event at the same position does not make the panel grow further.
+    pointer.drag(grip + QPointF(60, 40));
     EXPECT_EQ(panel->frame(), (NSRect{{200, 260}, {160, 120}}));
     EXPECT_EQ(panel->closeButton->frame(), (NSRect{{8, 92}, {20, 20}}));
     EXPECT_EQ(panel->resizeHandle->frame(), (NSRect{{136, 0}, {24, 24}}));
     EXPECT_EQ(panel->contentView()->trackingAreas().size(), 1u);
-    for (const double step : {-70.0, -70.0, -70.0}) // The first two steps shrink the panel, down to 50.
+    // The pointer moves by more than the panel's size. The panel shrinks only to 50 x 50.
+    for (const double step : {-70.0, -70.0, -70.0})
         pointer.drag(grip + QPointF(step, step) * 2);
     EXPECT_EQ(panel->frame(), (NSRect{{200, 330}, {50, 50}}));
     pointer.release(grip);
@@ -107,7 +108,8 @@ TEST_F(PiPPanelTest, ADragEndsWhenTheWindowGoesAwayUnderThePointer) {
         },
         [this] { panel->setLevel(NSWindowLevel::normal); },
     };
-    const std::vector<QPoint> places = {{50, 40}, {95, 75}, {18, 18}}; // Picture, grip, close button.
+    // The places lie on the picture, the grip and the close button.
+    const std::vector<QPoint> places = {{50, 40}, {95, 75}, {18, 18}};
     for (const auto& depart : departures) {
         for (const auto& place : places) {
             panel->setLevel(NSWindowLevel::floating);
@@ -134,26 +136,36 @@ TEST_F(PiPPanelTest, TheCloseButtonAsksOnceAndIsNotADrag) {
     EXPECT_EQ(asked, 1);
     EXPECT_FALSE(panel->dragOrigin);
     pointer.press(button);
-    pointer.release(native().position() + QPoint(60, 60)); // A release outside of the button does not close.
+    // If the button is released outside of the close button, the panel does not close.
+    pointer.release(native().position() + QPoint(60, 60));
     EXPECT_EQ(asked, 1);
 }
 
 TEST_F(PiPPanelTest, TheCloseButtonFadesInUnderThePointerAndOutAgain) {
     Pointer pointer(native());
     const auto waitForAlpha = [this](double alpha) {
-        const QDeadlineTimer deadline(1000); // Several times as long as a fade.
+        const QDeadlineTimer deadline(1000); // A fade takes much less than a second.
         while (panel->closeButton->alphaValue() != alpha && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        settle(); // A stalled machine does not count as a slow fade.
+        settle(); // Handles events that a slow machine has delayed.
         return panel->closeButton->alphaValue();
     };
     EXPECT_EQ(panel->closeButton->alphaValue(), 0);
     pointer.enter(native().position() + QPoint(50, 40));
     EXPECT_LT(panel->closeButton->alphaValue(), 1);
     EXPECT_EQ(waitForAlpha(1), 1);
-    panel->setFrame({{200, 300}, {120, 90}}, true); // Moves the panel under a pointer that stays inside.
+    const auto pixel = [&](int x, int y) { return presented().overlay.pixels.at(y * 100 + x); };
+    EXPECT_EQ(pixel(18, 18), 0xffffffffu) << "the cross";
+    EXPECT_EQ(pixel(18, 18 - 8) >> 16 & 0xff, 0xffu) << "the red disc";
+    EXPECT_LT(pixel(18, 18 - 8) & 0xff, 0x60u);
+    panel->setFrame({{200, 300}, {120, 90}}, true); // The pointer stays inside the panel.
     EXPECT_EQ(panel->closeButton->alphaValue(), 1);
     pointer.leave();
+    EXPECT_EQ(waitForAlpha(0), 0);
+    pointer.enter(native().position() + QPoint(50, 40));
+    EXPECT_EQ(waitForAlpha(1), 1);
+    panel->orderOut(); // Hides the panel under the pointer.
+    panel->orderFrontRegardless();
     EXPECT_EQ(waitForAlpha(0), 0);
 }
 
@@ -167,7 +179,7 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
     }
     EXPECT_EQ(presented().picture, image);
     EXPECT_EQ(presented().pictureTarget, (desktop::PixelRect{0, 15, 100, 50}));
-    EXPECT_EQ(presented().picturesSet, 2); // The first is no picture. The second is this one, set once.
+    EXPECT_EQ(presented().picturesSet, 2); // One call set no picture, and one call set `image`.
     EXPECT_EQ(presented().overlaysSet, overlays);
     EXPECT_EQ(presented().background, 0xff000000u);
     EXPECT_EQ(presented().cornerRadius, 10);
@@ -182,12 +194,12 @@ TEST_F(PiPPanelTest, ThePictureIsPutInTheMiddleByTheServerAndTheOverlayIsPainted
 
     const auto& overlay = presented().overlay;
     const auto pixel = [&](int x, int y) { return overlay.pixels[static_cast<std::size_t>(y) * 100 + x]; };
-    EXPECT_EQ(pixel(50, 40), 0u);           // Empty over the picture.
-    EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // The border, white with an alpha of a quarter.
-    EXPECT_EQ(pixel(14, 14), 0u);           // No close button before the pointer comes.
-    EXPECT_GT(pixel(92, 72) >> 24, 100u);   // A stroke of the grip.
-    EXPECT_GT(pixel(90, 70) >> 24, 50u);    // The other stroke of the grip.
-    EXPECT_EQ(pixel(96, 75), 0u);           // The first segment of the grip has no length.
+    EXPECT_EQ(pixel(50, 40), 0u);           // The overlay is transparent over the picture.
+    EXPECT_NEAR(pixel(50, 0) >> 24, 64, 2); // The border is white with an alpha of a quarter.
+    EXPECT_EQ(pixel(14, 14), 0u);           // The close button appears only under the pointer.
+    EXPECT_GT(pixel(92, 72) >> 24, 100u);   // This pixel is on one line of the grip.
+    EXPECT_GT(pixel(90, 70) >> 24, 50u);    // This pixel is on the other line of the grip.
+    EXPECT_EQ(pixel(96, 75), 0u);           // The grip's first line has no length, so it is not drawn.
 }
 
 TEST_F(PiPPanelTest, ALevelOnTheOtherSideOfNormalGetsAWindowOfTheOtherKind) {
@@ -226,7 +238,7 @@ TEST_F(PiPPanelTest, AMirrorThatTheWindowManagerStopsAtAnEdgeIsWhereTheWindowMan
     EXPECT_EQ(panel->frame(), (NSRect{{0, 300}, {100, 80}}));
 }
 
-/// A panel that logs when the pointer comes and goes.
+/// Logs when the pointer enters and leaves the panel.
 class HoverLog final : public NSPanel {
   public:
     HoverLog() : NSPanel({{200, 300}, {100, 80}}, NSWindowStyleMask::nonactivatingPanel) {}

@@ -16,6 +16,7 @@
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace mirrolet {
 namespace {
@@ -71,7 +72,7 @@ class SettingsViewTest : public DesktopTest {
 TEST_F(SettingsViewTest, EveryControlShowsTheStoreAndWritesToItAtOnce) {
     find<QCheckBox>("Start monitoring when app launches").click();
     EXPECT_FALSE(store.startMonitoringOnLaunch());
-    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // Toggles as assistive software does.
+    find<QCheckBox>("Keep PiP on top of other windows").toggle(); // Assistive software uses toggle().
     EXPECT_FALSE(store.pipAlwaysOnTop());
     find<QRadioButton>("Check All Windows").click();
     EXPECT_EQ(store.monitoringScope(), MonitoringScope::allWindows);
@@ -87,39 +88,36 @@ TEST_F(SettingsViewTest, PickersOfferTheirChoicesInOrder) {
     struct Case {
         const char* label;
         std::vector<std::string> choices;
-        std::vector<std::function<bool()>> held; ///< True once the choice at the same index is chosen.
-    };
-    const auto poll = [this](double value) {
-        return [this, value] { return store.pollInterval() == value; };
-    };
-    const auto prompt = [this](double value) {
-        return [this, value] { return store.promptTimeout() == value; };
-    };
-    const auto corner = [this](PiPCorner value) {
-        return [this, value] { return store.pipCorner() == value; };
+        std::function<double()> value;
+        std::vector<double> values; ///< The value after the choice at the same index.
     };
     const Case cases[] = {
         {"Check for windows every",
          {"1 second", "2 seconds", "3 seconds", "5 seconds"},
-         {poll(1), poll(2), poll(3), poll(5)}},
+         [this] { return store.pollInterval(); },
+         {1, 2, 3, 5}},
         {"Prompt disappears after",
          {"5 seconds", "10 seconds", "15 seconds", "30 seconds"},
-         {prompt(5), prompt(10), prompt(15), prompt(30)}},
+         [this] { return store.promptTimeout(); },
+         {5, 10, 15, 30}},
         {"Default position",
          {"Bottom Right", "Bottom Left", "Top Right", "Top Left"},
-         {corner(PiPCorner::bottomRight), corner(PiPCorner::bottomLeft), corner(PiPCorner::topRight),
-          corner(PiPCorner::topLeft)}},
+         [this] { return static_cast<double>(store.pipCorner()); }, // In the order of PiPCorner.
+         {0, 1, 2, 3}},
     };
-    for (const auto& [label, choices, held] : cases) {
+    for (const auto& [label, choices, value, values] : cases) {
         auto& picker = find<QComboBox>(label);
-        ASSERT_EQ(picker.count(), static_cast<int>(choices.size()));
-        for (std::size_t index = 0; index < choices.size(); ++index) {
-            const int row = static_cast<int>(index);
-            EXPECT_EQ(picker.itemText(row).toStdString(), choices[index]);
+        ASSERT_EQ(picker.count(), 4);
+        for (int row = 0; row < 4; ++row) {
+            EXPECT_EQ(picker.itemText(row).toStdString(), choices.at(row));
             picker.setCurrentIndex(row);
             Q_EMIT picker.activated(row);
-            EXPECT_TRUE(held[index]()) << choices[index];
+            EXPECT_EQ(value(), values.at(row)) << choices.at(row);
         }
+        QWheelEvent wheel({9, 9}, {9, 9}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(&picker, &wheel);
+        EXPECT_EQ(picker.currentIndex(), 3) << "the wheel scrolls the form and changes no choice";
     }
 }
 
@@ -146,7 +144,7 @@ TEST_F(SettingsViewTest, ScansEachTimeTheTabShowsWithTheSearchFieldUsableMeanwhi
     root().findChild<QTabBar*>()->setCurrentIndex(0);
     openPiPTab();
     EXPECT_TRUE(says("Scanning installed apps…"));
-    hosting.reset(); // Nobody waits for the result of this scan.
+    hosting.reset(); // Destroys the view while the scan runs.
     time.run();
 }
 
@@ -184,6 +182,8 @@ TEST_F(SettingsViewTest, TickingAnApplicationChangesItsIdentifierOnly) {
     store.setSelectedAppIdentifiers({"org.example.Alpha"});
     time.run();
     EXPECT_EQ(list().model()->index(0, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+    QTest::keyClick(&find<QLineEdit>("Search installed apps"), Qt::Key_Escape);
+    EXPECT_GT(listed().size(), 1u) << "Escape clears the search";
 }
 
 TEST_F(SettingsViewTest, FiltersTheApplicationsByATextInTheirName) {

@@ -8,7 +8,7 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 TEST(StrutsTest, TakeFromTheMonitorsThatTheyReachIntoAndFromNoOther) {
-    // A small monitor at the left, lower than the large one beside it.
+    // The small monitor is at the left of the large one, and lower.
     const PixelSize root{1800, 800};
     const PixelRect small{0, 200, 800, 600};
     const PixelRect large{800, 0, 1000, 700};
@@ -34,6 +34,17 @@ TEST(StrutsTest, TakeFromTheMonitorsThatTheyReachIntoAndFromNoOther) {
         EXPECT_EQ(reservedBy(row.strut, large, root), row.ofLarge) << row.what;
     }
     EXPECT_EQ(reservedBy(std::vector<std::uint32_t>{0, 0, 30, 0}, {}, root), ReservedEdges{});
+}
+
+TEST(StrutsTest, YieldToTheWorkAreaOfTheOnlyMonitor) {
+    const PixelSize root{1280, 800};
+    const PixelRect only{0, 0, 1280, 800};
+    using Area = std::vector<std::uint32_t>;
+    EXPECT_EQ(outsideOf(Area{10, 20, 1200, 740}, only, root), (ReservedEdges{10, 20, 70, 40}));
+    EXPECT_EQ(outsideOf(Area{10, 20, 1200, 740, 0, 0, 1, 1}, only, root), (ReservedEdges{10, 20, 70, 40}));
+    EXPECT_EQ(outsideOf(Area{10, 20, 1200, 740}, {0, 0, 640, 800}, root), ReservedEdges{}) << "two monitors";
+    for (const auto& wrong : {Area{}, Area{10, 20, 1200}, Area{0, 0, 0, 800}, Area{100, 0, 1280, 800}})
+        EXPECT_EQ(outsideOf(wrong, only, root), ReservedEdges{});
 }
 
 } // namespace

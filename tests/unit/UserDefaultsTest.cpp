@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace mirrolet::platform {
@@ -135,7 +137,8 @@ TEST_F(UserDefaultsTest, ABrokenFileIsSetAsideAsItIsAndSaidInOneLine) {
 }
 
 TEST_F(UserDefaultsTest, AFolderThatCannotBeWrittenIsSaidOnceAndTriedAgain) {
-    // A file takes the folder's place, because no user can write below a file, not even root.
+    // Puts a file in the place of the settings' folder, so that the settings cannot be written. A folder
+    // without write permission would not do, because root can write into it.
     const auto obstacle = folder.path() + "/sub";
     QFile file(obstacle);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -154,6 +157,30 @@ TEST_F(UserDefaultsTest, AFolderThatCannotBeWrittenIsSaidOnceAndTriedAgain) {
     defaults.set("key", 2);
     time.advance(1);
     EXPECT_EQ(UserDefaults(path).object("key").asInt32(), 2);
+}
+
+/// Limits the length of the program's files instead of filling a disk, which only root could do. Each write
+/// then fails in the middle of the file.
+TEST_F(UserDefaultsTest, AFullDiskLeavesTheFormerFileAndTheValuesInMemory) {
+    UserDefaults defaults(path);
+    defaults.set("key", 1);
+    time.advance(1);
+    const auto before = bytes();
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit full{1024, usual.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+    defaults.set("long", std::string(2000, 'x'));
+    time.advance(1);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &usual), 0);
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(QDir(folder.path() + "/sub").entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1)
+        << "what was begun is taken away";
+
+    defaults.set("key", 2);
+    time.advance(1);
+    EXPECT_EQ(UserDefaults(path).object("long"), PropertyList(std::string(2000, 'x')));
 }
 
 } // namespace

@@ -35,11 +35,13 @@ class WindowMonitorTestOfSearches : public DesktopTest {
 TEST_F(WindowMonitorTestOfSearches, ASnapshotLeavesOutWhatCannotBeOffered) {
     auto layered = row(3, 500, 500, editor, "Editor");
     layered.layer = 1;
+    auto underneath = row(8, 500, 500, editor, "Editor");
+    underneath.layer = -1;
     auto untitled = row(5, 500, 500, 999, "Nobody");
     untitled.title = std::nullopt;
     desktop.windowList().setWindows(
         {{row(1, 100, 100, editor, "Editor", "exactly large enough"), row(2, 500, 500, getpid(), "Mirrolet"),
-          layered, row(4, 99, 500, editor, "Editor"), untitled, row(6, 500, 99, 999, "Nobody"),
+          layered, underneath, row(4, 99, 500, editor, "Editor"), untitled, row(6, 500, 99, 999, "Nobody"),
           row(7, 500, 200, 999, "Nobody")}});
     const auto windows = WindowMonitor::currentWindows();
     ASSERT_EQ(windows.size(), 3u);
@@ -72,7 +74,7 @@ struct SearchRow {
     std::vector<WindowRow> windows;
     std::set<std::string> selected;
     std::optional<std::int32_t> frontmost;
-    std::uint32_t expected; ///< 0 for no window.
+    std::uint32_t expected; ///< The number of the window that is found, or 0 for none.
     bool isLikelyCall;
 };
 

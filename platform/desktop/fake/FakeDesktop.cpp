@@ -11,16 +11,14 @@ FakeDesktop& FakeDesktop::install() {
     return desktop;
 }
 
-std::unique_ptr<WindowPresenter> FakeDesktop::makePresenter(WindowNumber window) {
+std::unique_ptr<WindowPresenter> FakeDesktop::makePresenter(WindowNumber) {
     auto record = std::make_shared<PresenterRecord>();
-    record->window = window;
     presenterRecords.push_back(record);
     return std::make_unique<FakePresenter>(std::move(record), noted);
 }
 
-std::unique_ptr<PanelWindow> FakeDesktop::makePanelWindow(WindowNumber window, PanelStacking stacking) {
+std::unique_ptr<PanelWindow> FakeDesktop::makePanelWindow(WindowNumber, PanelStacking stacking) {
     auto record = std::make_shared<PanelWindowRecord>();
-    record->window = window;
     record->stacking = stacking;
     panelRecords.push_back(record);
     return std::make_unique<FakePanelWindow>(std::move(record), noted);

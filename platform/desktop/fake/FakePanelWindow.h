@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/desktop/PanelWindow.h"
-#include "platform/desktop/WindowList.h"
 #include "platform/desktop/fake/Misuses.h"
 
 #include <memory>
@@ -9,23 +8,17 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The last values that a panel's window was given. Outlives the panel window.
+/// Records the values that a FakePanelWindow was given last. The record outlives the panel window.
 struct PanelWindowRecord {
-    WindowNumber window = 0;
     PanelStacking stacking = PanelStacking::floating;
     bool alive = true;
     bool shown = false;
-    int timesShown = 0;
     int level = 0;
-    bool hasFocus = false;
     int timesFocused = 0;
-    PixelSize corners;
-    double cornerRadius = 0;
-    PanelShadow shadow;
 };
 
-/// A panel window that records instead of stacking. Notes as a misuse a show that was not announced, and a
-/// hidden panel that takes the focus.
+/// A panel window that only records which of its functions are called. Notes two misuses: a didShow() without
+/// willShow(), and a takeFocus() while the panel is hidden.
 class FakePanelWindow final : public PanelWindow {
   public:
     FakePanelWindow(std::shared_ptr<PanelWindowRecord> record, std::shared_ptr<Misuses> misuses)
@@ -40,9 +33,9 @@ class FakePanelWindow final : public PanelWindow {
     void didHide() override { record->shown = false; }
     void setLevel(int level) override { record->level = level; }
     void takeFocus() override;
-    void returnFocus() override { record->hasFocus = false; }
-    void setCorners(PixelSize size, double radius) override;
-    void setShadow(const PanelShadow& shadow) override { record->shadow = shadow; }
+    void returnFocus() override {}
+    void setCorners(PixelSize, double) override {}
+    void setShadow(const PanelShadow&) override {}
 
   private:
     std::shared_ptr<PanelWindowRecord> record;

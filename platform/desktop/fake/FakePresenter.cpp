@@ -3,29 +3,22 @@
 namespace mirrolet::platform::desktop::fake {
 
 FakePresenter::~FakePresenter() {
-    record->alive = false;
     record->picture = nullptr;
 }
 
 void FakePresenter::resize(PixelSize size, double cornerRadius) {
     if (size.width <= 0 || size.height <= 0)
         misuses->add("WindowPresenter::resize to nothing");
-    sized = changed = true;
+    sized = true;
     record->size = size;
     record->cornerRadius = cornerRadius;
     record->overlay = {};
     record->pictureTarget = {};
 }
 
-void FakePresenter::setBackground(std::uint32_t colour) {
-    changed = true;
-    record->background = colour;
-}
-
 void FakePresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRect target) {
     if (!sized)
         misuses->add("WindowPresenter::setPicture before resize");
-    changed = true;
     ++record->picturesSet;
     record->picture = std::move(image);
     record->pictureTarget = target;
@@ -34,13 +27,8 @@ void FakePresenter::setPicture(std::shared_ptr<const WindowImage> image, PixelRe
 void FakePresenter::setOverlay(const Bitmap& overlay) {
     if (overlay.size != record->size)
         misuses->add("WindowPresenter::setOverlay of another size than the window");
-    changed = true;
     ++record->overlaysSet;
     record->overlay = overlay;
-}
-
-void FakePresenter::present() {
-    ++(std::exchange(changed, false) ? record->presents : record->emptyPresents);
 }
 
 } // namespace mirrolet::platform::desktop::fake

@@ -8,10 +8,8 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// The last values that a presenter was given, and how often it drew. Outlives the presenter.
+/// Records the values that a FakePresenter was given last. The record outlives the presenter.
 struct PresenterRecord {
-    WindowNumber window = 0;
-    bool alive = true;
     PixelSize size;
     double cornerRadius = 0;
     std::uint32_t background = 0;
@@ -20,12 +18,10 @@ struct PresenterRecord {
     Bitmap overlay;
     int overlaysSet = 0;
     int picturesSet = 0;
-    int presents = 0;      ///< Calls that had something to draw.
-    int emptyPresents = 0; ///< Calls without a change.
 };
 
-/// A presenter that records instead of drawing. Notes as a misuse a picture or an overlay before the first
-/// size, and an overlay of another size.
+/// A presenter that only records which of its functions are called. Notes three misuses: a resize() to an
+/// empty size, a setPicture() before resize(), and a setOverlay() with another size than the window's.
 class FakePresenter final : public WindowPresenter {
   public:
     FakePresenter(std::shared_ptr<PresenterRecord> record, std::shared_ptr<Misuses> misuses)
@@ -35,17 +31,16 @@ class FakePresenter final : public WindowPresenter {
     FakePresenter& operator=(const FakePresenter&) = delete;
 
     void resize(PixelSize size, double cornerRadius) override;
-    void setBackground(std::uint32_t colour) override;
+    void setBackground(std::uint32_t colour) override { record->background = colour; }
     void setPicture(std::shared_ptr<const WindowImage> image, PixelRect target) override;
     void setOverlay(const Bitmap& overlay) override;
-    void present() override;
+    void present() override {}
     void repair(PixelRect) override {}
 
   private:
     std::shared_ptr<PresenterRecord> record;
     std::shared_ptr<Misuses> misuses;
     bool sized = false;
-    bool changed = false;
 };
 
 } // namespace mirrolet::platform::desktop::fake

@@ -8,7 +8,7 @@
 
 namespace mirrolet::platform::desktop::fake {
 
-/// A picture of one colour.
+/// An image in one colour.
 class FakeWindowImage final : public WindowImage {
   public:
     FakeWindowImage(PixelSize size, std::uint32_t colour, std::shared_ptr<int> alive)
@@ -16,28 +16,27 @@ class FakeWindowImage final : public WindowImage {
 
     [[nodiscard]] PixelSize size() const override { return extent; }
     [[nodiscard]] Bitmap readBack() const override;
-    [[nodiscard]] std::uint32_t colour() const { return fill; }
 
   private:
     PixelSize extent;
     std::uint32_t fill;
-    std::shared_ptr<int> alive; ///< Counts the images that somebody still holds.
+    std::shared_ptr<int> alive; ///< The use count tells how many images still exist.
 };
 
-/// Gives the pictures that a test puts in. Gives the same image object until the test changes the picture.
-/// Any thread.
+/// Gives the images that a test sets with setPicture(). Gives the same image object until the test changes
+/// the picture. May be used by any thread.
 class FakeWindowCapture final : public WindowCapture {
   public:
     void setPermitted(bool permitted);
     /// Makes or changes a window's picture. The colour is 0xRRGGBB and opaque.
     void setPicture(WindowNumber window, PixelSize size, std::uint32_t colour);
-    /// Destroys the window for good, even if its number gets a picture again.
+    /// Makes the window gone for good. A later setPicture() for the same number has no effect on captures.
     void destroyWindow(WindowNumber window);
-    /// Makes captures of the window fail from now on, for this reason.
+    /// Makes all further captures of the window fail for this reason.
     void failWindow(WindowNumber window, CaptureFailure failure);
     /// Returns how often this window was captured.
     [[nodiscard]] int captures(WindowNumber window) const;
-    /// Returns how many images are held outside of this object. A mirror that ended holds none.
+    /// Returns how many images are held outside of this object. A mirror that has ended holds none.
     [[nodiscard]] long imagesHeld() const;
 
     [[nodiscard]] bool permitted() const override;

@@ -1,6 +1,7 @@
 #include "platform/desktop/x11/X11Desktop.h"
 
 #include "platform/desktop/x11/X11TrayHosts.h"
+#include "platform/desktop/x11/capture/X11FrameImporter.h"
 #include "platform/desktop/x11/capture/X11WindowCapture.h"
 #include "platform/desktop/x11/keys/X11HotKeys.h"
 #include "platform/desktop/x11/mirror/X11WindowPresenter.h"
@@ -39,8 +40,18 @@ class X11Desktop final : public Desktop {
     WorkArea& workArea() override { return theWorkArea; }
     [[nodiscard]] bool isComposited() const override { return compositingManager.running(); }
 
+    AnyCancellable subscribeComposited(std::function<void()> changed) override {
+        auto subscription =
+            std::make_shared<X11Connection::Subscription>(compositingManager.onChange(std::move(changed)));
+        return AnyCancellable([subscription]() mutable { subscription.reset(); });
+    }
+
     std::unique_ptr<WindowPresenter> makePresenter(WindowNumber window) override {
         return X11WindowPresenter::make(*connection, window);
+    }
+
+    std::unique_ptr<FrameImporter> makeFrameImporter() override {
+        return X11FrameImporter::make(*connection);
     }
 
     std::unique_ptr<PanelWindow> makePanelWindow(WindowNumber window, PanelStacking stacking) override {
@@ -49,8 +60,8 @@ class X11Desktop final : public Desktop {
     }
 
   private:
-    // Members are destroyed from the bottom up. The connection is destroyed last, because the handlers of the
-    // other members run on the connection's thread.
+    // Members are destroyed in reverse order. The connection comes first and is therefore destroyed last,
+    // after the other members have unsubscribed their event handlers from it.
     std::unique_ptr<X11Connection> connection;
     PreviousFocus previousFocus;
     CompositingManager compositingManager;

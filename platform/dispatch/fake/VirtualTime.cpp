@@ -7,7 +7,8 @@
 
 namespace mirrolet::platform::dispatch {
 
-/// The tasks of all queues that are still to run, by deadline and then in the order of the posts.
+/// Holds the waiting tasks of all queues, sorted by deadline. Tasks with equal deadlines stay in the order of
+/// the posts.
 struct VirtualTime::Agenda {
     struct Entry {
         int lane = 0;
@@ -15,7 +16,9 @@ struct VirtualTime::Agenda {
     };
     using Place = std::pair<Executor::TimePoint, Executor::TimerNumber>;
 
-    Mutex agendaMutex; ///< The session bus posts from its own thread.
+    /// All tasks run on the test's thread. The mutex is needed because the session bus posts tasks from its
+    /// own thread.
+    Mutex agendaMutex;
     Executor::TimePoint now MIRROLET_GUARDED_BY(agendaMutex){std::chrono::hours(1)};
     std::map<Place, Entry> entries MIRROLET_GUARDED_BY(agendaMutex);
     Executor::TimerNumber lastNumber MIRROLET_GUARDED_BY(agendaMutex) = 0;
@@ -34,8 +37,9 @@ struct VirtualTime::Agenda {
     }
 
     template <class Condition> void drop(const Condition& condition) {
-        std::vector<Task>
-            dropped; // Released after the lock, because a task's destructor may add or drop tasks.
+        // The tasks are destroyed after the mutex is unlocked, because a task's destructor may add or drop
+        // tasks, which locks the mutex.
+        std::vector<Task> dropped;
         const MutexLock lock(agendaMutex);
         for (auto entry = entries.begin(); entry != entries.end();) {
             if (!condition(entry->first, entry->second)) {

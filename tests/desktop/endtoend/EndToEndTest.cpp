@@ -2,8 +2,10 @@
 
 #include "tests/desktop/harness/HarnessError.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -15,15 +17,33 @@ using namespace harness;
 
 namespace {
 
-constexpr int fromEvdev = 8;
 constexpr auto severalPolls = std::chrono::milliseconds(600);
-constexpr int cornerOfScreen = 2; // A place over no window.
+// The coordinates x and y of a place that no window covers.
+constexpr int cornerOfScreen = 2;
 
-/// Returns `installed` for the window managers that start their settings service on the bus.
+/// Returns `installed` for the window managers that start their settings service through the session bus.
 SessionBus::Services servicesFor(WindowManagerKind kind) {
     return kind == WindowManagerKind::xfwm4 || kind > WindowManagerKind::icewm
                ? SessionBus::Services::installed
                : SessionBus::Services::none;
+}
+
+/// Returns the colours of a window's four quarters, which are `colour` and three others that are made from
+/// it.
+std::array<std::uint32_t, 4> fourOf(std::uint32_t colour) {
+    const auto turned = [colour](unsigned bits) {
+        return (colour << bits | colour >> (24 - bits)) & 0xffffff;
+    };
+    return {colour, turned(8), turned(16), colour ^ 0xffffff};
+}
+
+/// Returns whether the border, a round corner, the close button or the grip may hide the picture at (x, y).
+/// `width` and `height` are those of the panel.
+bool isOverlaid(double x, double y, double width, double height) {
+    const auto isInCorner = [](double dx, double dy, int side) { return dx < side && dy < side; };
+    return std::min({x, y, width - x, height - y}) < 2 || isInCorner(x, y, 28) ||
+           isInCorner(width - x, y, 10) || isInCorner(x, height - y, 10) ||
+           isInCorner(width - x, height - y, 24);
 }
 
 } // namespace
@@ -59,23 +79,6 @@ void EndToEndTest::startQuiet(const std::string& defaults) {
     start(R"("startMonitoringOnLaunch": false)" + (defaults.empty() ? "" : ", " + defaults));
 }
 
-/// Tries to grab the key. Grabs the server during the attempt, so that the attempt cannot disturb the
-/// program.
-bool EndToEndTest::isGrabbed(XClient& client, int evdevCode, int modifiers) {
-    xcb_connection_t* xcb = client.xcb();
-    const auto code = static_cast<xcb_keycode_t>(evdevCode + fromEvdev);
-    const auto mask = static_cast<std::uint16_t>(modifiers);
-    xcb_grab_server(xcb);
-    const auto cookie =
-        xcb_grab_key_checked(xcb, 0, client.root(), mask, code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const Reply<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
-    if (!error)
-        xcb_ungrab_key(xcb, code, client.root(), mask);
-    xcb_ungrab_server(xcb);
-    client.sync();
-    return error != nullptr;
-}
-
 std::unique_ptr<CallWindow> EndToEndTest::showWindow(const CallWindow::Options& options) {
     auto window = std::make_unique<CallWindow>(server, options);
     giveFocusTo(*window);
@@ -84,14 +87,20 @@ std::unique_ptr<CallWindow> EndToEndTest::showWindow(const CallWindow::Options& 
 
 std::unique_ptr<CallWindow> EndToEndTest::showCall(std::uint32_t colour) {
     CallWindow::Options options;
-    options.colour = colourName(colour);
-    options.place = {60, 80, 400, 400}; // Square, so that the picture fills the panel.
-    return std::make_unique<CallWindow>(server, options);
+    options.colour = quarters(colour);
+    // The window is square, so that its picture fills the square panel.
+    options.place = {60, 80, 400, 400};
+    auto call = std::make_unique<CallWindow>(server, options);
+    source = call->window();
+    return call;
 }
 
 void EndToEndTest::giveFocusTo(const CallWindow& window) {
     commands.activate(window.window());
-    require("the window has the focus", [&] { return facts.focus() == window.window(); });
+    // The window manager announces the active window a moment after the focus has changed. Until then the
+    // shortcut would mirror the window that had the focus before.
+    require("the window has the focus",
+            [&] { return facts.focus() == window.window() && facts.active() == window.window(); });
 }
 
 xcb_window_t EndToEndTest::awaitPrompt() {
@@ -117,6 +126,7 @@ bool EndToEndTest::nothingAppears() {
 
 xcb_window_t EndToEndTest::openMirror(const CallWindow& call, std::uint32_t colour) {
     giveFocusTo(call);
+    source = call.window();
     pressFrontmostShortcut();
     const xcb_window_t panel = awaitPanel();
     awaitColour(panel, colour);
@@ -129,7 +139,35 @@ std::uint32_t EndToEndTest::centreOf(xcb_window_t window) const {
 }
 
 void EndToEndTest::awaitColour(xcb_window_t panel, std::uint32_t colour) {
-    require("the mirror shows " + colourName(colour), [&] { return isNear(centreOf(panel), colour); });
+    require("the mirror shows " + quarters(colour), [&] { return shows(panel, colour); });
+}
+
+bool EndToEndTest::shows(xcb_window_t panel, std::uint32_t colour) const {
+    const Box window = facts.box(source);
+    const Box box = facts.box(panel);
+    const Picture seen = facts.screenshot(box);
+    const double points = program->pixelsPerPoint();
+    const double shape = window.width == 0 ? 1 : static_cast<double>(window.width) / window.height;
+    const double halfWidth = std::min<double>(box.width, box.height * shape) / 2;
+    const double halfHeight = std::min<double>(box.height, box.width / shape) / 2;
+    for (int i = 0; i < box.width * box.height; ++i) {
+        const double x = i % box.width + 0.5;
+        const double y = i / box.width + 0.5;
+        const double right = x - box.width / 2.0; // Counted from the middle of the picture.
+        const double down = y - box.height / 2.0;
+        const double toEdge =
+            std::min({std::abs(right), std::abs(down), std::abs(std::abs(right) - halfWidth),
+                      std::abs(std::abs(down) - halfHeight)});
+        // Skips a pixel where two colours meet, because scaling mixes them there. Also skips a pixel that the
+        // overlay may hide.
+        if (toEdge < 1.1 || isOverlaid(x / points, y / points, box.width / points, box.height / points))
+            continue;
+        const bool isPicture = std::abs(right) < halfWidth && std::abs(down) < halfHeight;
+        if (!isNear(seen.at(i % box.width, i / box.width),
+                    isPicture ? fourOf(colour).at((right > 0) + 2 * (down > 0)) : 0))
+            return false;
+    }
+    return box.width > 0;
 }
 
 void EndToEndTest::clickCloseButton(xcb_window_t panel) {
@@ -137,15 +175,19 @@ void EndToEndTest::clickCloseButton(xcb_window_t panel) {
     const int x = box.x + 18;
     const int y = box.y + 18;
     pointer.move(x, y);
-    // Looks beside the cross in the button.
-    require("the close button is there", [&] { return (facts.pixel(x - 7, y) >> 16) > 0xc0; });
+    // The first pixel belongs to the red disc of the close button, and the second to the white cross in it.
+    require("the close button is there", [&] {
+        const auto disc = facts.pixel(x - 7, y);
+        return disc >> 16 > 0xc0 && (disc >> 8 & 0xff) < 0x60 && isNear(facts.pixel(x, y), 0xffffff);
+    });
     pointer.click(x, y);
     pointer.move(cornerOfScreen, cornerOfScreen);
 }
 
-std::string colourName(std::uint32_t colour) {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "%06x", colour);
+std::string EndToEndTest::quarters(std::uint32_t colour) {
+    const auto [first, second, third, fourth] = fourOf(colour);
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%06x,%06x,%06x,%06x", first, second, third, fourth);
     return text.data();
 }
 

@@ -32,9 +32,10 @@ class StatusItemTest : public EndToEndTest {
         });
     }
 
-    /// Waits until the menu has the keyboard grab. A key that is pressed earlier goes to another window.
+    /// Waits until the menu has grabbed the keyboard. A key that is pressed earlier would go to another
+    /// window.
     void awaitMenu() {
-        require("the menu", [this] { return menuIsOpen() && keyboard.isTaken(); });
+        require("the menu", [this] { return menuIsOpen() && isKeyboardTaken(client); });
     }
 
     void closeMenu() {
@@ -84,7 +85,8 @@ TEST_F(StatusItemTest, ComesWithAHostOnTheSessionBusThatComesLaterGoesAndComesBa
     }
     host->click();
     closeMenu();
-    host.reset(); // Ends before the next host, because both own the same name.
+    // The first host has to end before the second one starts, because both use the same D-Bus name.
+    host.reset();
     host = std::make_unique<StatusHost>(bus);
     host->setPresent(true);
     require("the status icon with another registry", [&] { return host->icons() == 1; });
@@ -113,7 +115,7 @@ TEST_F(StatusItemTest, IsNotHeldUpByARegistryThatHangs) {
     const StatusHost host(bus);
     host.setPresent(true);
     host.child().signal(SIGSTOP);
-    startQuiet(); // Returns once the shortcuts work.
+    startQuiet(); // Returns when the shortcuts work.
     pressFrontmostShortcut();
     program->child().signal(SIGTERM);
     EXPECT_EQ(program->child().waitForExit(), 0);

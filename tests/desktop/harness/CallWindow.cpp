@@ -1,7 +1,7 @@
 #include "tests/desktop/harness/CallWindow.h"
 
 #include "tests/desktop/harness/HarnessError.h"
-#include "tests/desktop/harness/XServer.h"
+#include "tests/desktop/harness/XDisplay.h"
 
 #include <algorithm>
 #include <csignal>
@@ -39,24 +39,20 @@ std::vector<std::string> commandFor(const CallWindow::Options& options) {
 
 } // namespace
 
-CallWindow::CallWindow(const XServer& server) : CallWindow(server, Options{}) {}
+CallWindow::CallWindow(const XDisplay& server) : CallWindow(server, Options{}) {}
 
-CallWindow::CallWindow(const XServer& server, const Options& options) {
-    Environment environment = server.with(sandbox.environment());
-    for (const auto& [name, value] : options.environment)
-        environment[name] = value;
+CallWindow::CallWindow(const XDisplay& server, const Options& options) {
     const auto log = sandbox.folder() / "call-window.log";
-    process = std::make_unique<ChildProcess>(ChildProcess::Options{.command = commandFor(options),
-                                                                   .environment = environment,
-                                                                   .log = log,
-                                                                   .pipeInput = true,
-                                                                   .pipeOutput = true});
+    process = std::make_unique<ChildProcess>(
+        ChildProcess::Options{.command = commandFor(options),
+                              .environment = server.with(sandbox.environment()),
+                              .log = log,
+                              .pipeInput = true,
+                              .pipeOutput = true});
     waitUntil([this] { return !process->lines().empty() || !process->running(); });
     if (process->lines().empty() || !process->lines().front().starts_with(announcement))
         throw HarnessError("the call window did not start: " + Sandbox::read(log));
     number = static_cast<xcb_window_t>(std::stoul(process->lines().front().substr(announcement.size())));
-    if (!options.waitUntilViewable)
-        return;
     XClient client(server);
     const WindowFacts facts(client);
     require("the call window is on the screen", [&] { return facts.viewable(number); });
@@ -64,8 +60,8 @@ CallWindow::CallWindow(const XServer& server, const Options& options) {
 
 std::vector<std::string> CallWindow::keys() const {
     std::vector<std::string> found;
-    const auto& lines =
-        process->lines(); // Called once, because each call may read more lines and move the others.
+    // Calls lines() once, because a second call may append to the vector and so invalidate iterators.
+    const auto& lines = process->lines();
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
                  [](const std::string& line) { return line.starts_with("key "); });
     return found;

@@ -11,10 +11,10 @@
 
 namespace mirrolet::harness {
 
-class XServer;
+class XDisplay;
 
-/// A window of another program, which looks like a video call by default. The constructor waits until the
-/// window is on the screen.
+/// Runs a program that shows one window, and owns its process. By default the window looks like a video call.
+/// The constructor waits until the window is on the screen.
 class CallWindow {
   public:
     struct Options {
@@ -22,30 +22,32 @@ class CallWindow {
         std::string wmClass = "WhatsApp";
         std::string wmInstance = "whatsapp";
         Box place{60, 80, 640, 400};
-        int rate = 0;            ///< Frames a second. The default 0 paints once.
-        int border = 0;          ///< The X border width, which is not part of the window's size.
-        int alpha = -1;          ///< 0 to 255 makes a 32-bit window with this alpha everywhere.
-        std::string colour = {}; ///< RRGGBB paints one plain colour instead of the scene.
-        std::vector<std::string> states =
-            {};                        ///< Such as "_NET_WM_STATE_FULLSCREEN", set before it is mapped.
-        std::string type = {};         ///< Such as "_NET_WM_WINDOW_TYPE_DIALOG".
-        std::string frameExtents = {}; ///< "left,right,top,bottom" of an invisible shadow.
+        int rate = 0;   ///< Frames that the program paints a second. With 0 it paints only once.
+        int border = 0; ///< The X border width, which is not part of the window's size.
+        int alpha = -1; ///< The alpha of every pixel, 0 to 255. -1 makes a window without alpha.
+        /// One colour "RRGGBB" for the whole window, or four colours with commas between them for its
+        /// quarters: upper left, upper right, lower left, lower right. Without a colour, the window shows two
+        /// people.
+        std::string colour = {};
+        /// The states in the window's _NET_WM_STATE when the window is mapped, such as
+        /// "_NET_WM_STATE_FULLSCREEN".
+        std::vector<std::string> states = {};
+        std::string type = {};         ///< The window type, such as "_NET_WM_WINDOW_TYPE_DIALOG".
+        std::string frameExtents = {}; ///< The widths "left,right,top,bottom" of the window's own shadow.
         bool overrideRedirect = false;
-        bool waitUntilViewable = true;
-        Environment environment = {}; ///< Added for its process, such as the name of its desktop entry.
     };
 
-    explicit CallWindow(const XServer& server);
-    CallWindow(const XServer& server, const Options& options);
+    explicit CallWindow(const XDisplay& server);
+    CallWindow(const XDisplay& server, const Options& options);
 
     [[nodiscard]] xcb_window_t window() const { return number; }
     [[nodiscard]] pid_t pid() const { return process->pid(); }
-    /// Sends a command to the other program: "resize W H", "move X Y", "title T", "unmap", "map", "iconify",
-    /// "repaint", "rate N", "colour RRGGBB", "scene" or "quit". The other program runs the command some time
-    /// after the call returns.
+    /// Sends a command to the program that shows the window: "resize W H", "title T", "unmap",
+    /// "map", "repaint", "rate N", "colour RRGGBB" or "quit". The call returns before the program has run the
+    /// command.
     void tell(const std::string& command) const { process->write(command + "\n"); }
-    /// Returns the key events that came to the window, such as "key 36 press" and "key 36 release" (X key
-    /// codes).
+    /// Returns the key events that the window has received, such as "key 36 press" and "key 36 release". The
+    /// numbers are X key codes.
     [[nodiscard]] std::vector<std::string> keys() const;
     /// Kills the process without letting it clean up.
     void kill();

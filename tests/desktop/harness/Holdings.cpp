@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/HarnessError.h"
 #include "tests/desktop/harness/Sandbox.h"
+#include "tests/desktop/harness/WindowFacts.h"
 
 #include <xcb/res.h>
 
@@ -30,36 +31,17 @@ long residentKibOf(const std::filesystem::path& folder) {
     throw HarnessError("the process is gone");
 }
 
-pid_t processOf(xcb_connection_t* xcb, std::uint32_t xid) {
-    const xcb_res_client_id_spec_t spec{xid, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const Reply<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(xcb, xcb_res_query_client_ids(xcb, 1, &spec), nullptr));
-    if (!reply || reply->num_ids == 0)
-        return 0;
-    const auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
-    return xcb_res_client_id_value_value_length(ids.data) > 0
-               ? static_cast<pid_t>(*xcb_res_client_id_value_value(ids.data))
-               : 0;
-}
-
-std::vector<std::uint32_t> connectionsOf(xcb_connection_t* xcb, pid_t process) {
+std::vector<std::uint32_t> connectionsOf(XClient& client, pid_t process) {
+    auto* xcb = client.xcb();
     std::vector<std::uint32_t> found;
     const Reply<xcb_res_query_clients_reply_t> reply(
         xcb_res_query_clients_reply(xcb, xcb_res_query_clients(xcb), nullptr));
     if (!reply)
         throw HarnessError("the X server has no X-Resource extension");
     for (auto at = xcb_res_query_clients_clients_iterator(reply.get()); at.rem > 0; xcb_res_client_next(&at))
-        if (processOf(xcb, at.data->resource_base) == process)
+        if (WindowFacts(client).process(at.data->resource_base) == process)
             found.push_back(at.data->resource_base);
     return found;
-}
-
-std::string nameOf(xcb_connection_t* xcb, xcb_atom_t atom) {
-    const Reply<xcb_get_atom_name_reply_t> reply(
-        xcb_get_atom_name_reply(xcb, xcb_get_atom_name(xcb, atom), nullptr));
-    return reply ? std::string(xcb_get_atom_name_name(reply.get()),
-                               static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())))
-                 : std::string();
 }
 
 long pixmapBytesOf(xcb_connection_t* xcb, std::uint32_t xid) {
@@ -76,7 +58,7 @@ Holdings Holdings::of(XClient& client, pid_t process) {
     holdings.residentKib = residentKibOf(folder);
     holdings.counts["descriptors"] = entriesIn(folder / "fd");
     holdings.counts["threads"] = entriesIn(folder / "task");
-    for (const auto xid : connectionsOf(client.xcb(), process)) {
+    for (const auto xid : connectionsOf(client, process)) {
         ++holdings.counts["connections"];
         holdings.pixmapBytes += pixmapBytesOf(client.xcb(), xid);
         for (const auto& [kind, count] : resourcesOf(client, xid))
@@ -94,7 +76,7 @@ std::map<std::string, long> resourcesOf(XClient& client, std::uint32_t resource)
         return counts;
     const auto* kind = xcb_res_query_client_resources_types(kinds.get());
     for (int i = 0; i < xcb_res_query_client_resources_types_length(kinds.get()); ++i)
-        counts[nameOf(xcb, kind[i].resource_type)] += kind[i].count;
+        counts[client.nameOf(kind[i].resource_type)] += kind[i].count;
     return counts;
 }
 

@@ -1,7 +1,7 @@
 #include "tests/desktop/harness/Program.h"
 
 #include "tests/desktop/harness/SessionBus.h"
-#include "tests/desktop/harness/XServer.h"
+#include "tests/desktop/harness/XDisplay.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -16,8 +16,8 @@ namespace {
 constexpr int smallestPanel = 50;
 constexpr auto defaultsPath = "config/mirrolet/defaults.json";
 
-/// Returns the command that runs the program under the tool that MIRROLET_UNDER names, such as valgrind with
-/// options. The default is no tool.
+/// Returns the command that starts Mirrolet. The environment variable MIRROLET_UNDER can name a tool and its
+/// options, such as valgrind, and the command then runs Mirrolet under that tool.
 std::vector<std::string> command() {
     const char* under = std::getenv("MIRROLET_UNDER");
     std::istringstream words(under == nullptr ? "" : under);
@@ -31,7 +31,7 @@ double scaleIn(const Environment& environment) {
     return found == environment.end() ? 1 : std::stod(found->second);
 }
 
-/// Returns whether the window only draws the shadow of the panel above it.
+/// Returns whether the window only draws the shadow of a panel. A shadow is a window of its own.
 bool isShadow(const WindowFacts& facts, xcb_window_t window) {
     return facts.atomNames(window, "_NET_WM_WINDOW_TYPE") ==
            std::vector<std::string>{"_NET_WM_WINDOW_TYPE_DND"};
@@ -39,7 +39,7 @@ bool isShadow(const WindowFacts& facts, xcb_window_t window) {
 
 } // namespace
 
-Program::Program(const XServer* server, const SessionBus* bus, const Options& options)
+Program::Program(const XDisplay* server, const SessionBus* bus, const Options& options)
     : sandbox(options.home ? options.home : std::make_shared<Sandbox>()),
       scale(scaleIn(options.environment)) {
     if (!options.defaults.empty())

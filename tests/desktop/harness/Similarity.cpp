@@ -1,6 +1,7 @@
 #include "tests/desktop/harness/Similarity.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -8,7 +9,7 @@ namespace mirrolet::harness {
 
 namespace {
 
-/// One channel of a picture, or values that are computed from a channel.
+/// Holds one number for each pixel of a picture, such as its brightness.
 struct Plane {
     int width;
     int height;
@@ -17,34 +18,24 @@ struct Plane {
     [[nodiscard]] double at(int x, int y) const { return values[static_cast<std::size_t>(y) * width + x]; }
 };
 
-Plane channel(const Picture& picture, unsigned shift) {
-    Plane plane{picture.width, picture.height, {}};
-    for (const auto pixel : picture.pixels)
-        plane.values.push_back(pixel >> shift & 0xff);
-    return plane;
+/// Returns how much of a pixel, from 0 to 1, lies between `from` and `to`. The pixel reaches from `pixel` to
+/// `pixel` + 1.
+double overlap(int pixel, double from, double to) {
+    return std::min(pixel + 1.0, to) - std::max<double>(pixel, from);
 }
 
-Plane transposed(const Plane& plane) {
-    Plane result{plane.height, plane.width, std::vector<double>(plane.values.size())};
-    for (int y = 0; y < plane.height; ++y)
-        for (int x = 0; x < plane.width; ++x)
-            result.values[static_cast<std::size_t>(x) * plane.height + y] = plane.at(x, y);
-    return result;
-}
-
-Plane averagedRows(const Plane& plane, int width) {
-    Plane result{width, plane.height, {}};
-    const double ratio = static_cast<double>(plane.width) / width;
-    for (int y = 0; y < plane.height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const double from = x * ratio;
-            const double to = std::min((x + 1) * ratio, static_cast<double>(plane.width));
-            double sum = 0;
-            for (int i = static_cast<int>(from); i < to; ++i)
-                sum += plane.at(i, y) * (std::min(i + 1.0, to) - std::max<double>(i, from));
-            result.values.push_back(sum / ratio);
-        }
-    return result;
+std::uint32_t areaMean(const Picture& picture, double left, double top, double right, double bottom) {
+    std::array<double, 3> sums{};
+    for (int y = static_cast<int>(top); y < std::min<double>(bottom, picture.height); ++y)
+        for (int x = static_cast<int>(left); x < std::min<double>(right, picture.width); ++x)
+            for (unsigned i = 0; i < sums.size(); ++i)
+                sums.at(i) +=
+                    overlap(x, left, right) * overlap(y, top, bottom) * (picture.at(x, y) >> 8 * i & 0xff);
+    std::uint32_t colour = 0;
+    for (unsigned i = 0; i < sums.size(); ++i)
+        colour |= static_cast<std::uint32_t>(std::lround(sums.at(i) / ((right - left) * (bottom - top))))
+                  << 8 * i;
+    return colour;
 }
 
 Plane brightness(const Picture& picture) {
@@ -74,13 +65,13 @@ double ofWindow(const Sums& sums, double count) {
 } // namespace
 
 Picture areaAverage(const Picture& picture, int width, int height) {
-    Picture result{width, height, std::vector<std::uint32_t>(static_cast<std::size_t>(width) * height)};
-    for (const unsigned shift : {0U, 8U, 16U}) {
-        const auto rows = averagedRows(channel(picture, shift), width);
-        const auto plane = transposed(averagedRows(transposed(rows), height));
-        for (std::size_t i = 0; i < result.pixels.size(); ++i)
-            result.pixels[i] |= static_cast<std::uint32_t>(std::lround(plane.values[i])) << shift;
-    }
+    Picture result{width, height, {}};
+    const double across = static_cast<double>(picture.width) / width;
+    const double down = static_cast<double>(picture.height) / height;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            result.pixels.push_back(
+                areaMean(picture, x * across, y * down, (x + 1) * across, (y + 1) * down));
     return result;
 }
 

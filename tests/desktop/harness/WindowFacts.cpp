@@ -19,7 +19,8 @@ Reply<xcb_query_tree_reply_t> tree(XClient& client, xcb_window_t window) {
         xcb_query_tree_reply(client.xcb(), xcb_query_tree(client.xcb(), window), nullptr));
 }
 
-constexpr int deepestFrame = 4; // No window manager nests its frames deeper.
+// Window managers put a window into frame windows, which are nested at most this deep.
+constexpr int deepestFrame = 4;
 
 } // namespace
 
@@ -73,13 +74,8 @@ std::string WindowFacts::text(xcb_window_t window, const std::string& property) 
 
 std::vector<std::string> WindowFacts::atomNames(xcb_window_t window, const std::string& property) const {
     std::vector<std::string> names;
-    for (const xcb_atom_t atom : numbers(window, property)) {
-        const Reply<xcb_get_atom_name_reply_t> reply(
-            xcb_get_atom_name_reply(client.xcb(), xcb_get_atom_name(client.xcb(), atom), nullptr));
-        if (reply)
-            names.emplace_back(xcb_get_atom_name_name(reply.get()),
-                               xcb_get_atom_name_name_length(reply.get()));
-    }
+    for (const xcb_atom_t atom : numbers(window, property))
+        names.push_back(client.nameOf(atom));
     return names;
 }
 
@@ -164,10 +160,19 @@ Picture WindowFacts::screenshot() const {
 }
 
 Picture WindowFacts::screenshot(const Box& box) const {
+    return read(client.root(), box);
+}
+
+Picture WindowFacts::content(xcb_window_t window) const {
+    const Box place = box(window);
+    return read(window, {0, 0, place.width, place.height});
+}
+
+Picture WindowFacts::read(xcb_drawable_t drawable, const Box& box) const {
     const auto cookie =
-        xcb_get_image(client.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(),
-                      static_cast<std::int16_t>(box.x), static_cast<std::int16_t>(box.y),
-                      static_cast<std::uint16_t>(box.width), static_cast<std::uint16_t>(box.height), ~0U);
+        xcb_get_image(client.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(box.x),
+                      static_cast<std::int16_t>(box.y), static_cast<std::uint16_t>(box.width),
+                      static_cast<std::uint16_t>(box.height), ~0U);
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(client.xcb(), cookie, nullptr));
     if (!reply)
         return {};

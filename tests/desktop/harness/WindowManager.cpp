@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/HarnessError.h"
 #include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/WindowCommands.h"
 #include "tests/desktop/harness/WindowFacts.h"
 #include "tests/desktop/harness/XServer.h"
 
@@ -18,7 +19,7 @@ struct Kind {
     std::vector<std::string> arguments;
 };
 
-/// Settings without a bar, without start-up programs and without a wizard on the first start.
+/// The settings with which i3 shows no bar, starts no programs and asks no questions on its first start.
 constexpr auto i3Settings = "# i3 config file (v4)\n"
                             "font pango:DejaVu Sans 10\n"
                             "focus_follows_mouse no\n"
@@ -48,22 +49,24 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     return {};
 }
 
-/// Replaces the tool with which fluxbox sets its wallpaper. If the real tool fails, it shows a message window
-/// some seconds later.
+/// Replaces fbsetbg, with which fluxbox sets its wallpaper, by a script that does nothing. If the real
+/// fbsetbg fails, it shows a window with a message some seconds later.
 void standInForWallpaperTool(const Sandbox& sandbox, Environment& environment) {
     const auto tool = sandbox.write("bin/fbsetbg", "#!/bin/sh\n");
     std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
     environment["PATH"] = tool.parent_path().string() + ":" + environment["PATH"];
 }
 
-/// Returns whether a window manager is running. Its property on the root window names a window that carries
-/// the same property. A property that a dead window manager left names no existing window.
+/// Returns whether a window manager is running. A running window manager has a window of its own. A property
+/// of the root window names this window, and the window has the same property. After the window manager has
+/// died, the property of the root window still names the window, but the window no longer exists.
 bool isManaged(const WindowFacts& facts, xcb_window_t root) {
     const auto window = facts.numbers(root, "_NET_SUPPORTING_WM_CHECK");
     return !window.empty() && facts.numbers(window.front(), "_NET_SUPPORTING_WM_CHECK") == window;
 }
 
-/// Returns whether a former window manager left windows, which a new window manager finds.
+/// Returns whether there are windows that a starting window manager will manage, such as those of an earlier
+/// window manager.
 bool hasWindowsToAdopt(const WindowFacts& facts) {
     const auto windows = facts.children(facts.connection().root());
     return std::ranges::any_of(windows, [&](xcb_window_t window) {
@@ -71,8 +74,8 @@ bool hasWindowsToAdopt(const WindowFacts& facts) {
     });
 }
 
-/// A window that is shown again and again until the window manager manages it. openbox announces itself
-/// before it listens, and may miss the first windows.
+/// Shows a window again and again until the window manager manages the window. openbox announces itself
+/// before it listens for new windows, so it may miss the first windows.
 class Probe {
   public:
     explicit Probe(XClient& client) : client(client), window(xcb_generate_id(client.xcb())) {
@@ -146,12 +149,28 @@ WindowManager::WindowManager(const XServer& server, WindowManagerKind kind, cons
         ChildProcess::Options{.command = command, .environment = environment, .log = log});
     waitUntil([&] { return isManaged(facts, client.root()) || !process->running(); });
     if (adopts && isManaged(facts, client.root()))
-        return; // The probe could stay hidden behind a full-screen window.
+        return; // No probe: a full-screen window may hide the probe's window.
     auto probe = std::make_unique<Probe>(client);
     if (!isManaged(facts, client.root()) || !waitUntil([&] { return probe->isTakenCareOf(); }))
         throw HarnessError(name(kind) + " did not start: " + Sandbox::read(log));
     probe.reset();
     require("the window manager forgets the probe", [&] { return facts.clientList().empty(); });
+}
+
+void WindowManager::showDesktop(XClient& client, std::uint32_t index) const {
+    if (which == WindowManagerKind::i3) { // i3 makes a desktop only on a switch to it.
+        Environment environment = sandbox.environment();
+        environment["DISPLAY"] = client.display();
+        ChildProcess(
+            {.command = {"i3-msg", "workspace", std::to_string(index + 1)}, .environment = environment})
+            .waitForExit();
+    } else {
+        WindowCommands(client).setDesktopCount(2);
+        WindowCommands(client).switchToDesktop(index);
+    }
+    require("the desktop is shown", [&] {
+        return WindowFacts(client).numbers(client.root(), "_NET_CURRENT_DESKTOP") == std::vector{index};
+    });
 }
 
 WindowManager::~WindowManager() {

@@ -2,6 +2,7 @@
 
 #include "tests/desktop/harness/ChildProcess.h"
 
+#include <cstdint>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -10,15 +11,18 @@ namespace mirrolet::harness {
 
 class XServer;
 class SessionBus;
+class XClient;
 
-/// The window managers of the tests. The last three are left out of ordinary runs, because they are large.
+/// Names the window managers that tests use. Ordinary test runs leave out mutter, kwin and marco, because
+/// these are large programs.
 enum class WindowManagerKind { none, openbox, xfwm4, i3, fluxbox, icewm, mutter, kwin, marco };
 
-/// A running window manager with its own settings. The constructor waits until it manages the display.
+/// Runs a window manager with its own settings. The constructor waits until the window manager manages
+/// windows. The display must have no other window manager.
 class WindowManager {
   public:
-    /// xfwm4 and the three large window managers need the bus, because they start their settings service on
-    /// it.
+    /// Starts the window manager. xfwm4, mutter, kwin and marco need `bus`, because they start their settings
+    /// service through the session bus.
     WindowManager(const XServer& server, WindowManagerKind kind, const SessionBus* bus = nullptr);
     /// Kills the window manager, because fluxbox sometimes ignores a request to end.
     ~WindowManager();
@@ -26,6 +30,8 @@ class WindowManager {
     WindowManager& operator=(const WindowManager&) = delete;
 
     [[nodiscard]] WindowManagerKind kind() const { return which; }
+    /// Makes two desktops and waits until the one with this index is shown.
+    void showDesktop(XClient& client, std::uint32_t index) const;
     /// Returns the window manager's name, which becomes part of the names of parameterized tests.
     static std::string name(WindowManagerKind kind);
 

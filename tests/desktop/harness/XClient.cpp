@@ -1,7 +1,7 @@
 #include "tests/desktop/harness/XClient.h"
 
 #include "tests/desktop/harness/HarnessError.h"
-#include "tests/desktop/harness/XServer.h"
+#include "tests/desktop/harness/XDisplay.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,7 +13,7 @@ void FreeReply::operator()(void* reply) const {
     std::free(reply);
 }
 
-XClient::XClient(const XServer& server) : XClient(server.display()) {}
+XClient::XClient(const XDisplay& server) : XClient(server.display()) {}
 
 XClient::XClient(const std::string& server) : name(server), connection(xcb_connect(server.c_str(), nullptr)) {
     if (xcb_connection_has_error(connection) != 0) {
@@ -35,6 +35,14 @@ xcb_atom_t XClient::atom(const std::string& wanted) {
         xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(wanted.size()), wanted.c_str());
     const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? atoms[wanted] = reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::string XClient::nameOf(xcb_atom_t atom) const {
+    const Reply<xcb_get_atom_name_reply_t> reply(
+        xcb_get_atom_name_reply(connection, xcb_get_atom_name(connection, atom), nullptr));
+    return reply ? std::string(xcb_get_atom_name_name(reply.get()),
+                               static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())))
+                 : std::string();
 }
 
 void XClient::sync() {

@@ -10,17 +10,17 @@
 
 namespace mirrolet::harness {
 
-class XServer;
+class XDisplay;
 
 struct FreeReply {
     void operator()(void* reply) const;
 };
 template <typename T> using Reply = std::unique_ptr<T, FreeReply>;
 
-/// The test's own connection to the server. Throws HarnessError if it cannot connect.
+/// Connects the test to the X server. The constructor throws HarnessError if it cannot connect.
 class XClient {
   public:
-    explicit XClient(const XServer& server);
+    explicit XClient(const XDisplay& server);
     explicit XClient(const std::string& server);
     ~XClient();
     XClient(const XClient&) = delete;
@@ -31,9 +31,11 @@ class XClient {
     [[nodiscard]] const xcb_screen_t& screen() const { return *defaultScreen; }
     [[nodiscard]] xcb_window_t root() const { return defaultScreen->root; }
     xcb_atom_t atom(const std::string& name);
-    /// Waits until the server has answered all requests of this connection.
+    [[nodiscard]] std::string nameOf(xcb_atom_t atom) const;
+    /// Waits until the X server has handled all requests of this connection.
     void sync();
-    /// Sends a client message to the root window, as pagers and clients do to reach the window manager.
+    /// Sends a client message about `window` to the root window. Programs ask the window manager for
+    /// something in this way.
     void sendToRoot(xcb_window_t window, const std::string& type, const std::vector<std::uint32_t>& data);
 
   private:

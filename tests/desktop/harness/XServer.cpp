@@ -25,8 +25,8 @@ std::vector<std::string> commandFor(const XServer::Options& options, int display
     return command;
 }
 
-/// Reads the display number. The server writes the number, with a line feed, as soon as it accepts
-/// connections.
+/// Reads the display number from the descriptor. The X server writes the number and a line feed as soon as it
+/// accepts connections.
 std::string readNumber(int descriptor, ChildProcess& server) {
     fcntl(descriptor, F_SETFL, O_NONBLOCK);
     std::string text;
@@ -64,11 +64,6 @@ XServer::XServer(const Options& options) {
     if (number.empty())
         throw HarnessError("Xvfb did not start: " + Sandbox::read(log));
     name = ":" + number;
-}
-
-Environment XServer::with(Environment environment) const {
-    environment["DISPLAY"] = name;
-    return environment;
 }
 
 void XServer::kill() {

@@ -1,5 +1,5 @@
-// Stands in for the window of a video call. Shows one window and paints a changing picture. Runs the commands
-// on standard input, and prints the keys that come to the window.
+// Shows a window that looks like a video call, for tests. Paints a changing picture. Runs the commands that
+// it reads from standard input. Prints the keys that the window receives.
 
 #include <xcb/xcb.h>
 
@@ -60,7 +60,7 @@ std::optional<Options> parse(const std::vector<std::string>& arguments) {
     return options;
 }
 
-/// The window and the resources to draw into it.
+/// Makes the window, and draws into it.
 class Window {
   public:
     Window(xcb_connection_t* connection, const xcb_screen_t* screen, const Options& options)
@@ -83,25 +83,14 @@ class Window {
         makeCanvas();
     }
 
-    void configure(std::uint16_t mask, std::array<std::uint32_t, 2> values) {
-        xcb_configure_window(connection, window, mask, values.data());
+    void resize(std::array<std::uint32_t, 2> size) {
+        xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                             size.data());
     }
 
     void setTitle(const std::string& title) {
         setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
         setText(atom("_NET_WM_NAME"), atom("UTF8_STRING"), title);
-    }
-
-    void iconify() {
-        xcb_client_message_event_t event{};
-        event.response_type = XCB_CLIENT_MESSAGE;
-        event.format = 32;
-        event.window = window;
-        event.type = atom("WM_CHANGE_STATE");
-        event.data.data32[0] = 3;
-        xcb_send_event(connection, 0, screen->root,
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&event));
     }
 
     void fill(std::uint32_t colour, int x, int y, int w, int h) {
@@ -117,7 +106,8 @@ class Window {
         xcb_poly_fill_arc(connection, canvas, context, 1, &arc);
     }
 
-    /// Copies the whole frame at once, so that each frame is one damage and is never seen half drawn.
+    /// Copies the finished frame to the window in one request, so that each frame causes one damage report
+    /// and is never seen half drawn.
     void show() {
         xcb_copy_area(connection, canvas, window, context, 0, 0, 0, 0, std::uint16_t(width),
                       std::uint16_t(height));
@@ -181,11 +171,12 @@ class Window {
         if (std::istringstream(options.extents) >> extents[0] >> ignored >> extents[1] >> ignored >>
             extents[2] >> ignored >> extents[3])
             setNumbers("_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {extents.begin(), extents.end()});
-        // WM_NORMAL_HINTS say that the user chose the position, so that a window manager keeps the position.
+        // The flags in WM_NORMAL_HINTS say that the user chose the position, so that a window manager keeps
+        // it.
         std::vector<std::uint32_t> hints(18);
         hints[0] = 1;
         setNumbers("WM_NORMAL_HINTS", atom("WM_SIZE_HINTS"), hints);
-        // WM_HINTS ask for the focus.
+        // The flags in WM_HINTS ask for the focus.
         setNumbers("WM_HINTS", atom("WM_HINTS"), {1, 1, 0, 0, 0, 0, 0, 0, 0});
     }
 
@@ -197,7 +188,7 @@ class Window {
     }
 
     void setColour(std::uint32_t colour) {
-        // Colours of a 32-bit window are multiplied by their alpha.
+        // The X server expects each colour of a 32-bit window to be multiplied by the alpha.
         const std::uint32_t a = alpha < 0 ? 255 : static_cast<std::uint32_t>(alpha);
         std::uint32_t pixel = a << 24;
         for (const unsigned shift : {0U, 8U, 16U})
@@ -237,19 +228,27 @@ class Window {
     std::map<std::string, xcb_atom_t> atoms;
 };
 
-/// A picture of two people and a bar that moves with each frame.
+/// Draws two people and a bar that moves with each frame, or plain colours.
 class Scene {
   public:
-    explicit Scene(const std::string& colour) { setPlain(colour); }
+    explicit Scene(const std::string& colours) { setPlain(colours); }
 
-    void setPlain(const std::string& colour) { plain = colour.empty() ? -1 : std::stol(colour, nullptr, 16); }
+    /// Sets what is drawn: two people if there is no colour, a plain window for one colour, and a colour in
+    /// each quarter of the window for four.
+    void setPlain(const std::string& colours) {
+        plain.clear();
+        std::istringstream list(colours);
+        for (std::string colour; std::getline(list, colour, ',');)
+            plain.push_back(static_cast<std::uint32_t>(std::stoul(colour, nullptr, 16)));
+    }
     void nextFrame() { ++frame; }
 
     void paint(Window& window) const {
         const int w = window.currentWidth();
         const int h = window.currentHeight();
-        if (plain >= 0) {
-            window.fill(static_cast<std::uint32_t>(plain), 0, 0, w, h);
+        if (!plain.empty()) {
+            for (int i = 0; i < 4; ++i) // Upper left, upper right, lower left, lower right.
+                window.fill(plain[i % plain.size()], i % 2 * w / 2, i / 2 * h / 2, w, h);
         } else {
             window.fill(0x15181d, 0, 0, w, h);
             const int gap = w / 40;
@@ -271,7 +270,7 @@ class Scene {
         window.disc(0x3d332c, middle - head * 5 / 8, top - head / 6, head * 5 / 4, head);
         window.fill(skin, middle - head / 5, top + head, head * 2 / 5, head / 2);
         window.disc(skin, middle - head / 2, top, head, head * 5 / 4);
-        // Draws the shoulders, which the tile's lower edge cuts.
+        // Draws the shoulders as a disc, and covers what extends below the person's tile.
         window.disc(0x26303c, middle - head, y + h - head * 5 / 8, head * 2, head * 5 / 4);
         window.fill(0x15181d, x, y + h, w, head);
     }
@@ -286,11 +285,11 @@ class Scene {
     }
 
     unsigned frame = 0;
-    long plain = -1;
+    std::vector<std::uint32_t> plain;
 };
 
-/// Handles events, commands and frames, until the command "quit", or until the server or standard input is
-/// gone.
+/// Handles X events and commands, and paints each frame when it is due. Ends at the command "quit", at the
+/// end of standard input, or when the connection to the X server is lost.
 class Loop {
   public:
     Loop(xcb_connection_t* connection, Window& window, const Options& options)
@@ -328,7 +327,7 @@ class Loop {
     }
 
     void nextFrame() {
-        // Leaves out missed frames, so that the rate does not rise afterwards.
+        // Skips the frames that are already late, so that they are not all painted at once.
         while (due <= Clock::now())
             due += *period;
         scene.nextFrame();
@@ -389,30 +388,26 @@ class Loop {
         std::array<std::uint32_t, 2> pair{};
         numbers >> pair[0] >> pair[1];
         if (verb == "resize")
-            window.configure(XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, pair);
-        else if (verb == "move")
-            window.configure(XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, pair);
+            window.resize(pair);
         else if (verb == "title")
             window.setTitle(rest);
         else if (verb == "unmap")
             window.unmap();
         else if (verb == "map")
             window.map();
-        else if (verb == "iconify")
-            window.iconify();
         else if (verb == "rate")
             setRate(static_cast<int>(pair[0]));
         else if (verb == "quit")
             done = true;
-        else if (verb == "repaint" || verb == "colour" || verb == "scene")
+        else if (verb == "repaint" || verb == "colour")
             repaint(verb, rest);
         else
             std::cerr << "no such command: " << line << std::endl;
     }
 
-    void repaint(const std::string& verb, const std::string& colour) {
+    void repaint(const std::string& verb, const std::string& colours) {
         if (verb != "repaint")
-            scene.setPlain(colour);
+            scene.setPlain(colours);
         scene.nextFrame();
         scene.paint(window);
     }

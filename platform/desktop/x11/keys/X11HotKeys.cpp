@@ -13,7 +13,7 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr std::uint32_t evdevOffset = 8;
-/// The modifier bits of an event's state. The bits above these are pointer buttons and the layout group.
+/// The modifier bits in an event's state. The higher bits are pointer buttons and the layout group.
 constexpr std::uint16_t modifierBits = 0xff;
 /// The server sets this bit in the type of an event that a client sent.
 constexpr std::uint8_t sentByClient = 0x80;
@@ -25,8 +25,8 @@ std::optional<xcb_keycode_t> keyCodeOf(const X11Connection& connection, std::uin
     return static_cast<xcb_keycode_t>(evdevCode + evdevOffset);
 }
 
-/// Returns the combination's modifier bits with every state of the locks. A hot key has to work in each
-/// state.
+/// Returns the combination's modifier bits together with every combination of lock bits. A hot key has to
+/// work whether CapsLock and NumLock are on or off.
 std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits) {
     const auto locks = static_cast<std::uint16_t>(lockBits & ~bits);
     std::vector<std::uint16_t> variants;
@@ -37,8 +37,8 @@ std::vector<std::uint16_t> variantsOf(std::uint16_t bits, std::uint16_t lockBits
     }
 }
 
-/// Asks the server to report a held key as a row of presses. By default the server also reports a release
-/// before each repeated press.
+/// Asks the server to report a held key as presses only. By default the server also reports a release before
+/// each repeated press, which then looks like a new press.
 void askForDetectableRepeat(const X11Connection& connection) {
     if (!connection.extensions().xkb)
         return;
@@ -63,9 +63,9 @@ X11HotKeys::X11HotKeys(X11Connection& connection) : connection(connection), held
     followMapping();
 }
 
-/// Subscribes to changes of the modifier mapping. A new modifier mapping changes what has to be grabbed. New
-/// symbols, such as those of another layout, do not, because grabs go by key code. The server sends the core
-/// event only to clients that do not use XKB.
+/// Subscribes to changes of the modifier mapping, because they change what has to be grabbed. A change of the
+/// keyboard layout alone does not matter, because grabs go by key code. A client that uses XKB does not get
+/// the core event MappingNotify and has to select events of XKB instead.
 void X11HotKeys::followMapping() {
     if (!connection.extensions().xkb) {
         mappingSubscriptions[0] = connection.subscribe<xcb_mapping_notify_event_t>([this](const auto& event) {
@@ -115,7 +115,7 @@ GrabResult X11HotKeys::grab(std::uint32_t number, std::uint32_t evdevCode, std::
         ungrab(combination);
     if (result == GrabResult::held)
         combinations.emplace(number, combination);
-    connection.flush(); // Another program may wait for the ungrabbed keys.
+    connection.flush(); // Sends the ungrab requests now, so that other programs can grab the keys.
     return result;
 }
 
@@ -142,8 +142,9 @@ GrabResult X11HotKeys::acquire(Combination& combination) {
     if (!combination.bits)
         return GrabResult::invalid;
     if (heldByUs(combination))
-        return GrabResult::taken; // The server lets a client grab its own grab again. The first release would
-                                  // end both.
+        // This process has grabbed the same combination already. The server would accept a second grab, but
+        // giving up one of the two grabs would end both.
+        return GrabResult::taken;
     heldBeforeGrab.note(combination.key);
     std::vector<xcb_void_cookie_t> cookies;
     for (const auto variant : variantsOf(*combination.bits, modifierMap->lockBits))
@@ -222,7 +223,7 @@ void X11HotKeys::keyReleased(const xcb_key_release_event_t& event) {
     down.erase(event.detail);
     heldBeforeGrab.remove(event.detail);
     if (event.detail == grabbedBy)
-        down.clear(); // The grab has ended. Releases of keys that are still down go to another client.
+        down.clear(); // The grab has ended, so no KeyRelease will come for keys that are still down.
 }
 
 void X11HotKeys::followModifiers() {
@@ -241,8 +242,8 @@ void X11HotKeys::followModifiers() {
         combination.bits = bits;
         changed.push_back(number);
     }
-    // All changed combinations are ungrabbed before the first is acquired, because two of them may have
-    // changed places.
+    // All changed combinations are ungrabbed before the first one is grabbed again, because two of them may
+    // have swapped their bits.
     modifierMap = fresh;
     for (const auto number : changed)
         if (!isSuspended)
@@ -253,6 +254,11 @@ void X11HotKeys::followModifiers() {
 std::string X11HotKeys::keyLabel(std::uint32_t evdevCode) {
     const auto key = keyCodeOf(connection, evdevCode);
     return key ? keyLabelOf(connection, *key) : std::string();
+}
+
+bool X11HotKeys::isDown(std::uint32_t evdevCode) {
+    const auto key = keyCodeOf(connection, evdevCode);
+    return key && isKeyDown(connection, *key);
 }
 
 } // namespace mirrolet::platform::desktop::x11

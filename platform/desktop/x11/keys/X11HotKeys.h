@@ -15,9 +15,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The hot keys, which are passive grabs on the root window. Each hot key is grabbed by key code, so that the
-/// keyboard layout does not matter. After a change of the modifier mapping, the connection's thread renews
-/// the grabs.
+/// Implements the hot keys as passive grabs on the root window. Each hot key is grabbed by key code, so that
+/// the keyboard layout does not matter. After a change of the modifier mapping, the connection's thread
+/// renews the grabs.
 class X11HotKeys final : public HotKeys {
   public:
     explicit X11HotKeys(X11Connection& connection);
@@ -30,12 +30,13 @@ class X11HotKeys final : public HotKeys {
     void release(std::uint32_t number) override;
     void suspend(bool suspended) override;
     std::string keyLabel(std::uint32_t evdevCode) override;
+    [[nodiscard]] bool isDown(std::uint32_t evdevCode) override;
 
   private:
     struct Combination {
         xcb_keycode_t key = 0;
         std::uint32_t modifiers = 0;       ///< HotKeyModifier values.
-        std::optional<std::uint16_t> bits; ///< Grabbed bits. None while the keyboard has no such modifier.
+        std::optional<std::uint16_t> bits; ///< The bits to grab. None if the keyboard lacks a modifier.
         bool grabbed = false;
     };
 
@@ -55,15 +56,16 @@ class X11HotKeys final : public HotKeys {
     X11Connection& connection;
     std::function<void(std::uint32_t)> pressed;
 
-    /// Held while the server is asked, never while `pressed` runs.
+    /// This mutex stays locked while the server is asked. It is not locked while the handler `pressed` runs,
+    /// because other threads would have to wait for the handler.
     Mutex combinationsMutex;
-    /// The combinations by the number that the caller gave to grab().
+    /// The hot keys, by the number that the caller gave to grab().
     std::map<std::uint32_t, Combination> combinations MIRROLET_GUARDED_BY(combinationsMutex);
-    /// The map is read when first needed.
+    /// The modifier bits of each modifier key. Read from the server when they are first needed.
     std::optional<ModifierMap> modifierMap MIRROLET_GUARDED_BY(combinationsMutex);
     bool isSuspended MIRROLET_GUARDED_BY(combinationsMutex) = false;
     HeldKeys heldBeforeGrab MIRROLET_GUARDED_BY(combinationsMutex);
-    /// Keys whose press was seen. A further press is auto-repeat.
+    /// Keys that have been pressed and not yet released. A further press of such a key is auto-repeat.
     std::set<xcb_keycode_t> down MIRROLET_GUARDED_BY(combinationsMutex);
     /// The key whose release ends the server's active grab.
     xcb_keycode_t grabbedBy MIRROLET_GUARDED_BY(combinationsMutex) = 0;

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/panel/PanelProperties.h"
 
+#include "platform/desktop/x11/panel/ManagerMessage.h"
 #include "platform/desktop/x11/server/Property.h"
 
 #include <algorithm>
@@ -14,12 +15,11 @@ namespace {
 
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 constexpr std::uint32_t stateAdd = 1;
-constexpr std::uint32_t sourceApplication = 1;
 constexpr std::uint32_t mostBytesOfProperty = 256;
-// WM_HINTS: flags, input, and seven more.
+// The nine items of WM_HINTS begin with flags and input.
 constexpr std::size_t hintsLength = 9;
 constexpr std::uint32_t inputHint = 1;
-// _MOTIF_WM_HINTS: flags, functions, decorations, input mode, status.
+// The items of _MOTIF_WM_HINTS are flags, functions, decorations, input mode and status.
 constexpr std::array<std::uint32_t, 5> noDecorations{1U << 1U, 0, 0, 0, 0};
 
 void write(const X11Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
@@ -45,19 +45,33 @@ void PanelProperties::writeBeforeMap(bool modal) const {
     write(connection, panel, atoms._NET_WM_WINDOW_TYPE, XCB_ATOM_ATOM, std::array{type});
     write(connection, panel, atoms._MOTIF_WM_HINTS, atoms._MOTIF_WM_HINTS, noDecorations);
     write(connection, panel, atoms._NET_WM_DESKTOP, XCB_ATOM_CARDINAL, std::array{everyDesktop});
-    if (stacking == PanelStacking::floating) // The panel has a shadow of ours, with round corners.
+    if (stacking == PanelStacking::floating) // WindowShadow draws a shadow, so no other is wanted.
         write(connection, panel, atoms._COMPTON_SHADOW, XCB_ATOM_CARDINAL, std::array{0U});
-    const std::uint32_t neverUsed = 0; // Asks for no focus at the map.
-    connection.succeeds(xcb_change_property_checked(connection.xcb(), XCB_PROP_MODE_REPLACE, panel,
-                                                    atoms._NET_WM_USER_TIME, XCB_ATOM_CARDINAL, 32, 1,
-                                                    &neverUsed),
+    writeUserTime();
+}
+
+/// Writes the time of the panel's last use. A window manager uses this time to decide whether a newly mapped
+/// panel gets the focus. A dialog may get the focus, so the time is removed from a dialog. Waits for the
+/// server.
+void PanelProperties::writeUserTime() const {
+    const auto property = connection.atoms()._NET_WM_USER_TIME;
+    if (stacking == PanelStacking::dialog) {
+        connection.succeeds(xcb_delete_property_checked(connection.xcb(), panel, property), {});
+        return;
+    }
+    const std::uint32_t neverUsed = 0; // Tells the window manager not to focus the panel.
+    connection.succeeds(xcb_change_property_checked(connection.xcb(), XCB_PROP_MODE_REPLACE, panel, property,
+                                                    XCB_ATOM_CARDINAL, 32, 1, &neverUsed),
                         {});
 }
 
 void PanelProperties::writeStates(std::vector<std::uint32_t> states) const {
     const auto& atoms = connection.atoms();
-    for (const auto state :
-         {atoms._NET_WM_STATE_SKIP_TASKBAR, atoms._NET_WM_STATE_SKIP_PAGER, atoms._NET_WM_STATE_STICKY})
+    std::vector<std::uint32_t> wanted = {atoms._NET_WM_STATE_SKIP_TASKBAR, atoms._NET_WM_STATE_SKIP_PAGER,
+                                         atoms._NET_WM_STATE_STICKY};
+    if (stacking == PanelStacking::dialog)
+        wanted.push_back(atoms._NET_WM_STATE_ABOVE);
+    for (const auto state : wanted)
         if (std::find(states.begin(), states.end(), state) == states.end())
             states.push_back(state);
     write(connection, panel, atoms._NET_WM_STATE, XCB_ATOM_ATOM, states);
@@ -79,30 +93,19 @@ void PanelProperties::refuseFocus(const std::vector<std::uint32_t>& hints,
 }
 
 void PanelProperties::requestAfterMap() const {
-    if (stacking != PanelStacking::amongNormal)
+    if (stacking == PanelStacking::floating)
         return;
     const auto& atoms = connection.atoms();
-    sendToRoot(atoms._NET_WM_DESKTOP, everyDesktop, sourceApplication, 0);
-    sendToRoot(atoms._NET_WM_STATE, stateAdd, atoms._NET_WM_STATE_SKIP_TASKBAR,
-               atoms._NET_WM_STATE_SKIP_PAGER);
-    sendToRoot(atoms._NET_WM_STATE, stateAdd, atoms._NET_WM_STATE_STICKY, 0);
+    sendToManager(connection, panel, atoms._NET_WM_DESKTOP, {everyDesktop, MessageSource::application});
+    addStates(atoms._NET_WM_STATE_SKIP_TASKBAR, atoms._NET_WM_STATE_SKIP_PAGER);
+    addStates(atoms._NET_WM_STATE_STICKY,
+              stacking == PanelStacking::dialog ? atoms._NET_WM_STATE_ABOVE : xcb_atom_t{XCB_ATOM_NONE});
     connection.flush();
 }
 
-void PanelProperties::sendToRoot(xcb_atom_t type, std::uint32_t first, std::uint32_t second,
-                                 std::uint32_t third) const {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = panel;
-    message.type = type;
-    message.data.data32[0] = first;
-    message.data.data32[1] = second;
-    message.data.data32[2] = third;
-    message.data.data32[3] = type == connection.atoms()._NET_WM_STATE ? sourceApplication : 0;
-    xcb_send_event(connection.xcb(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+void PanelProperties::addStates(xcb_atom_t first, xcb_atom_t second) const {
+    sendToManager(connection, panel, connection.atoms()._NET_WM_STATE,
+                  {stateAdd, first, second, MessageSource::application});
 }
 
 } // namespace mirrolet::platform::desktop::x11

@@ -15,18 +15,22 @@ class PanelProperties {
     PanelProperties(X11Connection& connection, xcb_window_t panel, PanelStacking stacking)
         : connection(connection), panel(panel), stacking(stacking) {}
 
-    /// Writes the properties that are read once, at the map. The server has them when this returns, so they
-    /// take effect before a map on another connection. `modal` tells that the panel asks the user something.
+    /// Writes the properties that window managers read only when the panel is mapped. Waits until the server
+    /// has the properties, because Qt maps the panel on another connection, whose request could otherwise
+    /// come first. `modal` tells that the panel asks the user something.
     void writeBeforeMap(bool modal) const;
-    /// Sends the requests that some window managers take only as messages, and forget with every unmap. A
-    /// managed panel must be mapped. Does nothing for a floating panel.
+    /// Asks the window manager again to show the panel on all workspaces and in no task list. Some window
+    /// managers accept this only as messages, and only for a mapped panel. Must be called after each map,
+    /// because window managers forget the requests at an unmap. Does nothing for a floating panel, which is
+    /// not managed.
     void requestAfterMap() const;
 
   private:
     void writeStates(std::vector<std::uint32_t> states) const;
+    void writeUserTime() const;
     void refuseFocus(const std::vector<std::uint32_t>& hints,
                      const std::vector<std::uint32_t>& protocols) const;
-    void sendToRoot(xcb_atom_t type, std::uint32_t first, std::uint32_t second, std::uint32_t third) const;
+    void addStates(xcb_atom_t first, xcb_atom_t second) const;
 
     X11Connection& connection;
     xcb_window_t panel;

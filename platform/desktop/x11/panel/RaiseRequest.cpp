@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/panel/RaiseRequest.h"
 
+#include "platform/desktop/x11/panel/ManagerMessage.h"
 #include "platform/desktop/x11/server/ExpectErrors.h"
 #include "platform/desktop/x11/server/Property.h"
 
@@ -10,7 +11,6 @@ namespace mirrolet::platform::desktop::x11 {
 namespace {
 
 constexpr std::uint32_t mostSupportedBytes = 8192;
-constexpr std::uint32_t sourcePager = 2; // The source of requests that the user made.
 
 } // namespace
 
@@ -25,7 +25,8 @@ RaiseRequest::RaiseRequest(X11Connection& connection, xcb_window_t panel)
 
 void RaiseRequest::send() {
     pending = true;
-    // Only an event tells the server's time, and an empty change of our own property causes one.
+    // The server's time is known only from events. An empty change of a property of our own window makes the
+    // server send such an event.
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, connection.ownWindow(),
                         connection.atoms()._MIRROLET_TIME, XCB_ATOM_INTEGER, 32, 0, nullptr);
     connection.flush();
@@ -50,21 +51,14 @@ bool RaiseRequest::managerTakesRestackMessages() const {
 }
 
 void RaiseRequest::sendRestackMessage() const {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = panel;
-    message.type = connection.atoms()._NET_RESTACK_WINDOW;
-    message.data.data32[0] = sourcePager;
-    message.data.data32[1] = XCB_WINDOW_NONE; // No sibling: above all.
-    message.data.data32[2] = XCB_STACK_MODE_ABOVE;
-    xcb_send_event(connection.xcb(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+    // XCB_WINDOW_NONE: the panel comes in front of all windows, not of a certain one.
+    sendToManager(connection, panel, connection.atoms()._NET_RESTACK_WINDOW,
+                  {MessageSource::pager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE});
 }
 
-/// Sets the time of the panel's last use, then raises the panel. The time can stand on a separate window,
-/// because Qt makes such a window where the window manager supports that.
+/// Sets the time of the panel's last use to `time`, so that the window manager accepts the raise. Then raises
+/// the panel. The time of last use can be a property of a separate window, because Qt makes such a window if
+/// the window manager supports that.
 void RaiseRequest::raiseAsJustUsed(xcb_timestamp_t time) const {
     const auto& atoms = connection.atoms();
     const auto cookie = requestProperty(connection, panel, atoms._NET_WM_USER_TIME_WINDOW, 4);

@@ -1,5 +1,6 @@
 #include "platform/desktop/x11/panel/X11PanelWindow.h"
 
+#include "platform/desktop/x11/panel/ActivationRequest.h"
 #include "platform/desktop/x11/panel/PanelStack.h"
 
 namespace mirrolet::platform::desktop::x11 {
@@ -18,7 +19,7 @@ X11PanelWindow::X11PanelWindow(X11Connection& connection, PanelStack& stack,
       wmState(connection, events, window), focus(connection, events, previousFocus, window),
       corners(connection, compositingManager, window),
       shadow(connection, events, compositingManager, stack, window) {
-    if (stacking == PanelStacking::amongNormal)
+    if (stacking != PanelStacking::floating)
         followWindowManager();
 }
 
@@ -28,8 +29,9 @@ X11PanelWindow::~X11PanelWindow() {
     stack.hide(window);
 }
 
-/// Arranges that the requests are sent after every map, because a window manager forgets the requests with
-/// every unmap. They are also sent to a window manager that takes over, because it has never received them.
+/// Arranges that PanelProperties::requestAfterMap() is called after every map, because a window manager
+/// forgets the requests at every unmap. The function is also called when a new window manager starts, because
+/// that one has never received the requests.
 void X11PanelWindow::followWindowManager() {
     connection.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     mapSubscription =
@@ -42,7 +44,7 @@ void X11PanelWindow::followWindowManager() {
 }
 
 void X11PanelWindow::willShow() {
-    if (stacking == PanelStacking::amongNormal)
+    if (stacking != PanelStacking::floating)
         wmState.awaitWithdrawn();
     shown = true;
     properties.writeBeforeMap(level >= modalLevel);
@@ -52,18 +54,31 @@ void X11PanelWindow::didShow() {
     if (stacking == PanelStacking::floating)
         return stack.show(window, level);
     properties.requestAfterMap();
-    raise.send();
+    if (stacking == PanelStacking::amongNormal)
+        raise.send();
 }
 
 void X11PanelWindow::willHide() {
-    if (stacking == PanelStacking::amongNormal)
+    if (stacking != PanelStacking::floating)
         wmState.awaitMapped();
 }
 
 void X11PanelWindow::didHide() {
     shown = false;
     stack.hide(window);
-    focus.giveBack();
+    returnFocus();
+}
+
+void X11PanelWindow::takeFocus() {
+    if (stacking == PanelStacking::dialog)
+        requestActivation(connection, window);
+    else
+        focus.take();
+}
+
+void X11PanelWindow::returnFocus() {
+    if (stacking != PanelStacking::dialog) // The window manager gives a dialog's focus back.
+        focus.giveBack();
 }
 
 void X11PanelWindow::setLevel(int newLevel) {

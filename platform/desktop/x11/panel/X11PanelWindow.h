@@ -19,8 +19,8 @@ class CompositingManager;
 class PreviousFocus;
 class PanelStack;
 
-/// One mirror panel or prompt. A floating one has to be an override-redirect window, because most window
-/// managers keep a managed window below other programs' full-screen windows.
+/// Implements PanelWindow for one mirror panel or prompt. A floating panel has to be an override-redirect
+/// window, because most window managers keep a managed window below other programs' full-screen windows.
 class X11PanelWindow final : public PanelWindow {
   public:
     X11PanelWindow(X11Connection& connection, PanelStack& stack, CompositingManager& compositingManager,
@@ -34,8 +34,8 @@ class X11PanelWindow final : public PanelWindow {
     void willHide() override;
     void didHide() override;
     void setLevel(int newLevel) override;
-    void takeFocus() override { focus.take(); }
-    void returnFocus() override { focus.giveBack(); }
+    void takeFocus() override;
+    void returnFocus() override;
     void setCorners(PixelSize size, double radius) override;
     void setShadow(const PanelShadow& newShadow) override;
 
@@ -47,7 +47,7 @@ class X11PanelWindow final : public PanelWindow {
     xcb_window_t window;
     PanelStacking stacking;
     int level = 0;
-    std::atomic<bool> shown = false; ///< True from just before the map.
+    std::atomic<bool> shown = false; ///< True from willShow() until didHide().
 
     PanelEvents events;
     PanelProperties properties;

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace mirrolet::platform::desktop::x11 {
@@ -41,6 +42,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         ATOM(_NET_WM_STATE_FULLSCREEN),
         ATOM(_NET_WM_DESKTOP),
         ATOM(_NET_CURRENT_DESKTOP),
+        ATOM(_NET_WORKAREA),
         ATOM(_NET_WM_USER_TIME),
         ATOM(_NET_WM_USER_TIME_WINDOW),
         ATOM(_NET_RESTACK_WINDOW),

@@ -8,9 +8,9 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// The atoms that the backend uses, interned in one round trip at start.
+/// Holds the atoms that the backend uses. The constructor interns all of them in one round trip.
 struct Atoms {
-    /// Sets every atom to XCB_ATOM_NONE if written as `Atoms{}`. Code that runs without a server uses this.
+    /// `Atoms{}` holds XCB_ATOM_NONE for every atom. Tests that run without a server use this.
     Atoms() = default;
     explicit Atoms(xcb_connection_t* connection, int screenNumber);
 
@@ -19,7 +19,7 @@ struct Atoms {
         _NET_ACTIVE_WINDOW, _NET_WM_STRUT, _NET_WM_STRUT_PARTIAL;
     xcb_atom_t _NET_WM_NAME, _NET_WM_PID, _NET_WM_STATE, _NET_WM_STATE_HIDDEN, _NET_WM_STATE_ABOVE,
         _NET_WM_STATE_BELOW, _NET_WM_STATE_STICKY, _NET_WM_STATE_SKIP_TASKBAR, _NET_WM_STATE_SKIP_PAGER,
-        _NET_WM_STATE_FULLSCREEN, _NET_WM_DESKTOP, _NET_CURRENT_DESKTOP, _NET_WM_USER_TIME,
+        _NET_WM_STATE_FULLSCREEN, _NET_WM_DESKTOP, _NET_CURRENT_DESKTOP, _NET_WORKAREA, _NET_WM_USER_TIME,
         _NET_WM_USER_TIME_WINDOW, _NET_RESTACK_WINDOW;
     xcb_atom_t _NET_WM_WINDOW_TYPE, _NET_WM_WINDOW_TYPE_DOCK, _NET_WM_WINDOW_TYPE_DESKTOP,
         _NET_WM_WINDOW_TYPE_UTILITY, _NET_WM_WINDOW_TYPE_DIALOG, _NET_WM_WINDOW_TYPE_NORMAL,
@@ -27,10 +27,10 @@ struct Atoms {
         _NET_WM_WINDOW_TYPE_MENU, _NET_WM_WINDOW_TYPE_POPUP_MENU, _NET_WM_WINDOW_TYPE_DROPDOWN_MENU,
         _NET_WM_WINDOW_TYPE_TOOLTIP, _NET_WM_WINDOW_TYPE_COMBO, _NET_WM_WINDOW_TYPE_DND;
     xcb_atom_t _GTK_FRAME_EXTENTS, _GTK_APPLICATION_ID, _MOTIF_WM_HINTS;
-    xcb_atom_t _COMPTON_SHADOW;                   ///< 0 asks a compositing manager for no shadow.
-    xcb_atom_t _MIRROLET_RESTACK, _MIRROLET_TIME; ///< Properties of ownWindow().
-    xcb_atom_t compositingManager;                ///< _NET_WM_CM_S<screen>
-    xcb_atom_t systemTray;                        ///< _NET_SYSTEM_TRAY_S<screen>
+    xcb_atom_t _COMPTON_SHADOW;                   ///< The value 0 asks a compositing manager for no shadow.
+    xcb_atom_t _MIRROLET_RESTACK, _MIRROLET_TIME; ///< Properties of X11Connection::ownWindow().
+    xcb_atom_t compositingManager;                ///< The selection _NET_WM_CM_S<screen>.
+    xcb_atom_t systemTray;                        ///< The selection _NET_SYSTEM_TRAY_S<screen>.
 };
 
 } // namespace mirrolet::platform::desktop::x11

@@ -8,6 +8,7 @@
 #include <xcb/render.h>
 #include <xcb/res.h>
 #include <xcb/shape.h>
+#include <xcb/shm.h>
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
@@ -63,6 +64,12 @@ bool speaksXkb(xcb_connection_t* connection) {
     return reply && reply->supported;
 }
 
+bool speaksShm(xcb_connection_t* connection) {
+    const XcbReply<xcb_shm_query_version_reply_t> reply(
+        xcb_shm_query_version_reply(connection, xcb_shm_query_version(connection), nullptr));
+    return reply && atLeast(reply->major_version, reply->minor_version, 1, 2);
+}
+
 bool speaksXInput(xcb_connection_t* connection) {
     const XcbReply<xcb_input_xi_query_version_reply_t> reply(
         xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 1), nullptr));
@@ -85,6 +92,7 @@ Extensions::Extensions(xcb_connection_t* connection) {
         {&shape, &xcb_shape_id, nullptr},
         {&xres, &xcb_res_id, speaksXRes},
         {&xkb, &xcb_xkb_id, speaksXkb},
+        {&shm, &xcb_shm_id, speaksShm},
         {&xinput, &xcb_input_id, speaksXInput},
     };
     for (const auto& wanted : all)

@@ -6,16 +6,16 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// One extension of the server: its numbers in requests, events and errors.
+/// The numbers that mark the requests, events and errors of one extension of the server.
 struct Extension {
-    std::uint8_t majorOpcode = 0; ///< 0 where the server lacks the extension, or has too old a version.
+    std::uint8_t majorOpcode = 0; ///< 0 if the server lacks the extension, or has too old a version.
     std::uint8_t firstEvent = 0;
     std::uint8_t firstError = 0;
 
     explicit operator bool() const { return majorOpcode != 0; }
 };
 
-/// The extensions that the backend uses, asked for once.
+/// Tells which of the extensions that the backend uses are available on the server.
 struct Extensions {
     /// Describes a server that has none of the extensions.
     Extensions() = default;
@@ -23,14 +23,15 @@ struct Extensions {
     /// client speaks, because several extensions refuse every other request until then.
     explicit Extensions(xcb_connection_t* connection);
 
-    Extension composite; ///< 0.2 or later: NameWindowPixmap.
+    Extension composite; ///< Version 0.2 or later, for NameWindowPixmap.
     Extension damage;
-    Extension render; ///< 0.10 or later.
+    Extension render; ///< Version 0.10 or later.
     Extension xfixes;
     Extension shape;
-    Extension xres; ///< 1.2 or later: QueryClientIds.
+    Extension xres; ///< Version 1.2 or later, for QueryClientIds.
     Extension xkb;
-    Extension xinput; ///< 2.1 or later: raw events also come while another client has a grab.
+    Extension shm;    ///< Version 1.2 or later, which attaches memory by its file descriptor.
+    Extension xinput; ///< Version 2.1 or later, which sends raw events even while another client has a grab.
 };
 
 } // namespace mirrolet::platform::desktop::x11

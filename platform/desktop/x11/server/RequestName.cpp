@@ -7,6 +7,7 @@
 #include <xcb/render.h>
 #include <xcb/res.h>
 #include <xcb/shape.h>
+#include <xcb/shm.h>
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
@@ -83,6 +84,11 @@ constexpr Request shape[] = {
     {XCB_SHAPE_RECTANGLES, "Rectangles"},
     {XCB_SHAPE_MASK, "Mask"},
 };
+constexpr Request shm[] = {
+    {XCB_SHM_DETACH, "Detach"},
+    {XCB_SHM_PUT_IMAGE, "PutImage"},
+    {XCB_SHM_ATTACH_FD, "AttachFd"},
+};
 constexpr Request xfixes[] = {
     {XCB_XFIXES_SELECT_SELECTION_INPUT, "SelectSelectionInput"},
     {XCB_XFIXES_CREATE_REGION, "CreateRegion"},
@@ -118,6 +124,7 @@ constexpr NamedExtension extensionNames[] = {
     {&Extensions::damage, "DAMAGE ", damage},
     {&Extensions::render, "RENDER ", render},
     {&Extensions::shape, "SHAPE ", shape},
+    {&Extensions::shm, "MIT-SHM ", shm},
     {&Extensions::xfixes, "XFIXES ", xfixes},
     {&Extensions::xres, "X-Resource ", xres},
     {&Extensions::xkb, "XKEYBOARD ", xkb},

@@ -9,8 +9,8 @@ namespace mirrolet::platform::desktop::x11 {
 
 namespace {
 
-// Both properties begin with the depths at the edges, in this order. The longer property goes on with the
-// first and the last pixel along each edge.
+// `_NET_WM_STRUT` and `_NET_WM_STRUT_PARTIAL` begin with the reserved depth at each edge, in this order.
+// `_NET_WM_STRUT_PARTIAL` goes on with the first and the last reserved pixel along each edge.
 enum Edge : std::size_t { left, right, top, bottom };
 constexpr std::size_t depthsOnly = 4;
 constexpr std::size_t withRanges = 12;
@@ -44,6 +44,17 @@ ReservedEdges reservedBy(std::span<const std::uint32_t> strut, const PixelRect& 
     const auto unlessAll = [](int depth, int all) { return depth < all ? depth : 0; };
     return {unlessAll(taken(left).width, monitor.width), unlessAll(taken(top).height, monitor.height),
             unlessAll(taken(right).width, monitor.width), unlessAll(taken(bottom).height, monitor.height)};
+}
+
+ReservedEdges outsideOf(std::span<const std::uint32_t> workArea, const PixelRect& monitor, PixelSize root) {
+    constexpr std::size_t valuesOfRectangle = 4;
+    if (workArea.size() < valuesOfRectangle || monitor != PixelRect{0, 0, root.width, root.height})
+        return {};
+    const PixelRect area{limited(workArea[0], root.width), limited(workArea[1], root.height),
+                         limited(workArea[2], root.width), limited(workArea[3], root.height)};
+    if (isEmpty(area) || !contains(monitor, area))
+        return {};
+    return {area.x, area.y, root.width - area.x - area.width, root.height - area.y - area.height};
 }
 
 ReservedEdges united(const ReservedEdges& a, const ReservedEdges& b) {

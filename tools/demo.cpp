@@ -1,5 +1,6 @@
-// Shows one call from start to end. Starts a desktop of its own, a window that looks like a video call, and
-// Mirrolet. Answers the prompt, and writes a screenshot of each step. Fails if a step does not happen.
+// Demonstrates one call with Mirrolet from start to end. Starts a desktop, a window that looks like a video
+// call, and Mirrolet. Answers the prompt, and writes a screenshot of each step. Fails if a step does not
+// happen.
 
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/DesktopServices.h"
@@ -62,8 +63,8 @@ class CallDemo {
         return options;
     }
 
-    /// Returns options for a background window in the ground's colour, because a compositing manager does not
-    /// show the root window's colour.
+    /// Returns options for a window that fills the desktop with a background colour. The colour of the root
+    /// window would not do, because a compositing manager does not show it.
     static CallWindow::Options backgroundOptions() {
         CallWindow::Options options;
         options.title = options.wmClass = options.wmInstance = "Background";
@@ -73,8 +74,8 @@ class CallDemo {
         return options;
     }
 
-    /// Waits until the prompt is drawn and no longer changes. The two sides of a drawn prompt have one
-    /// colour, unlike the windows behind the prompt.
+    /// Waits until the prompt is drawn and no longer changes. A drawn prompt has the same colour at its left
+    /// and right side. The windows behind the prompt differ there.
     void settle(xcb_window_t prompt) {
         const Box box = facts.box(prompt);
         Picture last;
@@ -87,9 +88,9 @@ class CallDemo {
         });
     }
 
-    /// Returns whether both sides of the panel show the walls behind the two people of the scene. A
-    /// compositing manager shows a larger window some time after the server does. Until then both sides show
-    /// the ground.
+    /// Returns whether the left and right side of the panel show the walls behind the two people in the call.
+    /// A compositing manager shows a resized panel later than the X server does. Until then the colour
+    /// `ground` is seen.
     [[nodiscard]] bool showsPicture(xcb_window_t panel) const {
         const Box box = facts.box(panel);
         const Picture picture = facts.screenshot(box);
@@ -102,7 +103,7 @@ class CallDemo {
         const Box before = facts.box(panel);
         const int right = before.x + before.width;
         const int bottom = before.y + before.height;
-        // Moves the mirror to a place with room, then resizes it by the grip.
+        // Moves the mirror to a free place, and then resizes it by its grip.
         constexpr int x = 900;
         constexpr int y = 520;
         Pointer(client).drag(before.x + before.width / 2, before.y + before.height / 2, x, y);

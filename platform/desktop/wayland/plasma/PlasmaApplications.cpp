@@ -1,0 +1,48 @@
+#include "platform/desktop/wayland/plasma/PlasmaApplications.h"
+
+#include "platform/foundation/DesktopEntryFiles.h"
+
+#include <unistd.h>
+
+namespace mirrolet::platform::desktop::wayland {
+
+namespace {
+
+/// The application ID of a native Wayland window is the file ID of a desktop entry, like _GTK_APPLICATION_ID
+/// on X11.
+WindowOwner ownerOf(const PlasmaWindow& window) {
+    return {.window = window.number,
+            .client = 0,
+            .pid = window.pid,
+            .windowClass = {.instance = window.resourceName,
+                            .name = window.applicationId,
+                            .gtkApplicationId = window.applicationId}};
+}
+
+/// Returns whether the window is this program's prompt, which task bars leave out. They show the settings
+/// window.
+bool isOurPanel(const PlasmaWindow& window) {
+    return window.pid == getpid() && skipsTaskBar(window);
+}
+
+} // namespace
+
+PlasmaApplications::PlasmaApplications(const PlasmaWindowModel& windows)
+    : windows(windows), registry(getpid(), ProcFolder(), DesktopEntryIndex(userApplicationFolders())) {}
+
+std::optional<Application> PlasmaApplications::frontmost() {
+    const auto window = windows.active(isOurPanel);
+    if (!window || isPartOfTheDesktop(*window))
+        return std::nullopt;
+    return registry.applicationsOf({ownerOf(*window)}, false).front();
+}
+
+std::vector<Application> PlasmaApplications::applicationsOf(const std::vector<PlasmaWindow>& onScreen) {
+    std::vector<WindowOwner> owners;
+    owners.reserve(onScreen.size());
+    for (const auto& window : onScreen)
+        owners.push_back(ownerOf(window));
+    return registry.applicationsOf(owners, true);
+}
+
+} // namespace mirrolet::platform::desktop::wayland
