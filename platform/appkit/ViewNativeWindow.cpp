@@ -39,8 +39,10 @@ void ViewNativeWindow::moveEvent(QMoveEvent* /*event*/) {
 }
 
 void ViewNativeWindow::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        tree.mousePressed(event->position(), event->globalPosition());
+    if (event->button() != Qt::LeftButton)
+        return;
+    owner.pressed();
+    tree.mousePressed(event->position(), event->globalPosition());
 }
 
 void ViewNativeWindow::mouseMoveEvent(QMouseEvent* event) {

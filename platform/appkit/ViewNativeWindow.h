@@ -11,7 +11,7 @@ class ViewTree;
 class ViewNativeWindow final : public QWindow {
   public:
     /// The object that owns the native window, draws into it and places it. Its functions are called when the
-    /// window was exposed, resized or moved.
+    /// window was exposed, resized, moved or pressed.
     class Owner {
       public:
         virtual ~Owner() = default;
@@ -20,6 +20,8 @@ class ViewNativeWindow final : public QWindow {
         /// Called when the window has moved. Also called at the end of a drag, because an owner may ignore
         /// moves during a drag.
         virtual void relocated() = 0;
+        /// Called before the views hear of a press of the left mouse button.
+        virtual void pressed() = 0;
     };
 
     /// Makes a window. `tree` and `owner` must outlive the window.

@@ -63,6 +63,7 @@ void ViewWindowHost::destroyNative() {
 }
 
 void ViewWindowHost::setGeometry(const QRect& geometry) {
+    placement = Placement::settled;
     window.setGeometry(geometry);
     // The shape is set here, because resized() sets it only after the server has reported the new size. Until
     // then a window that has grown would keep its old shape and take no clicks in its new part.
@@ -98,6 +99,7 @@ void ViewWindowHost::show() {
         return;
     }
     shownAt = toQtScreenRect(owner.frame());
+    placement = Placement::requested;
     window.setGeometry(shownAt);
     cutCorners();
     awaitQt();
@@ -155,12 +157,19 @@ void ViewWindowHost::exposed() {
     }
     if (!panel.isOpen())
         return;
-    // The window is moved back, because the window manager i3 moves a window by a title bar's height each
-    // time that the window is shown.
-    if (panel.shown() && stacking == desktop::PanelStacking::amongNormal)
-        window.setGeometry(shownAt);
+    if (panel.shown() && placement == Placement::requested)
+        settle();
     surface.draw();
     surface.repair();
+}
+
+/// Moves the window back to where it was requested, because the window manager i3 moves a window by a title
+/// bar's height each time that the window is shown.
+void ViewWindowHost::settle() {
+    if (stacking != desktop::PanelStacking::amongNormal)
+        return;
+    placement = window.geometry() == shownAt ? Placement::settled : Placement::restored;
+    window.setGeometry(shownAt);
 }
 
 void ViewWindowHost::resized() {
@@ -171,10 +180,20 @@ void ViewWindowHost::resized() {
 
 /// Reports the position that the window manager has given to the window. The position of a floating window is
 /// not reported, because only this program moves the window. During a drag the server's reports are late, so
-/// the position is reported when the drag ends.
+/// the position is reported when the drag ends. A window that the window manager moves while it shows it
+/// keeps its place, also if it is hidden before it is back there.
 void ViewWindowHost::relocated() {
-    if (stacking == desktop::PanelStacking::amongNormal && !tree.isPressed())
+    if (placement == Placement::restored && window.geometry() == shownAt)
+        placement = Placement::settled;
+    if (placement == Placement::settled && !tree.isPressed() &&
+        stacking == desktop::PanelStacking::amongNormal)
         moved(window.geometry());
+}
+
+/// The user drags the window from where it is, even if the window manager has refused to move it back.
+void ViewWindowHost::pressed() {
+    if (std::exchange(placement, Placement::settled) != Placement::settled)
+        relocated();
 }
 
 } // namespace mirrolet::platform

@@ -37,7 +37,9 @@ class ViewWindowHost final : public WindowHost, private ViewTree::Host, private 
     void exposed() override;
     void resized() override;
     void relocated() override;
+    void pressed() override;
 
+    void settle();
     void createNative();
     void destroyNative();
 
@@ -46,6 +48,12 @@ class ViewWindowHost final : public WindowHost, private ViewTree::Host, private 
     ViewSurface surface;
     desktop::PanelStacking stacking;
     QRect shownAt; ///< The geometry that was requested at the last showing.
+    /// Tells whether the window is where it belongs. A window manager may move a window while it shows it.
+    enum class Placement {
+        requested, ///< The window is being shown, and every move is the window manager's.
+        restored,  ///< The window was moved back to `shownAt`, and has not arrived there.
+        settled,   ///< A move is what the user wants.
+    } placement = Placement::settled;
 };
 
 } // namespace mirrolet::platform
