@@ -25,6 +25,11 @@ constexpr auto i3Settings = "# i3 config file (v4)\n"
                             "focus_follows_mouse no\n"
                             "default_border pixel 2\n";
 
+/// The setting with which fluxbox raises a window 1 ms after it got the focus. By default that takes 250 ms,
+/// and a mirror that was opened meanwhile would come to lie behind the window.
+constexpr auto fluxboxSettings = "session.autoRaiseDelay: 1\n"
+                                 "session.screen0.autoRaise: false\n";
+
 Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     switch (kind) {
     case WindowManagerKind::openbox:
@@ -34,7 +39,9 @@ Kind describe(WindowManagerKind kind, const Sandbox& sandbox) {
     case WindowManagerKind::i3:
         return {"i3", "i3-wm", {"-c", sandbox.write("i3.conf", i3Settings)}};
     case WindowManagerKind::fluxbox:
-        return {"fluxbox", "fluxbox", {"-no-toolbar", "-no-slit"}};
+        return {"fluxbox",
+                "fluxbox",
+                {"-no-toolbar", "-no-slit", "-rc", sandbox.write("fluxbox.init", fluxboxSettings)}};
     case WindowManagerKind::icewm:
         return {"icewm", "icewm", {}};
     case WindowManagerKind::mutter:
