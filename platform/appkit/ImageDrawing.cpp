@@ -34,9 +34,9 @@ struct Placed {
 
 /// Chooses the drawing of a symbol, and the size of the drawing in a square of `side` device pixels. Every
 /// symbol has a drawing on a grid of 16. Symbols for status bars have a second drawing on a grid of 22,
-/// because both sizes are common in status bars. If there are two drawings, a whole multiple of 16 or 22 is
-/// used, so that edges stay on pixels, and the drawing that fills more of the square is chosen. The rest of
-/// the square is a margin.
+/// because both sizes are common in status bars. If there are two drawings, each of them could be shown only
+/// at a whole multiple of its grid, so that edges stay on pixels. The drawing that fills more of the square
+/// in this way is chosen. The rest of the square is a margin.
 Placed placed(const std::string& name, int side) {
     const QString base = QStringLiteral(":/mirrolet/symbols/") + QString::fromStdString(name);
     const QString small = base + QStringLiteral(".svg");

@@ -52,7 +52,7 @@ class ViewWindowHost final : public WindowHost, private ViewTree::Host, private 
     enum class Placement {
         requested, ///< The window is being shown, and every move is the window manager's.
         restored,  ///< The window was moved back to `shownAt`, and has not arrived there.
-        settled,   ///< A move is what the user wants.
+        settled,   ///< If the window moves now, the user wants it at the new place.
     } placement = Placement::settled;
 };
 

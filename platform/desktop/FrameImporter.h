@@ -34,12 +34,14 @@ class FrameImporter {
     /// the memory again once this function has returned. Returns nullptr if the window server cannot read the
     /// memory.
     ///
-    /// If the presenters that show the image of the last import have already drawn the new frame, returns
-    /// that image again. A new image keeps `source` alive.
+    /// Presenters that show the image of the last import are told of the new frame. If they draw the new
+    /// frame into that image's panels at once, the same image is returned again. Otherwise a new image is
+    /// returned, which keeps `source` alive.
     virtual std::shared_ptr<const WindowImage> import(const SharedFrame& frame,
                                                       std::shared_ptr<const void> source) = 0;
-    /// Returns an image of the frame that was imported last, or nullptr if there was none. A new image keeps
-    /// `source` alive.
+    /// Returns an image of the frame that was imported last, or nullptr if no frame was imported. If the
+    /// image that import() returned still exists, this is that image. Otherwise it is a new image, which
+    /// keeps `source` alive.
     virtual std::shared_ptr<const WindowImage> lastImage(std::shared_ptr<const void> source) = 0;
 };
 

@@ -16,8 +16,8 @@ namespace mirrolet::platform::desktop::wayland {
 class KGlobalAccel final : public ShortcutService, public std::enable_shared_from_this<KGlobalAccel> {
   public:
     struct Handlers {
-        /// Called with true when the service runs, and with false when it does not, at first and after each
-        /// change. When called with true, the service holds no shortcut of this program.
+        /// Called once at the start and after each change: with true if the service runs, with false if it
+        /// does not. A service that is reported to run holds no shortcut of this program yet.
         std::function<void(bool)> available;
         /// Called with the name of the shortcut for each press and each auto-repeat.
         std::function<void(const std::string&)> pressed;

@@ -19,8 +19,8 @@ WindowOwner ownerOf(const PlasmaWindow& window) {
                             .gtkApplicationId = window.applicationId}};
 }
 
-/// Returns whether the window is this program's prompt, which task bars leave out. They show the settings
-/// window.
+/// Returns whether the window is this program's prompt or mirror. Task bars leave these out, but show this
+/// program's settings window.
 bool isOurPanel(const PlasmaWindow& window) {
     return window.pid == getpid() && skipsTaskBar(window);
 }

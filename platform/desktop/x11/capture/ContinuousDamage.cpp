@@ -8,9 +8,9 @@ namespace {
 
 constexpr int ticksUntilContinuous = 15;
 constexpr int ticksAssumed = 15;
-/// After the ticks with assumed damage, the server reports damage again. Damage is assumed once more if this
-/// many ticks in a row report damage nearly everywhere. One tick would not be enough, because the server
-/// reports the whole window as damaged whenever the reports are started.
+/// The number of ticks in a row that must report damage nearly everywhere before damage is assumed once more.
+/// One tick would not be enough, because the server reports the whole window as damaged whenever the reports
+/// are started.
 constexpr int ticksToConfirm = 3;
 
 } // namespace

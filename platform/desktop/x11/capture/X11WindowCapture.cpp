@@ -69,9 +69,9 @@ class X11WindowCapture::Sources : public std::enable_shared_from_this<Sources> {
 
     X11Connection& connection;
     const RenderFormats formats;
-    /// This mutex also stays locked while a CaptureSource changes its event selection, so that an old and a
-    /// new CaptureSource of one window do so in order. No thread waits for a reply while this mutex is
-    /// locked.
+    /// Stays locked while a CaptureSource begins or ends its event selection. Otherwise an old CaptureSource
+    /// could end the selection that a new one of the same window has just begun. No thread waits for a reply
+    /// while this mutex is locked.
     Mutex sourcesMutex;
     std::map<xcb_window_t, std::weak_ptr<CaptureSource>> byNumber MIRROLET_GUARDED_BY(sourcesMutex);
 };

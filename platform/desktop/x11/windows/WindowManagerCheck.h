@@ -6,10 +6,10 @@
 
 namespace mirrolet::platform::desktop::x11 {
 
-/// Checks whether the window manager still runs. A window manager that has ended leaves its properties on the
-/// root window. One of these properties names a window of the window manager. That window exists only while
-/// the window manager runs, and has a property that names the window itself. A later window with the same
-/// number lacks this property and so is not mistaken for that window.
+/// Checks whether the window manager still runs. Its properties on the root window are no proof, because they
+/// remain when it has ended. One of them names its check window, which exists only while it runs. The check
+/// window itself has a property that contains its own number. If another window gets the number later, that
+/// window lacks the property, and so is not mistaken for the check window.
 ///
 /// The check has two steps, askManager() and then managerLives(), so that the caller can send other requests
 /// together with each step. Each step must be called at most once.
@@ -17,8 +17,8 @@ class WindowManagerCheck {
   public:
     /// Requests the root window's property. Does not wait for the reply.
     explicit WindowManagerCheck(X11Connection& connection);
-    /// Waits for the root window's property, and then requests the property of the window that the root
-    /// window names. Returns false if the root window names no window, because no window manager runs then.
+    /// Waits for the root window's property, and then requests the property of the check window. Returns
+    /// false if the root window names no check window, because no window manager runs then.
     bool askManager();
     /// Returns the window manager's window that the root window's property names. Must be called only after
     /// askManager() has returned true.
