@@ -2,6 +2,7 @@
 
 #include "bench/program/Series.h"
 #include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/PanelDrag.h"
 #include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/Wait.h"
 
@@ -58,14 +59,13 @@ std::unique_ptr<Program> PlasmaDesktop::mirror() {
 
 void PlasmaDesktop::resize(xcb_window_t panel) {
     const Box small = facts.box(panel);
-    pointer.drag(small.x + small.width / 2, small.y + small.height / 2, room.x + small.width / 2,
-                 room.y + small.height / 2);
-    require("the mirror follows the pointer", [&] { return facts.box(panel).y == room.y; });
+    const Drag move{small.x + small.width / 2, small.y + small.height / 2, room.x + small.width / 2,
+                    room.y + small.height / 2};
+    dragPanel(facts, pointer, panel, move, {room.x, room.y, small.width, small.height});
     const int x = room.x + small.width - insideTheGrip;
     const int y = room.y + small.height - insideTheGrip;
-    pointer.drag(x, y, x + panelWidth - small.width, y + panelHeight - small.height);
-    require("the grip gives the mirror its size",
-            [&] { return facts.box(panel).width == panelWidth && facts.box(panel).height == panelHeight; });
+    const Drag enlarge{x, y, x + panelWidth - small.width, y + panelHeight - small.height};
+    dragPanel(facts, pointer, panel, enlarge, {room.x, room.y, panelWidth, panelHeight});
     pointer.move(2, 2);
 }
 

@@ -119,20 +119,6 @@ xcb_window_t AnyDesktopTest::openMirror(const Quarters& colours) {
     return panel;
 }
 
-void AnyDesktopTest::dragMirror(xcb_window_t panel, const Drag& way, const Box& end) {
-    const Box before = facts.box(panel);
-    pointer.move(way.fromX, way.fromY);
-    pointer.press();
-    pointer.move((way.fromX + way.toX) / 2, (way.fromY + way.toY) / 2);
-    require("the mirror follows", [&] { return facts.box(panel) != before; });
-    require("the mirror arrives", [&] {
-        pointer.move(way.toX - 1, way.toY); // A compositor reports no move to the same place.
-        pointer.move(way.toX, way.toY);
-        return facts.box(panel) == end;
-    });
-    pointer.release();
-}
-
 void AnyDesktopTest::awaitNothing() {
     require("neither prompt nor mirror is shown", [this] { return nothingShown(); });
 }

@@ -52,17 +52,6 @@ class AnyDesktopTest : public testing::Test {
     xcb_window_t accept(const Quarters& colours = fourColours);
     /// Presses the shortcut that mirrors the focused window. Waits until the mirror shows the colours.
     xcb_window_t openMirror(const Quarters& colours = fourColours);
-    /// A way of the pointer with its left button held.
-    struct Drag {
-        int fromX;
-        int fromY;
-        int toX;
-        int toY;
-    };
-    /// Drags the mirror, or its grip, until the mirror is at `end`. Releases the button only then, because
-    /// the compositor and XWayland disagree for a moment about the place of a mirror that moves: a press or a
-    /// position of that moment goes astray.
-    void dragMirror(xcb_window_t panel, const Drag& way, const harness::Box& end);
     [[nodiscard]] bool nothingShown() const { return program->windows(facts).empty(); }
     void awaitNothing();
     /// Returns whether neither a prompt nor a mirror is seen during several polls.

@@ -1,6 +1,7 @@
 // Tests Mirrolet during a call on every desktop. The call's window is an X window or a native Wayland window.
 
 #include "tests/desktop/endtoend/AnyDesktopTest.h"
+#include "tests/desktop/harness/PanelDrag.h"
 #include "tests/desktop/harness/ScreenReader.h"
 
 #include <algorithm>
@@ -212,9 +213,9 @@ TEST_P(CallTest, HasAMirrorThatIsDraggedResizedAndClosed) {
     awaitFocus(*call);
     const xcb_window_t panel = openMirror();
     const Box before = facts.box(panel);
-    dragMirror(panel, {before.x + 50, before.y + 50, 600, 300}, {550, 250, 100, 100});
+    dragPanel(facts, pointer, panel, {before.x + 50, before.y + 50, 600, 300}, {550, 250, 100, 100});
     awaitColours(fourColours); // The compositor moves the mirror a moment later.
-    dragMirror(panel, {644, 344, 844, 544}, {550, 250, 300, 300});
+    dragPanel(facts, pointer, panel, {644, 344, 844, 544}, {550, 250, 300, 300});
     awaitColours(fourColours);
     EXPECT_TRUE(call->hasFocus());
     pointer.move(568, 268);

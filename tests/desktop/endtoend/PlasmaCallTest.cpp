@@ -3,6 +3,7 @@
 #include "tests/desktop/endtoend/AnyDesktopTest.h"
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/HarnessError.h"
+#include "tests/desktop/harness/PanelDrag.h"
 #include "tests/desktop/harness/ScreenReader.h"
 #include "tests/desktop/harness/Similarity.h"
 #include "tests/desktop/harness/plasma/NativeWindow.h"
@@ -258,9 +259,9 @@ TEST_F(PlasmaCallTest, LooksLikeItsWindowInEverySize) {
     };
     awaitLikeness();
     const Box box = facts.box(panel);
-    dragMirror(panel, {box.x + 50, box.y + 50, 300, 200}, {250, 150, 100, 100});
+    dragPanel(facts, pointer, panel, {box.x + 50, box.y + 50, 300, 200}, {250, 150, 100, 100});
     awaitLikeness(); // The compositor moves the mirror a moment later.
-    dragMirror(panel, {344, 244, 494, 394}, {250, 150, 250, 250});
+    dragPanel(facts, pointer, panel, {344, 244, 494, 394}, {250, 150, 250, 250});
     awaitLikeness();
 }
 
