@@ -124,8 +124,8 @@ TEST_F(PlasmaTitleBarTest, IsNotInTheMirrorOfANativeWindowAndNeitherIsItsMenu) {
     EXPECT_TRUE(holdsFor([&] { return insideMirror(panel) == before; }, 300ms));
 }
 
+// No desktop entry names the application. KWin 5 reports its class in lower case, by which no call is known.
 TEST_F(PlasmaTitleBarTest, IsNotInTheMirrorOfAWindowOfXWayland) {
-    installApplication("whatsapp", "WhatsApp");
     start();
     const CallWindow call(session, {.place = {60, 80, 400, 400}, .colour = colourNames(fourColours)});
     awaitTitleBar(call.pid(), 400);

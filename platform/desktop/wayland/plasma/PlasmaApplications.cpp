@@ -8,17 +8,6 @@ namespace mirrolet::platform::desktop::wayland {
 
 namespace {
 
-/// The application ID of a native Wayland window is the file ID of a desktop entry, like _GTK_APPLICATION_ID
-/// on X11.
-WindowOwner ownerOf(const PlasmaWindow& window) {
-    return {.window = window.number,
-            .client = 0,
-            .pid = window.pid,
-            .windowClass = {.instance = window.resourceName,
-                            .name = window.applicationId,
-                            .gtkApplicationId = window.applicationId}};
-}
-
 /// Returns whether the window is this program's prompt or mirror. Task bars leave these out, but show this
 /// program's settings window.
 bool isOurPanel(const PlasmaWindow& window) {
@@ -27,8 +16,9 @@ bool isOurPanel(const PlasmaWindow& window) {
 
 } // namespace
 
-PlasmaApplications::PlasmaApplications(const PlasmaWindowModel& windows)
-    : windows(windows), registry(getpid(), ProcFolder(), DesktopEntryIndex(userApplicationFolders())) {}
+PlasmaApplications::PlasmaApplications(const PlasmaWindowModel& windows, WindowList& x11Windows)
+    : windows(windows), spelling(x11Windows),
+      registry(getpid(), ProcFolder(), DesktopEntryIndex(userApplicationFolders())) {}
 
 std::optional<Application> PlasmaApplications::frontmost() {
     const auto window = windows.active(isOurPanel);
@@ -37,11 +27,23 @@ std::optional<Application> PlasmaApplications::frontmost() {
     return registry.applicationsOf({ownerOf(*window)}, false).front();
 }
 
+/// The application ID of a native Wayland window is the file ID of a desktop entry, like _GTK_APPLICATION_ID
+/// on X11.
+WindowOwner PlasmaApplications::ownerOf(const PlasmaWindow& window) {
+    return {.window = window.number,
+            .client = 0,
+            .pid = window.pid,
+            .windowClass = {.instance = window.resourceName,
+                            .name = spelling.of(window),
+                            .gtkApplicationId = window.applicationId}};
+}
+
 std::vector<Application> PlasmaApplications::applicationsOf(const std::vector<PlasmaWindow>& onScreen) {
     std::vector<WindowOwner> owners;
     owners.reserve(onScreen.size());
     for (const auto& window : onScreen)
         owners.push_back(ownerOf(window));
+    spelling.keepOnly(onScreen);
     return registry.applicationsOf(owners, true);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/Applications.h"
 #include "platform/desktop/applications/ApplicationRegistry.h"
+#include "platform/desktop/wayland/plasma/ClassSpelling.h"
 #include "platform/desktop/wayland/plasma/PlasmaWindowModel.h"
 
 #include <cstdint>
@@ -13,7 +14,8 @@ namespace mirrolet::platform::desktop::wayland {
 /// Tells which applications the windows of a Plasma session belong to. Any thread.
 class PlasmaApplications final : public Applications {
   public:
-    explicit PlasmaApplications(const PlasmaWindowModel& windows);
+    /// `x11Windows` is the list of XWayland's windows.
+    PlasmaApplications(const PlasmaWindowModel& windows, WindowList& x11Windows);
 
     std::optional<Application> frontmost() override;
     std::optional<Application> running(std::int32_t pid) override { return registry.running(pid); }
@@ -23,7 +25,10 @@ class PlasmaApplications final : public Applications {
     std::vector<Application> applicationsOf(const std::vector<PlasmaWindow>& onScreen);
 
   private:
+    WindowOwner ownerOf(const PlasmaWindow& window);
+
     const PlasmaWindowModel& windows;
+    ClassSpelling spelling;
     ApplicationRegistry registry;
 };
 

@@ -23,7 +23,7 @@ class PlasmaDesktop final : public CombinedDesktop {
   public:
     PlasmaDesktop(std::unique_ptr<Desktop> shownBy, std::unique_ptr<WaylandConnection> opened)
         : CombinedDesktop(std::move(shownBy)), connection(std::move(opened)), windows(*connection),
-          desktops(*connection), theApplications(windows.model()),
+          desktops(*connection), theApplications(windows.model(), shown->windowList()),
           theCapture(*connection, windows.model(), *shown),
           theWindowList(windows.model(), desktops, theApplications,
                         [this](WindowNumber window) { return theCapture.isCaptured(window); }),
