@@ -1,6 +1,6 @@
 """Writes the results of bench/side-by-side into the tables of docs/figures.md, a chart and two sentences of README.md.
 
-write_pages.py FOLDER    FOLDER contains mirrors.tsv, lists.tsv and program.tsv, or some of these files
+write_pages.py FOLDER    FOLDER contains mirrors.tsv, lists.tsv, program.tsv and plasma.tsv, or some of these files
 """
 
 import datetime
@@ -269,6 +269,23 @@ def program_in_a_sentence(run):
            f"still takes {still:.1f} ms for both, and no call {idle:.1f} ms. Mirrolet uses at most {memory:.0f} MB.")
 
 
+def plasma_table(run):
+    """Returns the table of bench_plasma. A line without figures is the head of the indented lines that follow."""
+    yield "| | median | least to most | not more than |"
+    yield "|---|---:|---:|---:|"
+    head = ""
+    for line in run.lines[1:]:
+        match = re.fullmatch(r"(.{56}) (\S+) +([\d.-]+) +([\d.-]+) +([\d.-]+)(?: +([\d.]+))?", line)
+        if not match:
+            head = line.strip()
+            continue
+        name, unit, median, least, most, reach = match.groups()
+        words = f"{head}: {name.strip()}" if name.startswith(" ") else name.strip()
+        unit = "" if unit == "ratio" else f" {unit}"
+        yield f"| {words} | {median}{unit} | {least} – {most} | {reach or ''} |"
+    yield f"\n{run.circumstances()}"
+
+
 def write(page, name, lines):
     """Replaces the text between the two marks of this name in the page."""
     begin, end = f"<!-- {name} -->", f"<!-- end of {name} -->"
@@ -282,6 +299,7 @@ def main(folder):
         "mirrors": [(FIGURES, mirrors_in_full), (README, mirrors_in_a_sentence)],
         "lists": [(FIGURES, lists_in_full)],
         "program": [(FIGURES, program_table), (README, program_in_a_sentence)],
+        "plasma": [(FIGURES, plasma_table)],
     }
     for part, targets in pages.items():
         figures = folder / f"{part}.tsv"

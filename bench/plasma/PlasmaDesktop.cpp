@@ -26,18 +26,28 @@ constexpr int panelHeight = 200;
 constexpr int insideTheGrip = 6;
 constexpr Box room{1340, 600, 0, 0};
 
-/// Returns the pixel in the middle of the mirror panel. Reads the panel itself, because XWayland's root
-/// window shows nothing.
-std::uint32_t middleOf(const XClient& client, xcb_window_t window) {
+/// Returns the pixels of a part of the mirror panel. Reads the panel itself, because XWayland's root window
+/// shows nothing.
+std::string pixelsOf(const XClient& client, xcb_window_t panel, const Box& part) {
+    const auto number = [](auto value) { return static_cast<std::uint16_t>(value); };
     const std::unique_ptr<xcb_get_image_reply_t, void (*)(void*)> reply(
-        xcb_get_image_reply(client.xcb(),
-                            xcb_get_image(client.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, panelWidth / 2,
-                                          panelHeight / 2, 1, 1, ~0U),
-                            nullptr),
+        xcb_get_image_reply(
+            client.xcb(),
+            xcb_get_image(client.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, panel, static_cast<std::int16_t>(part.x),
+                          static_cast<std::int16_t>(part.y), number(part.width), number(part.height), ~0U),
+            nullptr),
         std::free);
+    if (!reply)
+        return {};
+    const auto* bytes = reinterpret_cast<const char*>(xcb_get_image_data(reply.get()));
+    return {bytes, static_cast<std::size_t>(xcb_get_image_data_length(reply.get()))};
+}
+
+std::uint32_t middleOf(const XClient& client, xcb_window_t panel) {
+    const auto bytes = pixelsOf(client, panel, {panelWidth / 2, panelHeight / 2, 1, 1});
     std::uint32_t pixel = 0;
-    if (reply)
-        std::memcpy(&pixel, xcb_get_image_data(reply.get()), sizeof pixel);
+    if (bytes.size() >= sizeof pixel)
+        std::memcpy(&pixel, bytes.data(), sizeof pixel);
     return pixel & 0xffffff;
 }
 
@@ -98,6 +108,20 @@ Cost PlasmaDesktop::costDuring(std::chrono::seconds time, pid_t program) const {
 
 double PlasmaDesktop::peakMemoryOf(pid_t program) const {
     return peakMemory(program);
+}
+
+double PlasmaDesktop::framesPerSecond(const Program& program) const {
+    constexpr std::chrono::seconds time{2};
+    const auto panel = program.panel(facts).value_or(XCB_NONE);
+    const auto start = Clock::now();
+    int frames = 0;
+    for (std::string before; Clock::now() - start < time;) {
+        auto now = pixelsOf(client, panel, {0, 0, panelWidth, panelHeight});
+        frames += !before.empty() && now != before ? 1 : 0;
+        before = std::move(now);
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return frames / std::chrono::duration<double>(time).count();
 }
 
 double PlasmaDesktop::latency(const Program& program) const {

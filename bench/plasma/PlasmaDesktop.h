@@ -45,6 +45,8 @@ class PlasmaDesktop {
     /// `program` is 0 if no program mirrors the window.
     [[nodiscard]] Cost costDuring(std::chrono::seconds time, pid_t program) const;
     [[nodiscard]] double peakMemoryOf(pid_t program) const;
+    /// Counts for two seconds how often the mirror's picture changes.
+    [[nodiscard]] double framesPerSecond(const harness::Program& program) const;
     /// Tells the window several times to show another colour. Returns the median time in milliseconds until
     /// the mirror shows the colour.
     [[nodiscard]] double latency(const harness::Program& program) const;

@@ -33,7 +33,7 @@ struct CostSeries {
 
 struct Figures {
     CostSeries mirrolet, gstreamer;
-    Series ratio, memory, latency;
+    Series ratio, memory, latency, frames;
 };
 
 void print(const char* what, const char* unit, const Series& series, double reach = 0) {
@@ -60,6 +60,7 @@ void measure(Figures& figures, int framesPerSecond, std::chrono::seconds time) {
     const Cost ours = desktop.costDuring(time, mirrolet->pid()).above(alone);
     figures.mirrolet.add(ours);
     figures.memory.add(desktop.peakMemoryOf(mirrolet->pid()));
+    figures.frames.add(desktop.framesPerSecond(*mirrolet));
     if (framesPerSecond == 0)
         figures.latency.add(desktop.latency(*mirrolet));
     desktop.end(*mirrolet);
@@ -85,6 +86,8 @@ void run(std::chrono::seconds time, int rounds) {
     const auto still = measure(0, time, rounds);
     print("a still window: Mirrolet", still.mirrolet, 2);
     print("a still window: GStreamer", still.gstreamer, 0);
+    print("frames of the mirror while the window repaints", "1/s", changing.frames);
+    print("frames of the mirror while the window is still", "1/s", still.frames);
     print("from a repaint to the mirror", "ms", still.latency);
     print("most memory of Mirrolet", "MB", changing.memory);
 }
