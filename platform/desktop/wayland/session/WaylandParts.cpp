@@ -1,4 +1,6 @@
 #include "platform/desktop/WaylandModule.h"
+#include "platform/desktop/wayland/ext/CaptureProtocols.h"
+#include "platform/desktop/wayland/ext/ExtDesktop.h"
 #include "platform/desktop/wayland/plasma/PlasmaDesktop.h"
 #include "platform/desktop/wayland/plasma/PlasmaPermission.h"
 #include "platform/desktop/wayland/session/CombinedDesktop.h"
@@ -53,6 +55,11 @@ WaylandParts makeParts(std::unique_ptr<Desktop> shown) {
     if (isKWin(*connection))
         return {std::make_unique<UnpermittedDesktop>(std::move(shown), std::move(connection)),
                 entryAsksForWindows() ? refused : notInstalled};
+    if (offersToplevelCapture(*connection)) {
+        WaylandParts parts;
+        parts.desktop = makeExtDesktop(std::move(shown), std::move(connection), parts.report);
+        return parts;
+    }
     return {std::make_unique<CombinedDesktop>(std::move(shown)),
             "in this Wayland session, only windows of X11 applications can be seen and mirrored; native "
             "Wayland windows cannot"};
