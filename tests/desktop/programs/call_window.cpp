@@ -1,11 +1,12 @@
 // Shows a window that looks like a video call, for tests. Paints a changing picture. Runs the commands that
 // it reads from standard input. Prints the keys that the window receives.
 
+#include "tests/desktop/programs/CommandLoop.h"
+
 #include <xcb/xcb.h>
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -13,15 +14,12 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <poll.h>
 #include <sstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 struct Options {
     std::string title, wmClass, instance, type, extents, colour;
@@ -32,31 +30,26 @@ struct Options {
 
 std::optional<Options> parse(const std::vector<std::string>& arguments) {
     Options options;
-    const std::map<std::string, std::string*> texts{
-        {"--title", &options.title}, {"--class", &options.wmClass},         {"--instance", &options.instance},
-        {"--type", &options.type},   {"--frame-extents", &options.extents}, {"--colour", &options.colour}};
-    const std::map<std::string, int*> numbers{
-        {"--rate", &options.rate}, {"--border", &options.border}, {"--alpha", &options.alpha}};
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& name = arguments[i];
-        if (name == "--override-redirect") {
-            options.overrideRedirect = true;
-            continue;
-        }
-        if (i + 1 == arguments.size())
-            return std::nullopt;
-        const std::string& value = arguments[++i];
-        if (const auto text = texts.find(name); text != texts.end())
-            *text->second = value;
-        else if (const auto number = numbers.find(name); number != numbers.end())
-            *number->second = std::stoi(value);
-        else if (name == "--state")
-            options.states.push_back(value);
-        else if (char ignored = 0; name == "--geometry")
-            std::istringstream(value) >> options.width >> ignored >> options.height >> options.x >> options.y;
-        else
-            return std::nullopt;
-    }
+    const Handlers values{
+        {"--title", storesIn(options.title)},
+        {"--class", storesIn(options.wmClass)},
+        {"--instance", storesIn(options.instance)},
+        {"--type", storesIn(options.type)},
+        {"--frame-extents", storesIn(options.extents)},
+        {"--colour", storesIn(options.colour)},
+        {"--rate", storesIn(options.rate)},
+        {"--border", storesIn(options.border)},
+        {"--alpha", storesIn(options.alpha)},
+        {"--state", [&](const std::string& state) { options.states.push_back(state); }},
+        {"--geometry",
+         [&](const std::string& place) {
+             char ignored = 0;
+             std::istringstream(place) >> options.width >> ignored >> options.height >> options.x >>
+                 options.y;
+         }},
+    };
+    if (!readOptions(arguments, values, {{"--override-redirect", &options.overrideRedirect}}))
+        return std::nullopt;
     return options;
 }
 
@@ -83,7 +76,9 @@ class Window {
         makeCanvas();
     }
 
-    void resize(std::array<std::uint32_t, 2> size) {
+    void resize(const std::string& widthAndHeight) {
+        std::array<std::uint32_t, 2> size{};
+        std::istringstream(widthAndHeight) >> size[0] >> size[1];
         xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                              size.data());
     }
@@ -288,48 +283,38 @@ class Scene {
     std::vector<std::uint32_t> plain;
 };
 
-/// Handles X events and commands, and paints each frame when it is due. Ends at the command "quit", at the
-/// end of standard input, or when the connection to the X server is lost.
+/// Handles X events and commands. Ends also when the connection to the X server is lost.
 class Loop {
   public:
     Loop(xcb_connection_t* connection, Window& window, const Options& options)
-        : connection(connection), window(window), scene(options.colour) {
-        setRate(options.rate);
-    }
+        : connection(connection), window(window), scene(options.colour),
+          commands(
+              {
+                  {"resize", [this](const std::string& size) { this->window.resize(size); }},
+                  {"title", [this](const std::string& title) { this->window.setTitle(title); }},
+                  {"unmap", [this](const std::string&) { this->window.unmap(); }},
+                  {"map", [this](const std::string&) { this->window.map(); }},
+                  {"repaint", [this](const std::string&) { nextFrame(); }},
+                  {"colour", [this](const std::string& colours) { recolour(colours); }},
+              },
+              [this] { nextFrame(); }, options.rate) {}
 
     void run() {
-        while (!done && xcb_connection_has_error(connection) == 0) {
+        while (!commands.isDone() && xcb_connection_has_error(connection) == 0) {
             xcb_flush(connection);
-            std::array<pollfd, 2> sources{
-                {{xcb_get_file_descriptor(connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
-            poll(sources.data(), sources.size(), timeout());
+            commands.wait(xcb_get_file_descriptor(connection));
             handleEvents();
-            if ((sources[1].revents & (POLLIN | POLLHUP)) != 0)
-                readCommands();
-            if (period && Clock::now() >= due)
-                nextFrame();
+            commands.proceed();
         }
     }
 
   private:
-    [[nodiscard]] int timeout() const {
-        if (!period)
-            return -1;
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - Clock::now());
-        return static_cast<int>(std::max<std::int64_t>(0, left.count()));
-    }
-
-    void setRate(int framesPerSecond) {
-        period.reset();
-        if (framesPerSecond > 0)
-            period = std::chrono::nanoseconds(1'000'000'000 / framesPerSecond);
-        due = Clock::now();
+    void recolour(const std::string& colours) {
+        scene.setPlain(colours);
+        nextFrame();
     }
 
     void nextFrame() {
-        // Skips the frames that are already late, so that they are not all painted at once.
-        while (due <= Clock::now())
-            due += *period;
         scene.nextFrame();
         scene.paint(window);
     }
@@ -364,61 +349,10 @@ class Loop {
         }
     }
 
-    void readCommands() {
-        std::array<char, 1024> block{};
-        const ssize_t count = read(STDIN_FILENO, block.data(), block.size());
-        if (count <= 0) {
-            done = true;
-            return;
-        }
-        pending.append(block.data(), static_cast<std::size_t>(count));
-        for (auto end = pending.find('\n'); end != std::string::npos; end = pending.find('\n')) {
-            obey(pending.substr(0, end));
-            pending.erase(0, end + 1);
-        }
-    }
-
-    void obey(const std::string& line) {
-        std::istringstream words(line);
-        std::string verb;
-        words >> verb >> std::ws;
-        std::string rest;
-        std::getline(words, rest);
-        std::istringstream numbers(rest);
-        std::array<std::uint32_t, 2> pair{};
-        numbers >> pair[0] >> pair[1];
-        if (verb == "resize")
-            window.resize(pair);
-        else if (verb == "title")
-            window.setTitle(rest);
-        else if (verb == "unmap")
-            window.unmap();
-        else if (verb == "map")
-            window.map();
-        else if (verb == "rate")
-            setRate(static_cast<int>(pair[0]));
-        else if (verb == "quit")
-            done = true;
-        else if (verb == "repaint" || verb == "colour")
-            repaint(verb, rest);
-        else
-            std::cerr << "no such command: " << line << std::endl;
-    }
-
-    void repaint(const std::string& verb, const std::string& colours) {
-        if (verb != "repaint")
-            scene.setPlain(colours);
-        scene.nextFrame();
-        scene.paint(window);
-    }
-
     xcb_connection_t* connection;
     Window& window;
     Scene scene;
-    std::optional<std::chrono::nanoseconds> period;
-    Clock::time_point due;
-    std::string pending;
-    bool done = false;
+    CommandLoop commands;
 };
 
 } // namespace
