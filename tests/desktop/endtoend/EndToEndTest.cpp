@@ -1,15 +1,8 @@
 #include "tests/desktop/endtoend/EndToEndTest.h"
 
-#include "tests/desktop/harness/HarnessError.h"
-
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
-#include <iostream>
-#include <unistd.h>
 
 namespace mirrolet {
 
@@ -17,16 +10,8 @@ using namespace harness;
 
 namespace {
 
-constexpr auto severalPolls = std::chrono::milliseconds(600);
 // The coordinates x and y of a place that no window covers.
 constexpr int cornerOfScreen = 2;
-
-/// Returns `installed` for the window managers that start their settings service through the session bus.
-SessionBus::Services servicesFor(WindowManagerKind kind) {
-    return kind == WindowManagerKind::xfwm4 || kind > WindowManagerKind::icewm
-               ? SessionBus::Services::installed
-               : SessionBus::Services::none;
-}
 
 /// Returns the colours of a window's four quarters, which are `colour` and three others that are made from
 /// it.
@@ -49,35 +34,7 @@ bool isOverlaid(double x, double y, double width, double height) {
 } // namespace
 
 EndToEndTest::EndToEndTest(WindowManagerKind kind, const XServer::Options& screen)
-    : server(screen), bus(servicesFor(kind), server.with({})),
-      manager(std::make_unique<WindowManager>(server, kind, &bus)) {
-    pointer.move(cornerOfScreen, cornerOfScreen);
-}
-
-void EndToEndTest::TearDown() {
-    if (!HasFailure() || !program)
-        return;
-    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    std::cout << "standard error of the program:\n" << program->log();
-    const auto file =
-        std::filesystem::temp_directory_path() / ("mirrolet-failed-" + std::to_string(getpid()) + ".png");
-    facts.screenshot().save(file);
-    std::cout << "screenshot: " << file.string() << std::endl;
-}
-
-void EndToEndTest::start(const std::string& defaults) {
-    program =
-        std::make_unique<Program>(&server, &bus, Program::Options{.defaults = Program::defaults(defaults)});
-    require("the program takes its shortcuts", [this] {
-        if (!program->child().running())
-            throw HarnessError("the program ended: " + program->log());
-        return isGrabbed(key::f);
-    });
-}
-
-void EndToEndTest::startQuiet(const std::string& defaults) {
-    start(R"("startMonitoringOnLaunch": false)" + (defaults.empty() ? "" : ", " + defaults));
-}
+    : AnyDesktopTest(std::make_unique<X11TestDesktop>(kind, screen)) {}
 
 std::unique_ptr<CallWindow> EndToEndTest::showWindow(const CallWindow::Options& options) {
     auto window = std::make_unique<CallWindow>(server, options);
@@ -101,27 +58,6 @@ void EndToEndTest::giveFocusTo(const CallWindow& window) {
     // shortcut would mirror the window that had the focus before.
     require("the window has the focus",
             [&] { return facts.focus() == window.window() && facts.active() == window.window(); });
-}
-
-xcb_window_t EndToEndTest::awaitPrompt() {
-    return program->awaitPrompt(facts);
-}
-
-xcb_window_t EndToEndTest::awaitPanel() {
-    require("the mirror is shown", [this] { return !program->prompt(facts) && program->panel(facts); });
-    return program->panel(facts).value_or(XCB_NONE);
-}
-
-bool EndToEndTest::nothingShown() {
-    return program->windows(facts).empty();
-}
-
-void EndToEndTest::awaitNothing() {
-    require("neither prompt nor mirror is shown", [this] { return nothingShown(); });
-}
-
-bool EndToEndTest::nothingAppears() {
-    return holdsFor([this] { return nothingShown(); }, severalPolls);
 }
 
 xcb_window_t EndToEndTest::openMirror(const CallWindow& call, std::uint32_t colour) {
@@ -185,10 +121,7 @@ void EndToEndTest::clickCloseButton(xcb_window_t panel) {
 }
 
 std::string EndToEndTest::quarters(std::uint32_t colour) {
-    const auto [first, second, third, fourth] = fourOf(colour);
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%06x,%06x,%06x,%06x", first, second, third, fourth);
-    return text.data();
+    return colourNames(fourOf(colour));
 }
 
 } // namespace mirrolet

@@ -18,6 +18,7 @@ std::string entry(const std::string& name) {
 
 SettingsSteps::SettingsSteps(const XServer::Options& screen)
     : EndToEndTest(WindowManagerKind::openbox, screen) {
+    environment = ScreenReader::environment();
     for (const std::string name : {"Alpha", "Beta", "Gamma"})
         home->write("data/applications/org.example." + name + ".desktop", entry(name));
 }

@@ -13,7 +13,7 @@ class SettingsSteps : public EndToEndTest {
   protected:
     using Element = harness::ScreenReader::Element;
 
-    static constexpr int down = 108, up = 103, right = 106, m = 50, g = 34, k = 37, f5 = 63, menuKey = 127;
+    static constexpr int down = 108, up = 103, right = 106, m = 50, g = 34, k = 37;
 
     explicit SettingsSteps(const harness::XServer::Options& screen = {});
 
@@ -41,8 +41,6 @@ class SettingsSteps : public EndToEndTest {
     [[nodiscard]] std::filesystem::path autostartFile() const;
 
     harness::ScreenReader reader{bus};
-    /// These variables are added to the environment of the program.
-    harness::Environment environment = harness::ScreenReader::environment();
     std::shared_ptr<harness::Sandbox> home = std::make_shared<harness::Sandbox>();
 };
 

@@ -8,6 +8,13 @@ namespace mirrolet::harness {
 
 namespace {
 
+/// Returns `installed` for the window managers that start their settings service through the session bus.
+SessionBus::Services servicesFor(WindowManagerKind kind) {
+    return kind == WindowManagerKind::xfwm4 || kind > WindowManagerKind::icewm
+               ? SessionBus::Services::installed
+               : SessionBus::Services::none;
+}
+
 class XSourceWindow : public SourceWindow {
   public:
     XSourceWindow(const XDisplay& display, XClient& client, const CallWindow::Options& options)
@@ -32,7 +39,9 @@ class XSourceWindow : public SourceWindow {
 
 } // namespace
 
-X11TestDesktop::X11TestDesktop() : manager(server, WindowManagerKind::openbox) {
+X11TestDesktop::X11TestDesktop(WindowManagerKind kind, const XServer::Options& screen)
+    : server(screen), sessionBus(servicesFor(kind), server.with({})),
+      manager(std::make_unique<WindowManager>(server, kind, &sessionBus)) {
     commands.setDesktopCount(2);
 }
 

@@ -7,10 +7,11 @@
 
 namespace mirrolet::harness {
 
-/// Runs an X server with openbox.
+/// Runs an X server with a window manager and a session bus. A test of X11 alone may use the parts directly.
 class X11TestDesktop : public TestDesktop {
   public:
-    X11TestDesktop();
+    explicit X11TestDesktop(WindowManagerKind kind = WindowManagerKind::openbox,
+                            const XServer::Options& screen = {});
 
     [[nodiscard]] const XDisplay& display() const override { return server; }
     [[nodiscard]] const SessionBus& bus() const override { return sessionBus; }
@@ -21,10 +22,11 @@ class X11TestDesktop : public TestDesktop {
     [[nodiscard]] bool hasShortcuts() const override;
     [[nodiscard]] bool capturesHiddenWindows() const override { return false; }
 
-  private:
     XServer server;
     SessionBus sessionBus;
-    WindowManager manager;
+    std::unique_ptr<WindowManager> manager;
+
+  private:
     mutable XClient client{server};
     WindowFacts facts{client};
     WindowCommands commands{client};
