@@ -198,6 +198,9 @@ TEST_F(AppDelegateTest, TheMenuHasItsEntriesAndTheFirstOneTellsTheTruth) {
     EXPECT_EQ(entry(1).title(), "PiP Frontmost Window");
     EXPECT_EQ(entry(3).title(), "Settings…");
     EXPECT_EQ(entry(5).title(), "Quit Mirrolet");
+    choose(3);
+    ASSERT_TRUE(delegate->settingsWindow);
+    EXPECT_EQ(delegate->settingsWindow->title(), "Mirrolet Settings");
     choose(0);
     EXPECT_EQ(entry(0).title(), "Monitoring Active");
     callAppears();
@@ -274,14 +277,6 @@ TEST_F(AppDelegateTest, ChangedSettingsAreTakenOverAndUnrelatedOnesTouchNothing)
     store.setPipAlwaysOnTop(false);
     time.run();
     EXPECT_EQ(delegate->pipController->panel->level(), NSWindowLevel::normal);
-}
-
-TEST_F(AppDelegateTest, TheSettingsAreOneWindowForAllTimes) {
-    delegate->showSettings();
-    const auto window = delegate->settingsWindow;
-    EXPECT_EQ(window->title(), "Mirrolet Settings");
-    delegate->showSettings();
-    EXPECT_EQ(delegate->settingsWindow, window);
 }
 
 TEST_F(AppDelegateTest, ItLetsGoOfWhatItOwnsInTheOrderOfItsMembers) {

@@ -110,6 +110,7 @@ TEST_P(CallTest, KeepsItsMirrorWhereverItGoes) {
         if (desktop->capturesHiddenWindows())
             awaitLive(*call);
         EXPECT_TRUE(mirrorStays());
+        EXPECT_TRUE(shows(fourColours)) << "the last picture is gone";
     };
     desktop->switchToDesktop(1);
     isKept("on another desktop");

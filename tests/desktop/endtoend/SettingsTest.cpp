@@ -1,6 +1,5 @@
 #include "tests/desktop/endtoend/SettingsSteps.h"
 #include "tests/desktop/harness/FrozenThread.h"
-#include "tests/desktop/harness/StatusHost.h"
 
 #include <csignal>
 
@@ -12,11 +11,6 @@ using testing::HasSubstr;
 
 class SettingsTest : public SettingsSteps {
   protected:
-    /// Shows a window of another application in front of the settings window.
-    std::unique_ptr<CallWindow> showWindowOf(const std::string& application, std::uint32_t colour) {
-        return showWindow({.wmClass = application, .place = {60, 80, 400, 400}, .colour = quarters(colour)});
-    }
-
     /// Returns the current mirror panel. A change of the always-on-top setting replaces the panel by a new
     /// window, so a test asks again after the change.
     std::optional<xcb_window_t> mirror() {
@@ -24,26 +18,6 @@ class SettingsTest : public SettingsSteps {
             if (window != titled("Mirrolet Settings") && facts.box(window).width < Program::promptWidth)
                 return window;
         return std::nullopt;
-    }
-
-    [[nodiscard]] Picture pictureOf(const Element& element) const { return facts.screenshot(element.box); }
-
-    /// Clicks the recorder. Waits until the recorder looks different and assistive software reads "Press
-    /// shortcut…".
-    void startRecording(const std::string& name) {
-        const Element recorder = find("push button", name);
-        const Picture before = pictureOf(recorder);
-        click(recorder);
-        require("the recorder records", [&] {
-            return pictureOf(recorder) != before &&
-                   find("push button", name).description == "Press shortcut…";
-        });
-    }
-
-    void record(const std::string& name, const std::vector<int>& keys, const std::string& spoken) {
-        startRecording(name);
-        keyboard.stroke(keys);
-        require(name + " is " + spoken, [&] { return find("push button", name).description == spoken; });
     }
 };
 
@@ -73,6 +47,9 @@ TEST_F(SettingsTest, AreChangedWithTheKeyboardAlone) {
     keyboard.stroke({key::space});
     keyboard.stroke({key::leftControl, k});
     awaitSaved(R"("shortcutKeyCode": 40)");
+    EXPECT_EQ(find("push button", "Show/hide PiP shortcut").description, "Ctrl+K");
+    EXPECT_TRUE(isGrabbed(k, XCB_MOD_MASK_CONTROL));
+    EXPECT_FALSE(isGrabbed(key::p));
     tabTo("check box", "Keep PiP on top of other windows");
     keyboard.stroke({key::space});
     awaitSaved(R"("pipAlwaysOnTop": false)");
@@ -153,58 +130,6 @@ TEST_F(SettingsTest, HaveOneWindowOfOneSizeThatKeepsWhatItShows) {
     EXPECT_EQ(startOnceMore(), 0);
     EXPECT_TRUE(facts.isAbove(awaitWindow(), cover->window()));
     EXPECT_EQ(program->windows(facts).size(), 1U);
-}
-
-TEST_F(SettingsTest, OpenFromTheMenu) {
-    const StatusHost host(bus);
-    host.setPresent(true);
-    startQuiet();
-    require("the status icon", [&] { return host.icons() == 1; });
-    host.click();
-    require("the menu, with the keyboard",
-            [this] { return !program->windows(facts).empty() && isKeyboardTaken(client); });
-    for (int entry = 0; entry < 3; ++entry) // "Settings…" is the third entry of the menu.
-        keyboard.stroke({down});
-    keyboard.stroke({key::returnKey});
-    awaitWindow();
-}
-
-TEST_F(SettingsTest, AlsoOfShortcutsTakeEffectAtOnce) {
-    openSettings();
-    choosePage("PiP");
-    record("Show/hide PiP shortcut", {key::leftControl, key::leftShift, k}, "Ctrl+Shift+K");
-    awaitSaved(R"("shortcutKeyCode": 40)");
-    awaitSaved(R"("shortcutModifiers": 4608)");
-    EXPECT_TRUE(isGrabbed(k, XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
-    EXPECT_FALSE(isGrabbed(key::p));
-    // While a recorder records, the program's own shortcuts only go to the recorder.
-    record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::f}, "Super+Alt+F");
-    record("Show/hide PiP shortcut", {key::leftSuper, key::leftAlt, key::p}, "Super+Alt+P");
-    record("Start/close PiP shortcut", {key::leftShift, f5}, "Shift+F5");
-    EXPECT_FALSE(isGrabbed(key::f));
-    EXPECT_EQ(program->windows(facts).size(), 1U);
-
-    const auto call = showWindowOf("Mail", blue);
-    keyboard.stroke({key::leftShift, f5});
-    require("the mirror is shown", [this] { return program->windows(facts).size() == 2; });
-    pressVisibilityShortcut();
-    require("the mirror is hidden", [this] { return program->windows(facts).size() == 1; });
-}
-
-TEST_F(SettingsTest, KeepAShortcutUntilAnotherIsRecorded) {
-    openSettings();
-    choosePage("PiP");
-    const auto shown = [&] { return pictureOf(find("push button", "Show/hide PiP shortcut")); };
-    const Picture before = shown();
-    startRecording("Show/hide PiP shortcut");
-    keyboard.stroke({key::escape});
-    require("Escape ends recording", [&] { return shown() == before; });
-
-    startRecording("Show/hide PiP shortcut");
-    // The new window takes the focus, which ends the recording.
-    const auto other = showWindowOf("Mail", blue);
-    require("both shortcuts work again", [this] { return isGrabbed(key::p) && isGrabbed(key::f); });
-    EXPECT_TRUE(titled("Mirrolet Settings"));
 }
 
 TEST_F(SettingsTest, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotAnswer) {
