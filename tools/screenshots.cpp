@@ -1,3 +1,6 @@
+// Takes the screenshots for README.md and docs/, in the folder that MIRROLET_SCREENSHOTS names. Fails if a
+// step does not happen. Uses the steps of the end-to-end tests.
+
 #include "tests/desktop/endtoend/SettingsSteps.h"
 #include "tests/desktop/harness/DesktopServices.h"
 
@@ -20,14 +23,12 @@ void PrintTo(const Look& look, std::ostream* out) {
     *out << look.name;
 }
 
-/// Takes the screenshots for README.md and docs/ when scripts/screenshots runs this test. Fails if a step
-/// does not happen.
-class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParamInterface<Look> {
+class Screenshots : public SettingsSteps, public testing::WithParamInterface<Look> {
   protected:
     /// A scan of this many applications takes long enough for a screenshot of the scan.
     static constexpr int manyEntries = 6000;
 
-    DISABLED_ScreenshotsTest() : SettingsSteps({.width = 2560, .height = 1600}) {
+    Screenshots() : SettingsSteps({.width = 2560, .height = 1600}) {
         environment["QT_SCALE_FACTOR"] = std::to_string(GetParam().scale);
         if (GetParam().dark)
             makeDark();
@@ -80,7 +81,7 @@ class DISABLED_ScreenshotsTest : public SettingsSteps, public testing::WithParam
     void pointerOut() const { Pointer(facts.connection()).move(2, 2); }
 };
 
-TEST_P(DISABLED_ScreenshotsTest, OfTheSettings) {
+TEST_P(Screenshots, OfTheSettings) {
     home->write("config/autostart", "A file where the folder would be.");
     openSettings(R"("startMonitoringOnLaunch": true)");
     const xcb_window_t window = awaitWindow();
@@ -108,7 +109,7 @@ TEST_P(DISABLED_ScreenshotsTest, OfTheSettings) {
     take("settings-alert", facts.topLevel(alert));
 }
 
-TEST_P(DISABLED_ScreenshotsTest, OfACall) {
+TEST_P(Screenshots, OfACall) {
     const Picom compositor(server);
     const CallWindow ground(server, {.title = "Ground",
                                      .wmClass = "Ground",
@@ -130,7 +131,7 @@ TEST_P(DISABLED_ScreenshotsTest, OfACall) {
     take("mirror", wider(facts.box(panel), 16));
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, DISABLED_ScreenshotsTest,
+INSTANTIATE_TEST_SUITE_P(Looks, Screenshots,
                          testing::Values(Look{"light", false, 1}, Look{"dark", true, 1},
                                          Look{"light-200", false, 2}, Look{"dark-200", true, 2}),
                          [](const auto& each) {
