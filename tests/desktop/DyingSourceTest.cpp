@@ -1,8 +1,7 @@
-// The test destroys 10000 windows by default. A run by hand can set another number:
+// The test destroys 5000 windows by default. A run by hand can set another number:
 // MIRROLET_DEATHS=1000000 desktop_tests --gtest_filter='DyingSourceTest*'
 
 #include "tests/desktop/MirrorParts.h"
-#include "tests/desktop/harness/RequestGate.h"
 #include "tests/desktop/harness/Wait.h"
 
 #include <gtest/gtest.h>
@@ -11,42 +10,32 @@
 #include <chrono>
 #include <cstdlib>
 #include <random>
+#include <thread>
 
 namespace mirrolet::harness {
 namespace {
 
 using platform::desktop::PixelRect;
 
-/// Tests the capture and the presenter. Source windows change and are destroyed between any two X requests
-/// that the capture and the presenter send.
+/// Tests the capture and the presenter. Another client changes and destroys source windows while the capture
+/// and the presenter work on them.
 class DyingSourceTest : public testing::Test, protected MirrorParts {
   protected:
-    DyingSourceTest() {
-        connect(gate.display());
-        target = makeWindow({700, 10, 100, 100});
-        presenter = x11::X11WindowPresenter::make(*connection, target);
-        presenter->resize({100, 100}, 10);
-    }
+    DyingSourceTest() { presenter->resize({100, 100}, 10); }
 
-    /// Closes the backend's connection first, because the destructor of `gate` waits until its client has
-    /// gone.
-    ~DyingSourceTest() override {
-        presenter.reset();
-        capture.reset();
-        connection.reset();
-    }
-
-    /// Lets some requests of the capture and the presenter pass, and then changes the window. Lets some more
-    /// requests pass, and then destroys the window.
+    /// Changes the window at a random moment, and destroys it at a later one.
     void killSoon(xcb_window_t window) {
-        dead = false;
-        gate.after(below(requests), [this, window] {
-            const bool seen = change(window);
-            if (seen)
-                gate.after(below(requests / 4), [this, window] { destroy(window); });
-            else // The gate would wait in vain: nothing is sent about an unmapped window.
-                destroy(window);
-        });
+        pause(startOfAMirror);
+        change(window);
+        pause(startOfAMirror / 4);
+        destroy(window);
+    }
+
+    void pause(std::chrono::microseconds atMost) {
+        const auto end = std::chrono::steady_clock::now() +
+                         std::chrono::microseconds(below(static_cast<std::uint32_t>(atMost.count())));
+        while (std::chrono::steady_clock::now() < end)
+            std::this_thread::yield(); // A sleep would be longer than many of these pauses.
     }
 
     void destroy(xcb_window_t window) {
@@ -55,8 +44,7 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         dead = true;
     }
 
-    /// Changes the window at random. Returns false if the window is then unmapped.
-    bool change(xcb_window_t window) {
+    void change(xcb_window_t window) {
         if (below(3) == 0)
             configure(killer, window, XCB_CONFIG_WINDOW_WIDTH, {100 + below(100)});
         if (below(3) == 0)
@@ -67,7 +55,6 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         if (mapping == 0)
             xcb_map_window(killer.xcb(), window);
         killer.sync();
-        return mapping != 1;
     }
 
     /// Puts the window above or below the window `cover`. Below `cover` the window is obscured, so the
@@ -82,9 +69,8 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         xcb_configure_window(own.xcb(), window, what, values.data());
     }
 
-    /// Returns a random number below `end`. The numbers are the same in each run. Two threads share `chance`,
-    /// but the gate's thread calls this function only while the test's thread waits for the death of a
-    /// window.
+    /// Returns a random number below `end`. The numbers are the same in each run. The test's thread calls
+    /// this function only while no window is being killed.
     std::uint32_t below(std::uint32_t end) { return static_cast<std::uint32_t>(chance()) % end; }
 
     /// Changes and mirrors the window again and again, without a pause, until the window is gone.
@@ -104,26 +90,26 @@ class DyingSourceTest : public testing::Test, protected MirrorParts {
         }
     }
 
-    /// The start of a mirror and its first frames need about this many X requests.
-    static constexpr std::uint32_t requests = 60;
+    /// The requests of the first frames take about this long.
+    static constexpr std::chrono::microseconds startOfAMirror{2000};
 
-    std::mt19937 chance{7}; // NOLINT: a fixed seed makes all runs the same.
+    std::mt19937 chance{7}; // NOLINT: a fixed seed makes all runs alike.
     XClient killer{server};
     const xcb_window_t cover = makeWindow({0, 0, 60, 60});
-    RequestGate gate{server};
     std::atomic<bool> dead = false;
-    xcb_window_t target = XCB_NONE;
-    std::unique_ptr<platform::desktop::WindowPresenter> presenter;
+    const std::unique_ptr<platform::desktop::WindowPresenter> presenter =
+        x11::X11WindowPresenter::make(*connection, makeWindow({700, 10, 100, 100}));
 };
 
-TEST_F(DyingSourceTest, BetweenAnyTwoRequestsLeavesNothingBehind) {
+TEST_F(DyingSourceTest, AtAnyMomentLeavesNothingBehind) {
     const char* wanted = std::getenv("MIRROLET_DEATHS");
-    const int deaths = wanted == nullptr ? 10000 : std::atoi(wanted);
+    const int deaths = wanted == nullptr ? 5000 : std::atoi(wanted);
     std::map<std::string, long> before;
     for (int death = 0; death < deaths; ++death) {
         const auto window = makeWindow({10, 10, 120, 100});
         restackAtCover(client, window);
-        killSoon(window);
+        dead = false;
+        const std::jthread end([this, window] { killSoon(window); });
         mirrorUntilGone(window);
         if (death == 10)
             before = resources();

@@ -21,13 +21,8 @@ using Image = std::shared_ptr<const platform::desktop::WindowImage>;
 /// Runs only the capture and the presenter of Mirrolet, on an X server of their own.
 struct MirrorParts {
     explicit MirrorParts(const XServer::Options& options = {}) : server(options) {
-        connect(server.display());
-    }
-
-    void connect(const std::string& display) {
-        capture.reset();
         std::string problem;
-        connection = x11::X11Connection::open(display, problem);
+        connection = x11::X11Connection::open(server.display(), problem);
         if (!connection)
             throw HarnessError(problem);
         capture = std::make_unique<x11::X11WindowCapture>(*connection);
