@@ -5,6 +5,7 @@
 //
 //   bench_comparison [SECONDS [ROUNDS]]    default: 2 seconds, 3 rounds
 
+#include "bench/ProcessFigures.h"
 #include "bench/TextSource.h"
 #include "bench/program/Desktop.h"
 #include "tests/desktop/harness/ProcessorTime.h"

@@ -1,5 +1,6 @@
 #include "bench/plasma/PlasmaDesktop.h"
 
+#include "bench/ProcessFigures.h"
 #include "bench/program/Series.h"
 #include "tests/desktop/harness/HarnessError.h"
 #include "tests/desktop/harness/PanelDrag.h"

@@ -1,6 +1,7 @@
 #include "bench/program/Figures.h"
 
 #include "bench/Crowd.h"
+#include "bench/ProcessFigures.h"
 #include "bench/program/Desktop.h"
 #include "tests/desktop/harness/ProcessorTime.h"
 #include "tests/desktop/harness/StatusIcon.h"
