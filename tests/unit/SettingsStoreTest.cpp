@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <sstream>
 
 namespace mirrolet {
@@ -62,14 +64,20 @@ TEST_F(SettingsStoreTest, ReadsWhatFitsAndFallsBackWhereItDoesNot) {
         {"pollInterval", 0.5, "poll=0.5;"},
         {"pollInterval", 600, "poll=600;"},
         {"pollInterval", "5", fresh},
+        {"pollInterval", std::nan(""), fresh},
+        {"pollInterval", std::numeric_limits<double>::infinity(), fresh},
         {"startMonitoringOnLaunch", false, "launch=0;"},
         {"startMonitoringOnLaunch", 0, "launch=0;"},
+        {"startMonitoringOnLaunch", 0.0, "launch=0;"},
         {"startMonitoringOnLaunch", "false", fresh},
         {"pipCorner", "topLeft", "corner=3;"},
         {"pipCorner", "middle", fresh},
         {"shortcutKeyCode", 0, "show=0+2304;"},
         {"shortcutKeyCode", -1, fresh},
         {"shortcutKeyCode", 1.5, fresh},
+        {"shortcutKeyCode", 4294967295u, "show=4294967295+2304;"},
+        {"shortcutKeyCode", std::int64_t{4294967296} + 7, fresh},
+        {"shortcutKeyCode", 1e300, fresh},
     };
     for (const auto& row : rows) {
         const auto before = defaults.object(row.name);

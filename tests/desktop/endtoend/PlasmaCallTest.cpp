@@ -4,7 +4,6 @@
 #include "tests/desktop/harness/CallWindow.h"
 #include "tests/desktop/harness/HarnessError.h"
 #include "tests/desktop/harness/PanelDrag.h"
-#include "tests/desktop/harness/ScreenReader.h"
 #include "tests/desktop/harness/Similarity.h"
 #include "tests/desktop/harness/plasma/NativeWindow.h"
 #include "tests/desktop/harness/plasma/PlasmaTestDesktop.h"
@@ -18,8 +17,6 @@ namespace {
 
 using namespace harness;
 using namespace std::chrono_literals;
-using testing::HasSubstr;
-using testing::Not;
 
 constexpr std::uint32_t menuColour = 0xc02020; ///< The colour of the native window's menu.
 constexpr std::uint32_t pageGround = 0x18181c; ///< The colour of its page between the lines.
@@ -66,36 +63,6 @@ class PlasmaStrictFocusTest : public PlasmaCallTest {
 class PlasmaWithoutWirePlumberTest : public PlasmaCallTest {
   protected:
     PlasmaWithoutWirePlumberTest() : PlasmaCallTest({.sessionManager = PipeWire::SessionManager::none}) {}
-};
-
-class PlasmaSettingsTest : public PlasmaCallTest {
-  protected:
-    PlasmaSettingsTest() {
-        for (const auto& [name, value] : ScreenReader::environment())
-            environment[name] = value;
-    }
-
-    ScreenReader::Element find(const std::string& role, const std::string& name) {
-        ScreenReader::Element found;
-        require("there is a " + role + " named " + name, [&] {
-            for (const auto& each : reader.read(program->pid()))
-                if (each.role == role && each.isNamed(name) && each.box.x > 0) {
-                    found = each;
-                    return true;
-                }
-            return false;
-        });
-        return found;
-    }
-    void click(const std::string& role, const std::string& name) {
-        const Box box = find(role, name).box;
-        pointer.click(box.x + box.width / 2, box.y + box.height / 2);
-    }
-    void awaitDescription(const std::string& button, const std::string& text) {
-        require(button + " says " + text, [&] { return find("push button", button).description == text; });
-    }
-
-    ScreenReader reader{desktop->bus()};
 };
 
 TEST_F(PlasmaTitleBarTest, IsNotInTheMirrorOfANativeWindowAndNeitherIsItsMenu) {
@@ -180,42 +147,6 @@ TEST_F(PlasmaCallTest, HasAMirrorAmongTheOtherWindowsIfItShallNotFloat) {
     EXPECT_TRUE(large->hasFocus());
     large->activate();
     EXPECT_TRUE(mirrorStays());
-}
-
-/// KWin itself uses Alt+F4, so Mirrolet cannot have this shortcut.
-TEST_F(PlasmaCallTest, HasShortcutsThatAreTakenFromNobody) {
-    startQuiet(R"("shortcutKeyCode": 118, "shortcutModifiers": 2048)");
-    require("the line is logged", [&] {
-        return program->log().find("RegisterEventHotKey failed for id 1 with status -9878\n") !=
-               std::string::npos;
-    });
-    const auto notes = NativeWindow(session, {.title = "Notes"});
-    require("the window has the focus", [&] { return notes.hasFocus(); });
-    constexpr int f4 = 62;
-    keyboard.stroke({key::leftAlt, f4});
-    EXPECT_TRUE(waitUntil([&] { return !notes.running(); }));
-}
-
-TEST_F(PlasmaSettingsTest, RecordShortcuts) {
-    startQuiet();
-    const auto call = showCall();
-    awaitFocus(*call);
-    EXPECT_EQ(Program(&session, &session.bus(), {.home = program->home()}).child().waitForExit(), 0);
-    click("page tab", "PiP");
-    const std::string button = "Show/hide PiP shortcut";
-    const std::string sameKeys = "Super+Alt+P";
-    for (const std::string& expected : {sameKeys, std::string("Ctrl+Shift+K")}) {
-        click("push button", button);
-        awaitDescription(button, "Press shortcut…");
-        constexpr int k = 37;
-        // While a recorder records, the program's own shortcuts go to the recorder.
-        if (expected == sameKeys)
-            pressVisibilityShortcut();
-        else
-            keyboard.stroke({key::leftControl, key::leftShift, k});
-        awaitDescription(button, expected);
-    }
-    EXPECT_THAT(program->log(), Not(HasSubstr("failed")));
 }
 
 TEST_F(PlasmaWithoutWirePlumberTest, TheMirrorEndsWithOneLine) {

@@ -154,19 +154,10 @@ TEST_F(SettingsTest, AreSavedAndTheProgramEndsWhileAFolderOfApplicationsDoesNotA
     awaitSaved(R"("pipAlwaysOnTop": false)");
 }
 
-TEST_F(SettingsTest, OfMonitoringTakeEffectInTheRunningProgram) {
-    openSettings(R"("pollInterval": 600)");
-    const auto call = std::make_unique<CallWindow>(
-        server, CallWindow::Options{.wmClass = "Alpha", .place = {860, 300, 300, 300}});
-    EXPECT_TRUE(holdsFor([this] { return !program->prompt(facts); }, std::chrono::milliseconds(400)));
-    choosePage("PiP");
-    click("list item", "Alpha");
-    awaitSaved("org.example.Alpha");
-    choosePage("General");
-    click("combo box", "Check for windows every");
-    click("list item", "1 second");
-    awaitPrompt();
-    keyboard.stroke({key::returnKey});
+TEST_F(SettingsTest, KeepTheOpenMirrorOnTopOrAmongTheOtherWindows) {
+    openSettings();
+    const auto call = showWindow({.place = {860, 300, 300, 300}});
+    pressFrontmostShortcut();
     require("the mirror is shown", [this] { return mirror().has_value(); });
 
     // The window is in the same corner of the screen as the mirror, and below the mirror.
