@@ -69,6 +69,11 @@ xcb_window_t EndToEndTest::openMirror(const CallWindow& call, std::uint32_t colo
     return panel;
 }
 
+std::uint32_t EndToEndTest::centreOf(xcb_window_t window) const {
+    const Box box = facts.box(window);
+    return facts.pixel(box.x + box.width / 2, box.y + box.height / 2);
+}
+
 void EndToEndTest::awaitColour(xcb_window_t panel, std::uint32_t colour) {
     require("the mirror shows " + quarters(colour), [&] { return shows(panel, colour); });
 }

@@ -41,6 +41,7 @@ class EndToEndTest : public AnyDesktopTest {
     /// others that are made from it.
     static std::string quarters(std::uint32_t colour);
 
+    [[nodiscard]] std::uint32_t centreOf(xcb_window_t window) const;
     static void paint(const harness::CallWindow& call, std::uint32_t colour) {
         call.tell("colour " + quarters(colour));
     }
