@@ -27,6 +27,7 @@ class ExtDesktop final : public CombinedDesktop {
           theCapture(streams, windows.model(), *shown),
           theWindowList(windows.model(), sizes, measurements, theApplications,
                         [this](WindowNumber window) { return theCapture.isCaptured(window); }) {
+        windows.setAppeared([this] { theWindowList.measure(); });
         // The first replies name the windows. The second replies describe them.
         connection->waitForReplies();
         connection->waitForReplies();

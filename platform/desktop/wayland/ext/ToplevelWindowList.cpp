@@ -5,12 +5,21 @@
 
 namespace mirrolet::platform::desktop::wayland {
 
-std::optional<std::vector<WindowRow>> ToplevelWindowList::onScreenWindows() {
+std::vector<Toplevel> ToplevelWindowList::candidates() const {
     auto onScreen = windows.frontToBack();
     std::erase_if(onScreen, [this](const Toplevel& window) {
         return isMinimized(window) && !isMirrored(window.number);
     });
+    return onScreen;
+}
+
+void ToplevelWindowList::measure(const std::vector<Toplevel>& onScreen) {
     measurements.begin(sizes.due(onScreen, std::chrono::steady_clock::now()));
+}
+
+std::optional<std::vector<WindowRow>> ToplevelWindowList::onScreenWindows() {
+    auto onScreen = candidates();
+    measure(onScreen);
     const auto owners = applications.applicationsOf(onScreen);
     std::vector<WindowRow> rows;
     rows.reserve(onScreen.size());

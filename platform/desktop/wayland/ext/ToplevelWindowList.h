@@ -29,8 +29,15 @@ class ToplevelWindowList final : public WindowList {
           isMirrored(std::move(isMirrored)) {}
 
     std::optional<std::vector<WindowRow>> onScreenWindows() override;
+    /// Begins to measure windows whose size has to be measured, and returns at once. To be called when a
+    /// window has appeared, so that the next poll finds it.
+    void measure() { measure(candidates()); }
 
   private:
+    /// Returns the windows that are on screen, front to back.
+    [[nodiscard]] std::vector<Toplevel> candidates() const;
+    void measure(const std::vector<Toplevel>& onScreen);
+
     const ToplevelModel& windows;
     ToplevelSizes& sizes;
     SizeMeasurements& measurements;

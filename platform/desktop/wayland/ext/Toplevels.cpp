@@ -2,6 +2,7 @@
 
 #include <ext-foreign-toplevel-list-v1-client-protocol.h>
 #include <span>
+#include <utility>
 #include <wlr-foreign-toplevel-management-unstable-v1-client-protocol.h>
 
 namespace mirrolet::platform::desktop::wayland {
@@ -38,6 +39,8 @@ class Toplevels::Listed {
             events.done = [](void* self, Proxy*) {
                 auto& window = *static_cast<Listed*>(self);
                 window.owner.theModel.publish(window.facts);
+                if (!std::exchange(window.isPublished, true))
+                    window.owner.appeared();
             };
             events.title = [](void* self, Proxy*, const char* title) {
                 static_cast<Listed*>(self)->facts.title = title;
@@ -61,6 +64,7 @@ class Toplevels::Listed {
     Toplevels& owner;
     Proxy* const handle;
     ListedToplevel facts;
+    bool isPublished = false;
 };
 
 /// Receives the events of one window of the wlr list. Writes each group of changes into the model.

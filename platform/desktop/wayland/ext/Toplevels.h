@@ -4,8 +4,10 @@
 #include "platform/desktop/wayland/session/WaylandConnection.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 
 struct ext_foreign_toplevel_handle_v1;
 struct ext_foreign_toplevel_list_v1;
@@ -25,6 +27,9 @@ class Toplevels {
     Toplevels(const Toplevels&) = delete;
     Toplevels& operator=(const Toplevels&) = delete;
 
+    /// Calls `handler` on the connection's thread when the model contains another window. To be called before
+    /// the connection handles events.
+    void setAppeared(std::function<void()> handler) { appeared = std::move(handler); }
     /// Any thread may read the model. It contains a window once the compositor has described the window.
     [[nodiscard]] const ToplevelModel& model() const { return theModel; }
     /// Returns the protocol's object of a window, or nullptr once the window has been closed. For the
@@ -46,6 +51,7 @@ class Toplevels {
     std::map<std::uint32_t, std::unique_ptr<Managed>> managed;
     WindowNumber lastNumber = 0;
     std::uint32_t lastId = 0;
+    std::function<void()> appeared = [] {};
 
     ToplevelModel theModel;
 };
