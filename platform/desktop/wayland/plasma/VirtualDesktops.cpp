@@ -13,16 +13,19 @@ struct VirtualDesktops::Desktop {
         : owner(owner), identifier(std::move(identifier)),
           proxy(org_kde_plasma_virtual_desktop_management_get_virtual_desktop(owner.management,
                                                                               this->identifier.c_str())) {
-        static const org_kde_plasma_virtual_desktop_listener listener = {
-            .desktop_id = [](void*, org_kde_plasma_virtual_desktop*, const char*) {},
-            .name = [](void*, org_kde_plasma_virtual_desktop*, const char*) {},
-            .activated = [](void* self,
-                            org_kde_plasma_virtual_desktop*) { static_cast<Desktop*>(self)->activated(); },
+        using Proxy = org_kde_plasma_virtual_desktop;
+        static const org_kde_plasma_virtual_desktop_listener listener = [] {
+            // Later descriptions of the protocol have more events, which version 2 does not send.
+            org_kde_plasma_virtual_desktop_listener events{};
+            events.activated = [](void* self, Proxy*) { static_cast<Desktop*>(self)->activated(); };
             // These events are ignored. After `deactivated`, the next desktop sends `activated`.
-            .deactivated = [](void*, org_kde_plasma_virtual_desktop*) {},
-            .done = [](void*, org_kde_plasma_virtual_desktop*) {},
-            .removed = [](void*, org_kde_plasma_virtual_desktop*) {},
-        };
+            events.desktop_id = [](void*, Proxy*, const char*) {};
+            events.name = [](void*, Proxy*, const char*) {};
+            events.deactivated = [](void*, Proxy*) {};
+            events.done = [](void*, Proxy*) {};
+            events.removed = [](void*, Proxy*) {};
+            return events;
+        }();
         org_kde_plasma_virtual_desktop_add_listener(proxy, &listener, this);
     }
     ~Desktop() { org_kde_plasma_virtual_desktop_destroy(proxy); }
