@@ -30,17 +30,19 @@ GVariant* actionId(const std::string& name, const std::string& title) {
     return g_variant_new_strv(parts, std::size(parts));
 }
 
-/// Returns a key sequence for each combination. A sequence of the service has four places, and only the first
-/// is used here.
+/// Returns the places of a key sequence. A sequence of the service has four places, and only the first is
+/// used here.
+GVariant* placesOf(std::int32_t combination) {
+    const std::int32_t places[] = {combination, 0, 0, 0};
+    return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, places, std::size(places), sizeof places[0]);
+}
+
+/// Returns a key sequence for each combination.
 GVariant* sequencesOf(const std::vector<std::int32_t>& combinations) {
     GVariantBuilder builder;
     g_variant_builder_init(&builder, G_VARIANT_TYPE("a(ai)"));
-    for (const auto combination : combinations) {
-        const std::int32_t places[] = {combination, 0, 0, 0};
-        g_variant_builder_add(
-            &builder, "(@ai)",
-            g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, places, std::size(places), sizeof places[0]));
-    }
+    for (const auto combination : combinations)
+        g_variant_builder_add(&builder, "(@ai)", placesOf(combination));
     return g_variant_builder_end(&builder);
 }
 
@@ -59,6 +61,21 @@ std::size_t countGranted(GVariant* answer) {
             ++granted;
     }
     return granted;
+}
+
+/// Returns whether a shortcut other than this program's `name` is in the service's list of shortcuts.
+bool hasAnother(GVariant* answer, const std::string& name) {
+    const GLibPointer<GVariant> list(g_variant_get_child_value(answer, 0));
+    for (std::size_t i = 0; i < g_variant_n_children(list.get()); ++i) {
+        const GLibPointer<GVariant> shortcut(g_variant_get_child_value(list.get(), i));
+        const char* holder = nullptr;
+        const char* component = nullptr;
+        g_variant_get_child(shortcut.get(), 0, "&s", &holder);
+        g_variant_get_child(shortcut.get(), 2, "&s", &component);
+        if (name != holder || std::string_view(componentName) != component)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -146,15 +163,37 @@ void KGlobalAccel::removeLeftovers(GVariant* actions) {
 void KGlobalAccel::add(const std::string& name, const std::string& title,
                        const std::vector<std::int32_t>& combinations, std::function<void(Answer)> answered) {
     call("doRegister", g_variant_new("(@as)", actionId(name, title)));
-    const auto wanted = combinations.size();
     call("setShortcutKeys",
          g_variant_new("(@as@a(ai)u)", actionId(name, title), sequencesOf(combinations),
                        setPresent | noAutoloading),
-         "(a(ai))", [wanted, answered = std::move(answered)](GVariant* answer) {
+         "(a(ai))", [this, name, combinations, answered = std::move(answered)](GVariant* answer) {
              if (!answer)
                  answered(Answer::none);
+             else if (countGranted(answer) < combinations.size())
+                 answered(Answer::taken);
              else
-                 answered(countGranted(answer) == wanted ? Answer::granted : Answer::taken);
+                 askForOthers(name, combinations, answered);
+         });
+}
+
+/// Answers `taken` if another shortcut has one of the combinations, and otherwise `granted`. KWin 6 grants a
+/// combination to several shortcuts, and then a press of the keys would reach the other program too.
+void KGlobalAccel::askForOthers(const std::string& name, std::vector<std::int32_t> combinations,
+                                std::function<void(Answer)> answered) {
+    if (combinations.empty()) {
+        answered(Answer::granted);
+        return;
+    }
+    const auto combination = combinations.back();
+    combinations.pop_back();
+    constexpr std::int32_t equal = 0; // Leaves out the longer sequences that begin with the combination.
+    call("globalShortcutsByKey", g_variant_new("((@ai)(i))", placesOf(combination), equal), "(a(ssssssaiai))",
+         [this, name, combinations = std::move(combinations),
+          answered = std::move(answered)](GVariant* answer) {
+             if (answer && hasAnother(answer, name))
+                 answered(Answer::taken);
+             else
+                 askForOthers(name, combinations, answered);
          });
 }
 

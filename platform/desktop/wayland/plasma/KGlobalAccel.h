@@ -46,6 +46,8 @@ class KGlobalAccel final : public ShortcutService, public std::enable_shared_fro
     void follow();
     void appeared();
     void removeLeftovers(GVariant* actions);
+    void askForOthers(const std::string& name, std::vector<std::int32_t> combinations,
+                      std::function<void(Answer)> answered);
     void handle(std::string_view signal, GVariant* parameters) const;
     void call(const char* method, GVariant* parameters);
     void call(const char* method, GVariant* parameters, const char* answerType,

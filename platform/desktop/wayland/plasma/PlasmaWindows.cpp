@@ -139,6 +139,12 @@ PlasmaWindows::PlasmaWindows(WaylandConnection& connection)
         return events;
     }();
     org_kde_plasma_window_management_add_listener(management, &listener, this);
+#ifdef ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STACKING_ORDER_CHANGED_2_SINCE_VERSION
+    // KWin reports only later changes by itself.
+    if (org_kde_plasma_window_management_get_version(management) >=
+        ORG_KDE_PLASMA_WINDOW_MANAGEMENT_GET_STACKING_ORDER_SINCE_VERSION)
+        askForStackingOrder();
+#endif
 }
 
 PlasmaWindows::~PlasmaWindows() {
