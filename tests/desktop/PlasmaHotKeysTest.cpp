@@ -196,7 +196,9 @@ TEST_F(PlasmaHotKeysTest, CountOnlyTheNextPressOfAKeyThatIsHeld) {
     ASSERT_EQ(hotKeys->grab(1, key::p, superAndAlt), GrabResult::held);
     hotKeys->suspend(false);
     const int before = questions;
-    EXPECT_TRUE(waitUntil([&] { return questions > before + 2; })) << "KWin repeats the key";
+    // KWin 6 does not repeat the key of a shortcut.
+    EXPECT_TRUE(PlasmaSession::generation() >= 6 || waitUntil([&] { return questions > before + 2; }))
+        << "KWin repeats the key";
     for (const int code : {key::p, key::leftAlt, key::leftSuper})
         keyboard.release(code);
     // KWin's report of the released key must come before the next press.

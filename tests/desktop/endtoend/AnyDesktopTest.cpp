@@ -56,6 +56,7 @@ std::unique_ptr<SourceWindow> AnyDesktopTest::showNotes(bool isFullScreen) {
                                  .width = 500,
                                  .height = 400,
                                  .fullScreen = isFullScreen});
+    window->activate(); // Strict focus stealing prevention keeps the focus from a new window.
     awaitFocus(*window);
     return window;
 }

@@ -26,15 +26,21 @@ class PlasmaCallTest : public AnyDesktopTest {
     explicit PlasmaCallTest(const PlasmaSession::Options& options = {})
         : AnyDesktopTest(std::make_unique<PlasmaTestDesktop>(options)) {}
 
+    static Picture part(const Picture& picture, const Box& box) {
+        Picture result{box.width, box.height, {}};
+        for (int y = 0; y < box.height; ++y)
+            for (int x = 0; x < box.width; ++x)
+                result.pixels.push_back(picture.at(x + box.x, y + box.y));
+        return result;
+    }
     /// Returns the picture without its outermost pixels, because a mirror draws its border and its round
     /// corners there.
     static Picture inside(const Picture& picture) {
         constexpr int edge = 16;
-        Picture result{picture.width - 2 * edge, picture.height - 2 * edge, {}};
-        for (int y = 0; y < result.height; ++y)
-            for (int x = 0; x < result.width; ++x)
-                result.pixels.push_back(picture.at(x + edge, y + edge));
-        return result;
+        return part(picture, {edge, edge, picture.width - 2 * edge, picture.height - 2 * edge});
+    }
+    static Picture leftHalf(const Picture& picture) {
+        return part(picture, {0, 0, picture.width / 2, picture.height});
     }
     [[nodiscard]] Picture insideMirror(xcb_window_t panel) const {
         return inside(desktop->screenshot(facts.box(panel)));
@@ -65,6 +71,7 @@ class PlasmaWithoutWirePlumberTest : public PlasmaCallTest {
     PlasmaWithoutWirePlumberTest() : PlasmaCallTest({.sessionManager = PipeWire::SessionManager::none}) {}
 };
 
+/// KWin 6 streams a window together with its open menu. There the menu is seen, but only at its place.
 TEST_F(PlasmaTitleBarTest, IsNotInTheMirrorOfANativeWindowAndNeitherIsItsMenu) {
     start();
     const NativeWindow call(session, {.width = 400, .height = 400});
@@ -78,16 +85,21 @@ TEST_F(PlasmaTitleBarTest, IsNotInTheMirrorOfANativeWindowAndNeitherIsItsMenu) {
         before = insideMirror(panel);
         return holdsFor([&] { return insideMirror(panel) == before; }, 300ms);
     });
+    const auto isUnchanged = [&] {
+        const Picture now = insideMirror(panel);
+        return PlasmaSession::generation() >= 6 ? leftHalf(now) == leftHalf(before) : now == before;
+    };
     call.tell("menu");
     require("the menu is open", isOpen);
-    EXPECT_TRUE(holdsFor([&] { return insideMirror(panel) == before; }, 500ms)) << "the menu is seen";
+    EXPECT_TRUE(holdsFor(isUnchanged, 500ms)) << "the menu is seen";
     for (const auto& colours : {otherColours, fourColours}) {
         call.tell("colour " + colourNames(colours));
         awaitColours(colours);
     }
-    EXPECT_TRUE(waitUntil([&] { return insideMirror(panel) == before; })) << "the menu is seen later";
+    EXPECT_TRUE(waitUntil(isUnchanged)) << "the menu is seen later";
     call.tell("close-menu");
     require("the menu is closed", [&] { return !isOpen(); });
+    EXPECT_TRUE(waitUntil([&] { return insideMirror(panel) == before; })) << "the menu is seen too long";
     EXPECT_TRUE(holdsFor([&] { return insideMirror(panel) == before; }, 300ms));
 }
 
@@ -166,13 +178,12 @@ TEST_F(PlasmaWithoutWirePlumberTest, TheMirrorEndsWithOneLine) {
 
 TEST_F(PlasmaCallTest, LooksLikeItsWindowInEverySize) {
     startQuiet();
-    const NativeWindow call(session, {.width = 600, .height = 600});
+    const NativeWindow call(session, {.width = 600, .height = 600, .decorated = false});
     call.tell("page");
     PlasmaWindows windows(session);
-    const Box place = windows.frame(call.pid());
     Picture page;
     require("the window shows its page", [&] {
-        page = desktop->screenshot(place);
+        page = desktop->screenshot(windows.frame(call.pid()));
         return call.hasFocus() && page.at(300, 0) == pageGround && page.at(5, 300) == pageGround;
     });
     pressFrontmostShortcut();

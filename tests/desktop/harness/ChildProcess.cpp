@@ -192,13 +192,18 @@ void ChildProcess::stop() {
     process = -1;
 }
 
-void requireProgram(const std::string& program, const std::string& package) {
+bool isInstalled(const std::string& program) {
     const char* path = std::getenv("PATH");
     std::istringstream folders(path == nullptr ? "/usr/bin:/bin" : path);
     for (std::string folder; std::getline(folders, folder, ':');)
         if (access((folder + "/" + program).c_str(), X_OK) == 0)
-            return;
-    throw HarnessError(program + " is missing: install the Debian package " + package);
+            return true;
+    return false;
+}
+
+void requireProgram(const std::string& program, const std::string& package) {
+    if (!isInstalled(program))
+        throw HarnessError(program + " is missing: install the Debian package " + package);
 }
 
 } // namespace mirrolet::harness

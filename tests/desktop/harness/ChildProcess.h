@@ -57,6 +57,9 @@ class ChildProcess {
     std::vector<std::string> complete;
 };
 
+/// Returns whether the program is on PATH.
+bool isInstalled(const std::string& program);
+
 /// Throws HarnessError with the name of the Debian package if the program is not on PATH.
 void requireProgram(const std::string& program, const std::string& package);
 

@@ -29,13 +29,17 @@ std::unique_ptr<ChildProcess> startOwner(const XServer& server, const Sandbox& s
     return process;
 }
 
+/// Debian has trayer up to release 13 and stalonetray in every release.
+std::vector<std::string> trayCommand() {
+    if (!isInstalled("trayer") && isInstalled("stalonetray"))
+        return {"stalonetray", "--geometry", "4x1-0+0", "--icon-size", "24"};
+    return {"trayer", "--edge", "top", "--align", "right", "--height", "24", "--widthtype", "request"};
+}
+
 } // namespace
 
 TrayHost::TrayHost(const XServer& server)
-    : process(startOwner(
-          server, sandbox,
-          {"trayer", "--edge", "top", "--align", "right", "--height", "24", "--widthtype", "request"},
-          "trayer", "_NET_SYSTEM_TRAY_S0")) {}
+    : process(startOwner(server, sandbox, trayCommand(), "trayer", "_NET_SYSTEM_TRAY_S0")) {}
 
 Picom::Picom(const XServer& server)
     : process(

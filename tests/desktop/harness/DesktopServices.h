@@ -9,12 +9,12 @@ namespace mirrolet::harness {
 
 class XServer;
 
-/// Runs trayer, a tray that shows status icons through the XEmbed protocol. The constructor waits until
-/// trayer owns the tray selection.
+/// Runs a tray that shows status icons through the XEmbed protocol. The constructor waits until the tray owns
+/// the tray selection.
 class TrayHost {
   public:
     explicit TrayHost(const XServer& server);
-    /// Kills trayer without letting it clean up.
+    /// Kills the tray without letting it clean up.
     void kill() const { process->signal(SIGKILL); }
 
   private:

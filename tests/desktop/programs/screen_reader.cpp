@@ -66,13 +66,18 @@ std::string content(AtspiAccessible* object) {
     return text ? taken(atspi_text_get_text(text.get(), 0, -1, nullptr)) : "";
 }
 
+/// Returns the role's name. Later releases of the library call a push button only "button".
+std::string role(AtspiAccessible* object) {
+    const std::string name = taken(atspi_accessible_get_role_name(object, nullptr));
+    return name == "button" ? "push button" : name;
+}
+
 void print(AtspiAccessible* object) {
     const std::string state = states(object);
     if (state.find("showing") != std::string::npos)
-        std::cout << taken(atspi_accessible_get_role_name(object, nullptr)) << '\t'
-                  << taken(atspi_accessible_get_name(object, nullptr)) << '\t' << label(object) << '\t'
-                  << taken(atspi_accessible_get_description(object, nullptr)) << '\t' << state << '\t'
-                  << box(object) << '\t' << content(object) << '\n';
+        std::cout << role(object) << '\t' << taken(atspi_accessible_get_name(object, nullptr)) << '\t'
+                  << label(object) << '\t' << taken(atspi_accessible_get_description(object, nullptr)) << '\t'
+                  << state << '\t' << box(object) << '\t' << content(object) << '\n';
     const int count = atspi_accessible_get_child_count(object, nullptr);
     for (int index = 0; index < count; ++index)
         if (const Owned<AtspiAccessible> child{atspi_accessible_get_child_at_index(object, index, nullptr)})

@@ -41,7 +41,10 @@ class PlasmaSession : public XDisplay {
     [[nodiscard]] pid_t compositor() const;
     [[nodiscard]] std::string compositorLog() const;
 
-    /// Writes the desktop entry `id`. KWin learns of the entry only when a program runs kbuildsycoca5
+    /// Returns KWin's generation: 5 on Debian 12, 6 on later releases.
+    [[nodiscard]] static int generation();
+
+    /// Writes the desktop entry `id`. KWin learns of the entry only when a program updates KDE's database
     /// afterwards.
     void writeEntry(const std::string& id, const std::string& entry) const;
     /// Kills KWin, which ends XWayland too, and waits until both have started again. All clients lose their
