@@ -50,7 +50,7 @@ ScriptedCompositor::ScriptedCompositor(const Options& options)
         static_cast<ScriptedCompositor*>(self)->runTasks();
         return 0;
     };
-    wl_event_loop_add_fd(wl_display_get_event_loop(display), wakeUp, WL_EVENT_READABLE, wake, this);
+    wakeUps = wl_event_loop_add_fd(wl_display_get_event_loop(display), wakeUp, WL_EVENT_READABLE, wake, this);
     thread = std::thread([this] { serve(); });
 }
 
@@ -58,6 +58,7 @@ ScriptedCompositor::~ScriptedCompositor() {
     run([this] { isEnding = true; });
     thread.join();
     wl_display_destroy_clients(display);
+    wl_event_source_remove(wakeUps);
     wl_display_destroy(display);
     ::close(wakeUp);
 }

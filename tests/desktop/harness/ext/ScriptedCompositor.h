@@ -13,6 +13,7 @@
 
 struct wl_client;
 struct wl_display;
+struct wl_event_source;
 
 namespace mirrolet::harness {
 
@@ -82,6 +83,7 @@ class ScriptedCompositor {
     Sandbox sandbox;
     wl_display* display;
     int wakeUp;
+    wl_event_source* wakeUps;
     std::thread thread;
     // The members below belong to the thread.
     std::vector<std::unique_ptr<ScriptedWindow>> windows;
