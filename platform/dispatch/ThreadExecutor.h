@@ -21,8 +21,9 @@ class ThreadExecutor final : public Executor {
     void shutDown() override;
 
     /// Waits until every task that was posted to any thread has ended; returns false if some still run after
-    /// `atMost`. Timed tasks count once their deadline has come. Called at the end of the program, because no
-    /// destructor waits for a task that destroys its own queue. Must not be called by a task.
+    /// `atMost`. A timed task counts only once its thread has taken it to run. Called at the end of the
+    /// program: a queue's destructor waits for its running task, but not if that task itself destroys the
+    /// queue. Such a task may still run when its queue is gone. Must not be called by a task.
     static bool awaitTasks(Clock::duration atMost);
 
   private:

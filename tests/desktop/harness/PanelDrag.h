@@ -13,9 +13,10 @@ struct Drag {
     int toY;
 };
 
-/// Drags a mirror, or its grip, until the mirror is at `end`. Releases the button only then, because a
-/// Wayland compositor and XWayland disagree for a moment about the place of a mirror that moves: a press or a
-/// position of that moment goes astray. Throws HarnessError if the mirror does not arrive.
+/// Drags a mirror, or its grip, until the mirror is at `end`, and then releases the button. While a mirror
+/// moves, a Wayland compositor and XWayland can disagree for a moment about its place, and a press or a
+/// pointer position sent then can be lost. So a lost press is repeated, and the button is held and the end
+/// position sent again until the mirror arrives. Throws HarnessError if the mirror does not arrive.
 void dragPanel(WindowFacts& facts, Pointer& pointer, xcb_window_t panel, const Drag& way, const Box& end);
 
 } // namespace mirrolet::harness

@@ -9,10 +9,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// How long a new stream may take to send its first frame, which usually comes within 100 ms. KWin 5.27 sends
-/// the first frame of a still window only once, and that frame is lost if PipeWire is not ready yet. After a
-/// stream that sent no frame, the next stream may take twice as long. So a session without PipeWire costs
-/// little.
+/// How long a new stream may take to send its first frame before it is replaced. The first frame usually
+/// comes within 100 ms. KWin 5.27 sends the first frame of a still window only once, and that frame is lost
+/// if PipeWire is not ready yet, so a new stream is needed. After each stream that sent no frame, the time is
+/// doubled, up to the longest. In a session without PipeWire, new streams are therefore opened only rarely.
 constexpr milliseconds shortestPatience{500};
 constexpr milliseconds longestPatience{16000};
 /// How long the first frame may take after a window has changed its size. KWin 5.27 sends no frame until the

@@ -65,7 +65,8 @@ void HotKeyGrabs::setAvailable(bool available) {
         askForAll();
         return;
     }
-    // The grabs whose result is not known yet have failed. The others are kept until the service comes back.
+    // The service is gone, so it will not answer. Grabs that still wait for its answer are reported as
+    // failed. The others are kept until the service comes back.
     std::vector<std::uint32_t> waiting;
     for (const auto& [number, grab] : grabs)
         if (grab.report)
