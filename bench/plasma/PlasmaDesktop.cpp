@@ -111,13 +111,27 @@ double PlasmaDesktop::peakMemoryOf(pid_t program) const {
     return peakMemory(program);
 }
 
-double PlasmaDesktop::framesPerSecond(const Program& program) const {
+xcb_window_t PlasmaDesktop::panelOf(const Program& program) const {
+    return program.panel(facts).value_or(XCB_NONE);
+}
+
+xcb_window_t PlasmaDesktop::windowOfGStreamer() const {
+    xcb_window_t found = XCB_NONE;
+    require("GStreamer shows its window", [&] {
+        for (const auto each : facts.clientList())
+            if (const Box box = facts.box(each); box.width == panelWidth && box.height == panelHeight)
+                found = each;
+        return found != XCB_NONE;
+    });
+    return found;
+}
+
+double PlasmaDesktop::framesPerSecond(xcb_window_t small) const {
     constexpr std::chrono::seconds time{2};
-    const auto panel = program.panel(facts).value_or(XCB_NONE);
     const auto start = Clock::now();
     int frames = 0;
     for (std::string before; Clock::now() - start < time;) {
-        auto now = pixelsOf(client, panel, {0, 0, panelWidth, panelHeight});
+        auto now = pixelsOf(client, small, {0, 0, panelWidth, panelHeight});
         frames += !before.empty() && now != before ? 1 : 0;
         before = std::move(now);
         std::this_thread::sleep_for(std::chrono::milliseconds(5));

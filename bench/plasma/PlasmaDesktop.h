@@ -45,8 +45,11 @@ class PlasmaDesktop {
     /// `program` is 0 if no program mirrors the window.
     [[nodiscard]] Cost costDuring(std::chrono::seconds time, pid_t program) const;
     [[nodiscard]] double peakMemoryOf(pid_t program) const;
-    /// Counts for two seconds how often the mirror's picture changes.
-    [[nodiscard]] double framesPerSecond(const harness::Program& program) const;
+    /// Counts for two seconds how often the picture of the window changes.
+    [[nodiscard]] double framesPerSecond(xcb_window_t small) const;
+    [[nodiscard]] xcb_window_t panelOf(const harness::Program& program) const;
+    /// Waits for GStreamer's window, and returns it.
+    [[nodiscard]] xcb_window_t windowOfGStreamer() const;
     /// Tells the window several times to show another colour. Returns the median time in milliseconds until
     /// the mirror shows the colour.
     [[nodiscard]] double latency(const harness::Program& program) const;

@@ -7,6 +7,7 @@ namespace mirrolet::harness {
 namespace {
 
 constexpr std::chrono::seconds timeForOnePress{2};
+constexpr std::chrono::milliseconds timeForOneMove{500};
 
 } // namespace
 
@@ -22,10 +23,16 @@ void dragPanel(WindowFacts& facts, Pointer& pointer, xcb_window_t panel, const D
         return follows;
     };
     require("the mirror follows the pointer", begin);
+    int x = way.toX;
+    int y = way.toY;
     require("the mirror arrives", [&] {
-        pointer.move(way.toX - 1, way.toY); // A compositor reports no move to the same place.
-        pointer.move(way.toX, way.toY);
-        return facts.box(panel) == end;
+        pointer.move(x, y);
+        if (waitUntil([&] { return facts.box(panel) == end; }, timeForOneMove))
+            return true;
+        const Box box = facts.box(panel);
+        x += end.x + end.width - box.x - box.width;
+        y += end.y + end.height - box.y - box.height;
+        return false;
     });
     pointer.release();
 }
