@@ -154,7 +154,7 @@ void CaptureStateMachine::end() {
     isAnnouncing = false;
     constraints.reset();
     pending.reset();
-    // What changes until the next session begins is not reported.
+    // No session reports the changes until the next one begins.
     for (auto& [made, damage] : buffers)
         if (made)
             damage = whole(made->size);
