@@ -32,9 +32,8 @@ CaptureResult ToplevelCaptureSource::image() {
         if (auto image = advance())
             return image;
         if (stream->isUnusable() && !std::exchange(hasLogged, true))
-            NSLog("Mirrolet: a window cannot be mirrored, because the compositor offers no pixel format that "
-                  "can be "
-                  "shown");
+            NSLog("Mirrolet: a window cannot be mirrored, because the compositor offers no pixel format "
+                  "that can be shown");
         if (hasLogged)
             return CaptureFailure::reported;
         if (Clock::now() >= deadline)

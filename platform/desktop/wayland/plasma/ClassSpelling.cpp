@@ -6,19 +6,36 @@
 
 namespace mirrolet::platform::desktop::wayland {
 
-std::string ClassSpelling::of(const PlasmaWindow& window) {
-    const auto isSame = [&window](const std::string& text) {
-        return asciiLowercase(text) == asciiLowercase(window.applicationId);
-    };
+void ClassSpelling::learn(const std::vector<PlasmaWindow>& windows) {
+    std::vector<const PlasmaWindow*> unknown;
     {
         const MutexLock lock(spelledMutex);
-        const auto known = spelled.find(window.number);
-        if (known != spelled.end() && isSame(known->second)) // A client may change the application ID.
-            return known->second;
+        for (const auto& window : windows)
+            if (!isKnown(window))
+                unknown.push_back(&window);
     }
-    const auto text = lookUp(window.applicationId);
+    if (unknown.empty())
+        return;
+    std::map<std::string, std::string> names; // By the name in lower case.
+    for (const auto& row : x11Windows.onScreenWindows().value_or(std::vector<WindowRow>()))
+        names.try_emplace(asciiLowercase(row.ownerName), row.ownerName);
     const MutexLock lock(spelledMutex);
-    return spelled[window.number] = text;
+    for (const auto* window : unknown) {
+        const auto name = names.find(asciiLowercase(window->applicationId));
+        spelled[window->number] = name == names.end() ? window->applicationId : name->second;
+    }
+}
+
+std::string ClassSpelling::of(const PlasmaWindow& window) const {
+    const MutexLock lock(spelledMutex);
+    return isKnown(window) ? spelled.at(window.number) : window.applicationId;
+}
+
+/// Returns whether the spelling of the window's present application ID is known. A client may change the
+/// application ID.
+bool ClassSpelling::isKnown(const PlasmaWindow& window) const {
+    const auto known = spelled.find(window.number);
+    return known != spelled.end() && asciiLowercase(known->second) == asciiLowercase(window.applicationId);
 }
 
 void ClassSpelling::keepOnly(const std::vector<PlasmaWindow>& onScreen) {
@@ -27,14 +44,6 @@ void ClassSpelling::keepOnly(const std::vector<PlasmaWindow>& onScreen) {
         kept.insert(window.number);
     const MutexLock lock(spelledMutex);
     std::erase_if(spelled, [&kept](const auto& each) { return !kept.contains(each.first); });
-}
-
-std::string ClassSpelling::lookUp(const std::string& applicationId) {
-    const auto rows = x11Windows.onScreenWindows();
-    for (const auto& row : rows.value_or(std::vector<WindowRow>()))
-        if (asciiLowercase(row.ownerName) == asciiLowercase(applicationId))
-            return row.ownerName;
-    return applicationId;
 }
 
 } // namespace mirrolet::platform::desktop::wayland

@@ -24,12 +24,13 @@ std::optional<Application> PlasmaApplications::frontmost() {
     const auto window = windows.active(isOurPanel);
     if (!window || isPartOfTheDesktop(*window))
         return std::nullopt;
+    spelling.learn({*window});
     return registry.applicationsOf({ownerOf(*window)}, false).front();
 }
 
 /// The application ID of a native Wayland window is the file ID of a desktop entry, like _GTK_APPLICATION_ID
 /// on X11.
-WindowOwner PlasmaApplications::ownerOf(const PlasmaWindow& window) {
+WindowOwner PlasmaApplications::ownerOf(const PlasmaWindow& window) const {
     return {.window = window.number,
             .client = 0,
             .pid = window.pid,
@@ -39,11 +40,12 @@ WindowOwner PlasmaApplications::ownerOf(const PlasmaWindow& window) {
 }
 
 std::vector<Application> PlasmaApplications::applicationsOf(const std::vector<PlasmaWindow>& onScreen) {
+    spelling.keepOnly(onScreen);
+    spelling.learn(onScreen);
     std::vector<WindowOwner> owners;
     owners.reserve(onScreen.size());
     for (const auto& window : onScreen)
         owners.push_back(ownerOf(window));
-    spelling.keepOnly(onScreen);
     return registry.applicationsOf(owners, true);
 }
 

@@ -25,7 +25,7 @@ class PlasmaApplications final : public Applications {
     std::vector<Application> applicationsOf(const std::vector<PlasmaWindow>& onScreen);
 
   private:
-    WindowOwner ownerOf(const PlasmaWindow& window);
+    [[nodiscard]] WindowOwner ownerOf(const PlasmaWindow& window) const;
 
     const PlasmaWindowModel& windows;
     ClassSpelling spelling;
